@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "KTAudioControl/KTAudioExport.h"
+
+#include <QStringList>
+#include <cstdint>
+#include <memory>
+
+class KTAudioControl;
+
+class KTAudioControlDelegate {
+public:
+    virtual ~KTAudioControlDelegate() = default;
+    // The list of input names has changed. Main thread, from the main loop.
+    virtual void audioControlInputDeviceChanged(KTAudioControl *control) = 0;
+};
+
+// The input devices of the sound system, and changes to them. Main thread only.
+class KTAUDIO_EXPORT KTAudioControl {
+public:
+    static KTAudioControl *sharedAudioControl();
+
+    // Not owned: the delegate outlives the control, or takes itself away with a null pointer.
+    void setDelegate(KTAudioControlDelegate *delegate);
+
+    // The system's default input first, the other inputs by name, monitors of outputs last; equal names are
+    // told apart by " (2)", " (3)". Answers from a list kept up to date; the very first call waits for the
+    // first list, half a second at most.
+    QStringList inputDevicesName();
+
+    // 0 for an unknown or empty name; a recorder for 0 does not start.
+    std::uint32_t deviceIDFromName(const QString &name);
+
+    KTAudioControl(const KTAudioControl &) = delete;
+    KTAudioControl &operator=(const KTAudioControl &) = delete;
+
+private:
+    class Private;
+    KTAudioControl();
+    ~KTAudioControl();
+    std::unique_ptr<Private> d;
+};

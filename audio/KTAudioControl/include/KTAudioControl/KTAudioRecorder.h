@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "KTAudioControl/AudioStreamBasicDescription.h"
+#include "KTAudioControl/KTAudioExport.h"
+#include "KTAudioControl/KTAudioTransportState.h"
+
+#include <memory>
+
+class KTAudioRecorder;
+
+class KTAudioRecorderDelegate {
+public:
+    virtual ~KTAudioRecorderDelegate() = default;
+    // One captured buffer: `size` bytes of whole interleaved frames in `format`. Capture thread, in capture
+    // order, never two at a time, only while the recorder runs. `data` is valid during the call; `format` as
+    // long as the recorder.
+    virtual void KTAudioRecorderDataRecord(KTAudioRecorder *recorder, const void *data, std::uint32_t size,
+        const AudioStreamBasicDescription &format)
+        = 0;
+};
+
+// What arrived since it was last asked for.
+struct KTAudioLevels {
+    float peak[2] = {0, 0}; // largest magnitude of a sample of each channel, 1 is full scale; mono is in both
+    std::uint64_t frames = 0; // frames delivered, silence in place of holes left out
+};
+
+// Captures PCM from one input device. Every operation on the main thread only; data arrives on the library's
+// own capture thread. When the device or the sound server goes away the recorder keeps its state, delivers
+// nothing, and goes on with the same device, by name, when that is back.
+class KTAUDIO_EXPORT KTAudioRecorder {
+public:
+    explicit KTAudioRecorder(std::uint32_t deviceID);
+    // Ends capture; no data follows.
+    ~KTAudioRecorder();
+
+    // Not owned: the delegate outlives the recorder.
+    void setDelegate(KTAudioRecorderDelegate *delegate);
+
+    // Captures in the requested format where possible and in one that currentDataFormat() tells otherwise.
+    // False, and still stopped, when the device is unknown, the server does not answer within a second, or
+    // the format would not be one an encoder can take.
+    bool startRecordWithFormat(const AudioStreamBasicDescription &format);
+    // The same object with the same content from a successful start on, as long as the recorder lives.
+    const AudioStreamBasicDescription &currentDataFormat() const;
+    std::int32_t state() const; // KTAudioTransportState
+
+    void pauseRecord();
+    void resumeRecord();
+    // No data callback runs or comes after it has returned.
+    void stopRecord();
+
+    // Measured on the capture thread without a lock or an allocation; taking resets it.
+    KTAudioLevels takeLevels();
+
+    KTAudioRecorder(const KTAudioRecorder &) = delete;
+    KTAudioRecorder &operator=(const KTAudioRecorder &) = delete;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};

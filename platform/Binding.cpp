@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/Binding.h"
+
+#include "platform/KeyPath.h"
+
+#include <QMetaMethod>
+#include <QMetaProperty>
+#include <QPointer>
+
+namespace platform {
+
+void bind(
+    QObject *context, QObject *source, const QString &keyPath, std::function<void(const QVariant &)> apply)
+{
+    const auto update = [source = QPointer(source), keyPath, apply = std::move(apply)] {
+        if (!source)
+            return;
+        const QVariant value = valueForKeyPath(source, keyPath);
+        if (value.isValid())
+            apply(value);
+    };
+    update();
+    new KeyPathObserver(source, keyPath, update, context);
+}
+
+void bind(QObject *control, const char *property, QObject *source, const QString &keyPath,
+    BindingDirection direction)
+{
+    bind(control, source, keyPath, [control, property = QByteArray(property)](const QVariant &value) {
+        control->setProperty(property.constData(), value);
+    });
+    if (direction == BindingDirection::OneWay)
+        return;
+    new KeyPathObserver(
+        control, QString::fromLatin1(property),
+        [control, property = QByteArray(property), source = QPointer(source), keyPath] {
+            if (source)
+                setValueForKeyPath(source, keyPath, control->property(property.constData()));
+        },
+        control);
+}
+
+} // namespace platform
