@@ -1,0 +1,361 @@
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""A private desktop for tests that drive the real program from outside: a virtual display, a window manager, a
+compositor, a session bus with accessibility, and the programs started in it. Everything is started by this module,
+ended by pid, and keeps its files in one temporary folder.
+
+    with Desktop() as desktop:
+        program = desktop.start([binary])
+        program.wait_for("button", "Record").press()
+
+One desktop a process: the accessibility library connects once.
+"""
+
+import os
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+DEADLINE = 20.0
+"""Seconds that any wait may take before the test fails."""
+
+
+class Failure(AssertionError):
+    pass
+
+
+def wait_until(condition, what, deadline=DEADLINE, poll=0.03):
+    """Returns the first true value of condition(); fails with `what` when the deadline passes first."""
+    end = time.monotonic() + deadline
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise Failure(f"waited {deadline:g} s for: {what}")
+        time.sleep(poll)
+
+
+def end_process(process, sig=signal.SIGTERM, deadline=5.0):
+    """Ends a process that this module started, and its group when it leads one."""
+    if process.poll() is None:
+        process.send_signal(sig)
+        try:
+            process.wait(deadline)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+    return process.returncode
+
+
+def need(command):
+    path = shutil.which(command)
+    if not path:
+        raise Failure(f"{command} is not installed; scripts/setup installs it")
+    return path
+
+
+class Desktop:
+    def __init__(self, window_manager=("openbox",), compositor=("picom", "--backend", "xrender", "--config", "/dev/null"),
+                 size=(1280, 900), scale=1, background="#5d7286"):
+        self.window_manager = window_manager
+        self.compositor = compositor
+        self.size = size
+        self.background = background
+        self.processes = []
+        self.folder = tempfile.mkdtemp(prefix="flipside-desktop-")
+        os.chmod(self.folder, 0o700)
+        self.home = os.path.join(self.folder, "home")
+        self.runtime = os.path.join(self.folder, "run")
+        for path in (self.home, self.runtime):
+            os.mkdir(path, 0o700)
+        self.env = {
+            "PATH": os.environ["PATH"],
+            "HOME": self.home,
+            "XDG_RUNTIME_DIR": self.runtime,
+            "XDG_CONFIG_HOME": os.path.join(self.home, ".config"),
+            "XDG_CACHE_HOME": os.path.join(self.home, ".cache"),
+            "LC_ALL": "C.UTF-8",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            "QT_SCALE_FACTOR": str(scale),
+            "QT_QPA_PLATFORM": "xcb",
+        }
+        for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "TZ"):
+            if name in os.environ:
+                self.env[name] = os.environ[name]
+
+    def __enter__(self):
+        try:
+            self._start_display()
+            self._start_bus()
+            if self.background:
+                subprocess.run([need("xsetroot"), "-solid", self.background], env=self.env, check=True)
+            if self.window_manager:
+                self.spawn(self.window_manager)
+                self._wait_for_window_manager()
+            if self.compositor:
+                self.spawn(self.compositor)
+                wait_until(self.composited, "a compositor")
+            os.environ.update(self.env)
+        except BaseException:
+            self.__exit__(None, None, None)
+            raise
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            self._end_group(process)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    # processes
+
+    def spawn(self, command, env=None, **options):
+        """Starts a helper program of the desktop; it ends with the desktop."""
+        need(command[0])
+        log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "ab")
+        process = subprocess.Popen(command, env={**self.env, **(env or {})}, stdin=subprocess.DEVNULL,
+                                   stdout=options.pop("stdout", log), stderr=log, start_new_session=True, **options)
+        log.close()
+        self.processes.append(process)
+        return process
+
+    @staticmethod
+    def _end_group(process):
+        # Each helper leads a group of its own; what it started (the accessibility bus, for one) ends with it.
+        for sig in (signal.SIGTERM, signal.SIGKILL):
+            try:
+                os.killpg(process.pid, sig)
+            except ProcessLookupError:
+                break
+            try:
+                process.wait(3)
+            except subprocess.TimeoutExpired:
+                continue
+        process.wait()
+
+    def _start_display(self):
+        read_end, write_end = os.pipe()
+        width, height = self.size
+        self.spawn(["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp",
+                    "-noreset"], pass_fds=[write_end])
+        os.close(write_end)
+        with os.fdopen(read_end) as reader:
+            number = reader.readline().strip()
+        if not number:
+            raise Failure("Xvfb did not start: " + self.log("Xvfb"))
+        self.env["DISPLAY"] = ":" + number
+
+    def _start_bus(self):
+        bus = self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE)
+        address = bus.stdout.readline().decode().strip()
+        if not address:
+            raise Failure("the session bus did not start: " + self.log("dbus-daemon"))
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def _root_property(self, name):
+        answer = subprocess.run([need("xprop"), "-root", name], env=self.env, capture_output=True, text=True)
+        return answer.stdout.strip()
+
+    def _wait_for_window_manager(self):
+        wait_until(lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"), "a window manager")
+
+    def composited(self):
+        """A compositor owns the selection _NET_WM_CM_S0; xdpyinfo cannot tell, so a root window of picom is asked for."""
+        tree = subprocess.run([need("xwininfo"), "-root", "-tree"], env=self.env, capture_output=True, text=True)
+        return "picom" in tree.stdout or "compiz" in tree.stdout or self._selection_owned()
+
+    def _selection_owned(self):
+        probe = ("import ctypes, sys\n"
+                 "x = ctypes.CDLL('libX11.so.6')\n"
+                 "x.XOpenDisplay.restype = ctypes.c_void_p\n"
+                 "x.XInternAtom.restype = ctypes.c_ulong\n"
+                 "x.XGetSelectionOwner.restype = ctypes.c_ulong\n"
+                 "d = ctypes.c_void_p(x.XOpenDisplay(None))\n"
+                 "a = ctypes.c_ulong(x.XInternAtom(d, b'_NET_WM_CM_S0', 0))\n"
+                 "sys.exit(0 if x.XGetSelectionOwner(d, a) else 1)\n")
+        return subprocess.run(["/usr/bin/python3", "-c", probe], env=self.env).returncode == 0
+
+    def log(self, name):
+        path = os.path.join(self.folder, name + ".log")
+        return open(path, errors="replace").read() if os.path.exists(path) else ""
+
+    def start(self, command, env=None):
+        """Starts the program under test."""
+        return Program(self, command, env)
+
+    # the screen and the pointer
+
+    def screenshot(self, path, window="root"):
+        os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
+        subprocess.run([need("import"), "-silent", "-window", str(window), path], env=self.env, check=True)
+
+    def xdotool(self, *arguments):
+        answer = subprocess.run([need("xdotool"), *map(str, arguments)], env=self.env, capture_output=True, text=True)
+        if answer.returncode:
+            raise Failure(f"xdotool {arguments}: {answer.stderr.strip()}")
+        return answer.stdout.strip()
+
+    def key(self, keys):
+        self.xdotool("key", "--clearmodifiers", keys)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", "5", text)
+
+    def active_window_geometry(self):
+        """(x, y, width, height) of the active window, or None."""
+        try:
+            answer = self.xdotool("getactivewindow", "getwindowgeometry", "--shell")
+        except Failure:
+            return None
+        values = dict(line.split("=") for line in answer.splitlines() if "=" in line)
+        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+class Program:
+    """The program under test, seen through the accessibility tree."""
+
+    def __init__(self, desktop, command, env=None):
+        self.desktop = desktop
+        self.log_path = os.path.join(desktop.folder, f"{os.path.basename(command[0])}-{time.monotonic_ns()}.log")
+        with open(self.log_path, "wb") as log:
+            self.process = subprocess.Popen(command, env={**desktop.env, **(env or {})}, stdin=subprocess.DEVNULL,
+                                            stdout=log, stderr=log, start_new_session=True)
+        desktop.processes.append(self.process)
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    def log(self):
+        return open(self.log_path, errors="replace").read()
+
+    def running(self):
+        return self.process.poll() is None
+
+    def end(self, sig=signal.SIGTERM):
+        return end_process(self.process, sig)
+
+    def wait_for_exit(self, deadline=DEADLINE):
+        wait_until(lambda: not self.running(), "the program's end", deadline)
+        return self.process.returncode
+
+    def root(self):
+        import pyatspi
+        for application in pyatspi.Registry.getDesktop(0):
+            try:
+                if application and application.get_process_id() == self.pid:
+                    return application
+            except Exception:  # an application that is just leaving the bus
+                continue
+        return None
+
+    def find(self, role, key, showing=True):
+        """The control of that role whose accessible name or description is `key`; None when there is none."""
+        root = self.root()
+        return _search(root, role, key, showing) if root else None
+
+    def find_all(self, role, showing=True):
+        root = self.root()
+        return list(_matches(root, role, None, showing)) if root else []
+
+    def wait_for(self, role, key, deadline=DEADLINE, showing=True):
+        def look():
+            if not self.running():
+                raise Failure(f"the program ended with {self.process.returncode}:\n{self.log()}")
+            return self.find(role, key, showing)
+        return wait_until(look, f'{role} "{key}"', deadline)
+
+    def wait_gone(self, role, key, deadline=DEADLINE):
+        wait_until(lambda: not self.find(role, key), f'{role} "{key}" to go', deadline)
+
+
+def _role(node):
+    name = node.getRoleName()
+    return {"push button": "button"}.get(name, name)
+
+
+def _matches(node, role, key, showing):
+    import pyatspi
+    try:
+        if role in (None, _role(node)) and (key is None or key in (node.name, node.description)):
+            if not showing or node.getState().contains(pyatspi.STATE_SHOWING):
+                yield Control(node)
+        children = list(node)
+    except Exception:  # the control went away while it was looked at
+        return
+    for child in children:
+        if child is not None:
+            yield from _matches(child, role, key, showing)
+
+
+def _search(root, role, key, showing):
+    return next(_matches(root, role, key, showing), None)
+
+
+class Control:
+    """One control of the program: a thin handle on its accessible object."""
+
+    def __init__(self, node):
+        self.node = node
+
+    @property
+    def text(self):
+        return self.node.name
+
+    @property
+    def description(self):
+        return self.node.description
+
+    def _has(self, state):
+        return self.node.getState().contains(state)
+
+    @property
+    def enabled(self):
+        import pyatspi
+        return self._has(pyatspi.STATE_SENSITIVE)
+
+    @property
+    def showing(self):
+        import pyatspi
+        return self._has(pyatspi.STATE_SHOWING)
+
+    @property
+    def focused(self):
+        import pyatspi
+        return self._has(pyatspi.STATE_FOCUSED)
+
+    @property
+    def checked(self):
+        import pyatspi
+        return self._has(pyatspi.STATE_CHECKED)
+
+    @property
+    def value(self):
+        return self.node.queryValue().currentValue
+
+    @value.setter
+    def value(self, number):
+        self.node.queryValue().currentValue = number
+
+    def press(self):
+        """Presses the control through the accessibility bus."""
+        action = self.node.queryAction()
+        names = [action.getName(i).lower() for i in range(action.nActions)]
+        for wanted in ("press", "toggle", "showmenu", "setfocus"):
+            if wanted in names:
+                action.doAction(names.index(wanted))
+                return
+        raise Failure(f"{self.text} offers only {names}")
+
+    @property
+    def extents(self):
+        import pyatspi
+        box = self.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        return box.x, box.y, box.width, box.height
+
+    def click(self, desktop):
+        """Clicks the middle of the control with the real pointer."""
+        x, y, width, height = self.extents
+        desktop.xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)
