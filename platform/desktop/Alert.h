@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+#include <functional>
+
+namespace platform {
+
+// What an application-modal alert says: the message in bold, the explanation below it, one button to dismiss
+// it. Main thread only.
+struct Alert {
+    QString messageText;
+    QString informativeText;
+    QString buttonTitle;
+
+    // Returns after the user has dismissed the alert. The main loop goes on meanwhile, but no other window of
+    // the application takes input.
+    void runModal() const;
+
+    // Shows the alerts in place of the window, in a test for example. An empty function brings the window
+    // back.
+    using Presenter = std::function<void(const Alert &)>;
+    static void setPresenter(Presenter presenter);
+};
+
+} // namespace platform
