@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/CaptureAuthorization.h"
+
+namespace platform {
+
+namespace {
+
+class NoAuthorizationService : public CaptureAuthorization {
+public:
+    bool isOffered() const override { return false; }
+    int authorizationStatusForAudio() const override { return Authorized; }
+    void requestAccessForAudio(std::function<void(bool granted)> answer) override { answer(true); }
+};
+
+CaptureAuthorization *replacement = nullptr;
+
+} // namespace
+
+CaptureAuthorization *CaptureAuthorization::current()
+{
+    static NoAuthorizationService own;
+    return replacement ? replacement : &own;
+}
+
+void CaptureAuthorization::setCurrent(CaptureAuthorization *authorization)
+{
+    replacement = authorization;
+}
+
+} // namespace platform

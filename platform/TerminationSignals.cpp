@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/TerminationSignals.h"
+
+#include "platform/Logging.h"
+
+#include <QSocketNotifier>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
+
+// A signal handler may do next to nothing; writing a byte to a pipe that the main loop reads is allowed.
+std::array<int, 2> pipeEnds = {-1, -1};
+
+void wakeMainLoop(int)
+{
+    const int savedErrno = errno;
+    const char byte = 0;
+    // A full pipe already holds a byte that nobody has read, which is all that is needed.
+    [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
+    errno = savedErrno;
+}
+
+// A signal that the parent has this process ignore (nohup) stays ignored. A second one ends the process at
+// once, for the case that quitting hangs.
+void setHandler(void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    for (const int signal : kSignals) {
+        struct sigaction present = {};
+        sigaction(signal, nullptr, &present);
+        if (present.sa_handler != SIG_IGN)
+            sigaction(signal, &action, nullptr);
+    }
+}
+
+} // namespace
+
+TerminationSignals::TerminationSignals(QObject *parent)
+    : QObject(parent)
+{
+    if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+        qCWarning(lcPlatform, "Termination signals end the process at once: %s", std::strerror(errno));
+        return;
+    }
+    m_notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
+    connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::receive);
+    setHandler(wakeMainLoop);
+}
+
+TerminationSignals::~TerminationSignals()
+{
+    if (!m_notifier)
+        return;
+    setHandler(SIG_DFL);
+    delete m_notifier;
+    for (int &end : pipeEnds)
+        close(std::exchange(end, -1));
+}
+
+void TerminationSignals::receive()
+{
+    char bytes[64];
+    while (read(pipeEnds[0], bytes, sizeof bytes) > 0) { }
+    Q_EMIT terminationRequested();
+}
+
+} // namespace platform

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/TerminationSignals.h"
+#include "tests/support/Waiting.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+
+namespace {
+
+class TerminationSignalsTest : public testing::TestWithParam<int> { };
+
+TEST_P(TerminationSignalsTest, ArriveFromTheMainLoopAndHaveTheirOwnEffectAfterwards)
+{
+    int received = 0;
+    {
+        platform::TerminationSignals signals;
+        QObject::connect(&signals, &platform::TerminationSignals::terminationRequested, [&] { ++received; });
+        raise(GetParam());
+        EXPECT_EQ(received, 0);
+        EXPECT_TRUE(testsupport::waitUntil([&] { return received == 1; }));
+    }
+    EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
+}
+
+TEST_P(TerminationSignalsTest, AreNotHeardWhereTheParentHasThemIgnored)
+{
+    const auto previous = std::signal(GetParam(), SIG_IGN);
+    {
+        platform::TerminationSignals signals;
+        bool received = false;
+        QObject::connect(
+            &signals, &platform::TerminationSignals::terminationRequested, [&] { received = true; });
+        raise(GetParam());
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(received);
+    }
+    std::signal(GetParam(), previous);
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, TerminationSignalsTest, testing::Values(SIGTERM, SIGINT, SIGHUP));
+
+} // namespace
