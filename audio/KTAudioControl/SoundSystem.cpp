@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/SoundSystem.h"
+
+#include <QCoreApplication>
+
+namespace sound {
+
+namespace {
+
+struct Holder {
+    std::shared_ptr<SoundSystem> system;
+    std::function<void()> replaced;
+};
+
+// Kept reachable until the process ends, so that no static destructor runs under the feet of a sound thread.
+Holder &holder()
+{
+    static auto *const holder = new Holder;
+    return *holder;
+}
+
+// While the application object is being destroyed every thread of the sound system ends.
+void endSystem()
+{
+    holder().system.reset();
+}
+
+} // namespace
+
+SoundSystem &soundSystem()
+{
+    static const bool registered = (qAddPostRoutine(endSystem), true);
+    Q_UNUSED(registered);
+    Q_ASSERT(holder().system);
+    return *holder().system;
+}
+
+void setSoundSystem(std::shared_ptr<SoundSystem> system)
+{
+    holder().system = std::move(system);
+    if (holder().replaced)
+        holder().replaced();
+}
+
+void setSoundSystemReplaced(std::function<void()> replaced)
+{
+    holder().replaced = std::move(replaced);
+}
+
+} // namespace sound

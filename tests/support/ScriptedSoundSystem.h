@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "audio/KTAudioControl/SoundSystem.h"
+
+#include <QByteArray>
+#include <QStringList>
+#include <mutex>
+
+namespace testsupport {
+
+// A sound system that does what a test says. Install one per test, in the fixture:
+//
+//     testsupport::ScriptedSoundSystemScope sound;
+//     sound->setDevices({u"Microphone"_s});
+//
+// The operations under "from any thread" play the part of the sound thread: they call the client inside the
+// call, on the caller's thread, and hold the lock that pausing and closing a stream wait for.
+class ScriptedSoundSystem : public sound::SoundSystem {
+public:
+    ScriptedSoundSystem();
+    ~ScriptedSoundSystem() override;
+
+    // Sources whose key is "key:" and their name; the first one is the default input.
+    void setDevices(const QStringList &names);
+    void setDevices(const sound::DeviceList &devices);
+    // Refuses every open from now on, as a dead server does.
+    void setRefuseStarts(bool refuse);
+
+    // The stream opened last, as long as it is open.
+    bool captureOpen() const;
+    bool capturePaused() const;
+    QString captureSourceKey() const;
+    sound::SampleSpec captureSpec() const;
+    bool playbackOpen() const;
+    bool playbackPaused() const;
+    sound::SampleSpec playbackSpec() const;
+
+    // From any thread. False, and nothing delivered, when no stream is open or it is paused.
+    bool push(const void *data, std::size_t bytes);
+    bool push(const QByteArray &frames) { return push(frames.constData(), std::size_t(frames.size())); }
+    bool pushHole(std::size_t bytes);
+    void loseCapture();
+    void bringCaptureBack();
+
+    // From any thread. What the output plays: at most `bytes`, and nothing while paused or after the end.
+    QByteArray pull(std::size_t bytes);
+    // True once the client has answered with the end.
+    bool playbackDraining() const;
+    // All that was pulled has been heard: reports the end.
+    void finishPlayback(sound::PlaybackEnd end = sound::PlaybackEnd::Heard);
+
+    sound::DeviceList devices() const override;
+    void waitForDevices(std::chrono::milliseconds) override { }
+    void setDevicesChanged(std::function<void()> changed) override;
+    std::unique_ptr<sound::CaptureStream> openCapture(
+        const QString &sourceKey, const sound::SampleSpec &spec, sound::CaptureClient *client) override;
+    std::unique_ptr<sound::PlaybackStream> openPlayback(
+        const sound::SampleSpec &spec, sound::PlaybackClient *client) override;
+
+private:
+    class Capture;
+    class Playback;
+    struct Shared;
+
+    std::shared_ptr<Shared> m_shared; // outlived by streams
+};
+
+// Installs a scripted sound system and takes it away again.
+class ScriptedSoundSystemScope {
+public:
+    ScriptedSoundSystemScope()
+        : m_system(std::make_shared<ScriptedSoundSystem>())
+    {
+        sound::setSoundSystem(m_system);
+    }
+    ~ScriptedSoundSystemScope() { sound::setSoundSystem(nullptr); }
+    ScriptedSoundSystemScope(const ScriptedSoundSystemScope &) = delete;
+    ScriptedSoundSystemScope &operator=(const ScriptedSoundSystemScope &) = delete;
+
+    ScriptedSoundSystem *operator->() const { return m_system.get(); }
+    ScriptedSoundSystem &operator*() const { return *m_system; }
+
+private:
+    std::shared_ptr<ScriptedSoundSystem> m_system;
+};
+
+} // namespace testsupport
