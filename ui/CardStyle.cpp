@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/CardStyle.h"
+#include "ui/CardProxyStyle.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFontInfo>
+#include <QPalette>
+#include <QRegularExpression>
+#include <algorithm>
+#include <cmath>
+
+static void initialiseResources()
+{
+    // A static library's resources are not registered by themselves.
+    Q_INIT_RESOURCE(style);
+}
+
+namespace CardStyle {
+
+namespace {
+
+// The desktops' usual 10 points at 96 dots per inch.
+constexpr double UsualFontPixels = 13.34;
+constexpr double LargestTextScale = 2.0;
+
+double measuredTextScale()
+{
+    const double pixels = QFontInfo(QApplication::font()).pixelSize();
+    return std::clamp(pixels / UsualFontPixels, 1.0, LargestTextScale);
+}
+
+QPalette palette()
+{
+    QPalette colours(GradientTop, GradientBottom);
+    colours.setColor(QPalette::WindowText, Text);
+    colours.setColor(QPalette::Text, Text);
+    colours.setColor(QPalette::ButtonText, Text);
+    colours.setColor(QPalette::BrightText, Qt::white);
+    colours.setColor(QPalette::Base, Sunken);
+    colours.setColor(QPalette::AlternateBase, GradientBottom);
+    colours.setColor(QPalette::ToolTipBase, Sunken);
+    colours.setColor(QPalette::ToolTipText, Text);
+    colours.setColor(QPalette::PlaceholderText, Label);
+    colours.setColor(QPalette::Highlight, Done);
+    colours.setColor(QPalette::HighlightedText, Qt::white);
+    colours.setColor(QPalette::Link, Done);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        QColor faded = Text;
+        faded.setAlphaF(DisabledOpacity);
+        colours.setColor(QPalette::Disabled, role, faded);
+    }
+    return colours;
+}
+
+// Lengths in the sheet are points of the card ("12pt"); Qt gets them as pixels.
+QString styleSheet()
+{
+    QFile file(QStringLiteral(":/flipside/style.qss"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QString source = QString::fromUtf8(file.readAll());
+    static const QRegularExpression length(QStringLiteral("(-?\\d+)pt\\b"));
+    QString sheet;
+    qsizetype end = 0;
+    for (const auto &match : length.globalMatch(source)) {
+        sheet += QStringView(source).mid(end, match.capturedStart() - end);
+        sheet += QString::number(scaled(match.capturedView(1).toInt())) + QStringLiteral("px");
+        end = match.capturedEnd();
+    }
+    sheet += QStringView(source).mid(end);
+    return sheet;
+}
+
+} // namespace
+
+double textScale()
+{
+    // Measured before `install` replaces the application's font, and never again.
+    static const double scale = measuredTextScale();
+    return scale;
+}
+
+int scaled(double points)
+{
+    return static_cast<int>(std::lround(points * textScale()));
+}
+
+QFont font(double points, QFont::Weight weight)
+{
+    const double pixels = points * textScale();
+    QFont result = QApplication::font();
+    result.setPixelSize(static_cast<int>(std::lround(pixels)));
+    result.setWeight(weight);
+    return result;
+}
+
+QSize cardSize()
+{
+    return {scaled(CardWidth), scaled(CardHeight)};
+}
+
+void install()
+{
+    static bool installed = false;
+    if (std::exchange(installed, true))
+        return;
+    initialiseResources();
+    QApplication::setFont(font(LabelFontSize));
+    QApplication::setStyle(new CardProxyStyle);
+    QApplication::setPalette(palette());
+    qApp->setStyleSheet(styleSheet());
+}
+
+} // namespace CardStyle

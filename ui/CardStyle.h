@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QSize>
+
+// How the cards look on every desktop theme: palette, style sheet, fonts and measures. Measures are in points
+// of the card as drawn for the usual desktop font; `scaled` turns them into device-independent pixels.
+namespace CardStyle {
+
+inline constexpr int CardWidth = 460;
+inline constexpr int CardHeight = 392;
+inline constexpr int CornerRadius = 14;
+inline constexpr int TitleStripHeight = 36;
+inline constexpr int LabelFontSize = 13;
+inline constexpr int FocusRingWidth = 2;
+inline constexpr double DisabledOpacity = 0.4;
+
+inline constexpr QColor Text{0xf2, 0xf4, 0xf5};
+inline constexpr QColor Label{164, 173, 178};
+inline constexpr QColor GradientTop{0x34, 0x3a, 0x40};
+inline constexpr QColor GradientBottom{0x25, 0x29, 0x2d};
+inline constexpr QColor Hairline{255, 255, 255, 18};
+inline constexpr QColor Raised{0x3f, 0x46, 0x4c};
+inline constexpr QColor Sunken{0x1e, 0x21, 0x24};
+inline constexpr QColor Done{0x46, 0xa0, 0xd8};
+// The one accent: the record control and the top of the level meter, nothing else.
+inline constexpr QColor Record{0xe5, 0x48, 0x4d};
+inline constexpr QColor FocusRing{0x7f, 0xc4, 0xf0};
+
+// Makes the application dark, whatever theme the desktop has. Done once, by the first card at the latest.
+void install();
+
+// 1 for the usual desktop font (13 to 14 pixels) and smaller ones, up to 2 for a user who asked for larger
+// text.
+double textScale();
+int scaled(double points);
+
+// The desktop's own font at a size in points of the card.
+QFont font(double points, QFont::Weight weight = QFont::Normal);
+
+// Every card has this size, so that a card that turns over leaves nothing behind.
+QSize cardSize();
+
+} // namespace CardStyle

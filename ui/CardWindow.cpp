@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/CardWindow.h"
+#include "platform/desktop/Compositor.h"
+#include "ui/CardStyle.h"
+#include "ui/FocusRing.h"
+#include "ui/TitleStrip.h"
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr Qt::WindowFlags CardFlags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
+    | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
+
+} // namespace
+
+CardWindow::CardWindow(TitleButtons buttons, QWidget *parent)
+    // Style and fonts are there before the first child takes them over.
+    : QWidget((CardStyle::install(), parent), CardFlags)
+    , m_titleStrip(new TitleStrip(this))
+    , m_content(new QWidget(this))
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setFixedSize(CardStyle::cardSize());
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_titleStrip);
+    layout->addWidget(m_content, 1);
+    if (buttons.testFlag(MinimiseButton))
+        m_titleStrip->addMinimiseButton();
+    if (buttons.testFlag(CloseButton))
+        m_titleStrip->addCloseButton();
+    FocusRing::installOn(this);
+}
+
+void CardWindow::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double radius = m_roundedCorners ? CardStyle::scaled(CardStyle::CornerRadius) : 0;
+    const QRectF card = rect();
+    QLinearGradient gradient(card.topLeft(), card.bottomLeft());
+    gradient.setColorAt(0, CardStyle::GradientTop);
+    gradient.setColorAt(1, CardStyle::GradientBottom);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(gradient);
+    painter.drawRoundedRect(card, radius, radius);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(CardStyle::Hairline, 1));
+    painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+}
+
+void CardWindow::showEvent(QShowEvent *event)
+{
+    // Without a compositor the corners would be black.
+    m_roundedCorners = platform::compositorRuns();
+    QWidget::showEvent(event);
+}
+
+void CardWindow::keyPressEvent(QKeyEvent *event)
+{
+    auto *button = qobject_cast<QAbstractButton *>(focusWidget());
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && button && button->isEnabled())
+        button->click();
+    else
+        QWidget::keyPressEvent(event);
+}

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QWidget>
+
+class TitleStrip;
+
+// A frameless card that draws itself: rounded, translucent at its corners, with its own title strip. A layout
+// made in Designer goes into its content area: `ui.setupUi(card.content())`.
+//
+// The widget is exactly the card, without a margin for a shadow, so that its frame is what is turned over and
+// placed.
+class CardWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    enum TitleButton { NoTitleButtons = 0, MinimiseButton = 1, CloseButton = 2 };
+    Q_DECLARE_FLAGS(TitleButtons, TitleButton)
+
+    explicit CardWindow(TitleButtons buttons = NoTitleButtons, QWidget *parent = nullptr);
+
+    QWidget *content() const { return m_content; }
+    TitleStrip *titleStrip() const { return m_titleStrip; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    // Return presses the focused button, as Space does.
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    TitleStrip *m_titleStrip;
+    QWidget *m_content;
+    bool m_roundedCorners = true;
+};
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(CardWindow::TitleButtons)

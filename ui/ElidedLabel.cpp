@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/ElidedLabel.h"
+#include "ui/TextDisplay.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+
+ElidedLabel::ElidedLabel(QWidget *parent)
+    : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+ElidedLabel::ElidedLabel(const QString &text, QWidget *parent)
+    : ElidedLabel(parent)
+{
+    setText(text);
+}
+
+void ElidedLabel::setText(const QString &text)
+{
+    QLabel::setText(text);
+    setToolTip(TextDisplay::toolTip(text));
+}
+
+QString ElidedLabel::displayedText() const
+{
+    const QString line = TextDisplay::singleLine(text());
+    return fontMetrics().elidedText(line, Qt::ElideMiddle, contentsRect().width());
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    const QMargins margins = contentsMargins();
+    const int width = fontMetrics().horizontalAdvance(TextDisplay::singleLine(text()));
+    return {width + margins.left() + margins.right(), minimumSizeHint().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    const QMargins margins = contentsMargins();
+    return {0, fontMetrics().height() + margins.top() + margins.bottom()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    drawFrame(&painter);
+    const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine
+        | Qt::TextForceLeftToRight;
+    style()->drawItemText(
+        &painter, contentsRect(), flags, palette(), isEnabled(), displayedText(), foregroundRole());
+    Q_UNUSED(event);
+}

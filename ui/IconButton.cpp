@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/IconButton.h"
+#include "ui/CardStyle.h"
+#include "ui/IconPaths.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <algorithm>
+
+namespace {
+
+QPainterPath pathOf(IconButton::Icon shape)
+{
+    switch (shape) {
+    case IconButton::Gear:
+        return IconPaths::gear();
+    case IconButton::Help:
+        return IconPaths::help();
+    case IconButton::Minimise:
+        return IconPaths::minimise();
+    case IconButton::Close:
+        return IconPaths::close();
+    case IconButton::Record:
+        return IconPaths::record();
+    case IconButton::Pause:
+        return IconPaths::pause();
+    case IconButton::Stop:
+        return IconPaths::stop();
+    case IconButton::Play:
+        return IconPaths::play();
+    }
+    return {};
+}
+
+constexpr int HoverLighter = 112;
+constexpr int PressedDarker = 118;
+
+} // namespace
+
+IconButton::IconButton(QWidget *parent)
+    : IconButton(Play, parent)
+{
+}
+
+IconButton::IconButton(Icon shape, QWidget *parent)
+    : QAbstractButton(parent)
+    , m_shape(shape)
+    , m_path(pathOf(shape))
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void IconButton::setShape(Icon shape)
+{
+    if (m_shape == shape)
+        return;
+    m_shape = shape;
+    m_path = pathOf(shape);
+    update();
+    Q_EMIT shapeChanged();
+}
+
+void IconButton::setLook(Look look)
+{
+    if (m_look == look)
+        return;
+    m_look = look;
+    update();
+    Q_EMIT lookChanged();
+}
+
+void IconButton::setDiameter(int diameter)
+{
+    if (m_diameter == diameter)
+        return;
+    m_diameter = diameter;
+    updateGeometry();
+    Q_EMIT diameterChanged();
+}
+
+QSize IconButton::sizeHint() const
+{
+    const int side = CardStyle::scaled(m_diameter);
+    return {side, side};
+}
+
+bool IconButton::event(QEvent *event)
+{
+    // A button that is disabled or enabled under the pointer takes its new look at once.
+    if (event->type() == QEvent::EnabledChange)
+        update();
+    return QAbstractButton::event(event);
+}
+
+QRectF IconButton::disc() const
+{
+    const double side = std::min(width(), height());
+    QRectF square(0, 0, side, side);
+    square.moveCenter(QRectF(rect()).center());
+    return square;
+}
+
+QColor IconButton::discColor() const
+{
+    if (m_look == Plain) {
+        const int alpha = isDown() ? 15 : 26;
+        return isDown() || isHovered() ? QColor(255, 255, 255, alpha) : QColor(Qt::transparent);
+    }
+    const QColor base = m_look == Accent ? CardStyle::Record : CardStyle::Raised;
+    if (isDown())
+        return base.darker(PressedDarker);
+    return isHovered() ? base.lighter(HoverLighter) : base;
+}
+
+QColor IconButton::iconColor() const
+{
+    if (m_look == Plain && !isHovered() && !isDown())
+        return CardStyle::Label;
+    return m_look == Accent ? QColor(Qt::white) : CardStyle::Text;
+}
+
+double IconButton::iconShare() const
+{
+    return m_look == Plain ? 0.66 : 0.42;
+}
+
+void IconButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(isEnabled() ? 1 : CardStyle::DisabledOpacity);
+    const QRectF circle = disc();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(discColor());
+    painter.drawEllipse(circle);
+    if (m_look == Disc) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(CardStyle::Hairline, 1));
+        painter.drawEllipse(circle.adjusted(0.5, 0.5, -0.5, -0.5));
+    }
+    painter.translate(circle.center());
+    const double scale = circle.width() * iconShare() / IconPaths::Side;
+    painter.scale(scale, scale);
+    painter.translate(-IconPaths::Side / 2, -IconPaths::Side / 2);
+    painter.fillPath(m_path, iconColor());
+}
+
+bool IconButton::hitButton(const QPoint &position) const
+{
+    const QPointF offset = QPointF(position) - disc().center();
+    const double radius = disc().width() / 2;
+    return QPointF::dotProduct(offset, offset) <= radius * radius;
+}

@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/IconPaths.h"
+
+#include <QPainterPathStroker>
+#include <cmath>
+#include <numbers>
+
+namespace IconPaths {
+
+namespace {
+
+constexpr QPointF Middle{Side / 2, Side / 2};
+
+QPainterPath stroked(const QPainterPath &line, double width)
+{
+    QPainterPathStroker stroker;
+    stroker.setWidth(width);
+    stroker.setCapStyle(Qt::RoundCap);
+    stroker.setJoinStyle(Qt::RoundJoin);
+    return stroker.createStroke(line).simplified();
+}
+
+QPointF onCircle(double radius, double turn)
+{
+    const double angle = turn * 2 * std::numbers::pi;
+    return Middle + radius * QPointF(std::sin(angle), -std::cos(angle));
+}
+
+} // namespace
+
+QPainterPath gear()
+{
+    constexpr int Teeth = 8;
+    constexpr double Root = 7.2, Tip = 9.8, Hole = 3.1;
+    // Half the angular width of a tooth at its root and at its tip, in turns.
+    constexpr double RootHalf = 0.036, TipHalf = 0.022;
+    QPainterPath outline;
+    for (int tooth = 0; tooth < Teeth; ++tooth) {
+        const double turn = double(tooth) / Teeth;
+        const QPointF corners[] = {onCircle(Root, turn - RootHalf), onCircle(Tip, turn - TipHalf),
+            onCircle(Tip, turn + TipHalf), onCircle(Root, turn + RootHalf)};
+        for (const QPointF &corner : corners)
+            outline.elementCount() == 0 ? outline.moveTo(corner) : outline.lineTo(corner);
+    }
+    outline.closeSubpath();
+    outline = outline.united(stroked(outline, 0.8));
+    QPainterPath hole;
+    hole.addEllipse(Middle, Hole, Hole);
+    return outline.subtracted(hole);
+}
+
+QPainterPath help()
+{
+    QPainterPath hook;
+    hook.moveTo(8.3, 8.7);
+    hook.cubicTo(8.3, 6.5, 9.9, 5, 12, 5);
+    hook.cubicTo(14.2, 5, 15.8, 6.4, 15.8, 8.4);
+    hook.cubicTo(15.8, 11.2, 12, 11.3, 12, 14.3);
+    QPainterPath path = stroked(hook, 2);
+    path.addEllipse(QPointF(12, 18.2), 1.35, 1.35);
+    return path;
+}
+
+QPainterPath minimise()
+{
+    QPainterPath line;
+    line.moveTo(6.5, 16);
+    line.lineTo(17.5, 16);
+    return stroked(line, 1.9);
+}
+
+QPainterPath close()
+{
+    QPainterPath cross;
+    cross.moveTo(6.5, 6.5);
+    cross.lineTo(17.5, 17.5);
+    cross.moveTo(17.5, 6.5);
+    cross.lineTo(6.5, 17.5);
+    return stroked(cross, 1.9);
+}
+
+QPainterPath record()
+{
+    QPainterPath path;
+    path.addEllipse(Middle, 7, 7);
+    return path;
+}
+
+QPainterPath pause()
+{
+    QPainterPath path;
+    path.addRoundedRect(QRectF(5.5, 4.5, 4.8, 15), 1, 1);
+    path.addRoundedRect(QRectF(13.7, 4.5, 4.8, 15), 1, 1);
+    return path;
+}
+
+QPainterPath stop()
+{
+    QPainterPath path;
+    path.addRoundedRect(QRectF(5, 5, 14, 14), 2.2, 2.2);
+    return path;
+}
+
+QPainterPath play()
+{
+    QPainterPath triangle;
+    // Its centre of mass, not its box, stands in the middle.
+    triangle.moveTo(7.6, 5.2);
+    triangle.lineTo(18.6, 12);
+    triangle.lineTo(7.6, 18.8);
+    triangle.closeSubpath();
+    return triangle.united(stroked(triangle, 1.6));
+}
+
+QPainterPath chevronDown()
+{
+    QPainterPath line;
+    line.moveTo(6.5, 9.5);
+    line.lineTo(12, 15);
+    line.lineTo(17.5, 9.5);
+    return stroked(line, 2.4);
+}
+
+} // namespace IconPaths

@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/TitleStrip.h"
+#include "ui/CardStyle.h"
+#include "ui/IconButton.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWindow>
+#include <algorithm>
+
+namespace {
+
+constexpr int SideMargin = 10;
+constexpr int ToolSpacing = 2;
+
+QHBoxLayout *sideLayout()
+{
+    auto *layout = new QHBoxLayout;
+    layout->setSpacing(CardStyle::scaled(ToolSpacing));
+    return layout;
+}
+
+} // namespace
+
+TitleStrip::TitleStrip(QWidget *parent)
+    : QWidget(parent)
+    , m_tools(sideLayout())
+    , m_windowButtons(sideLayout())
+{
+    setFixedHeight(CardStyle::scaled(CardStyle::TitleStripHeight));
+    auto *layout = new QHBoxLayout(this);
+    const int margin = CardStyle::scaled(SideMargin);
+    layout->setContentsMargins(margin, 0, margin, 0);
+    layout->addLayout(m_tools);
+    layout->addStretch(1);
+    layout->addLayout(m_windowButtons);
+    window()->installEventFilter(this);
+}
+
+void TitleStrip::addTool(QAbstractButton *button)
+{
+    m_tools->addWidget(button);
+}
+
+void TitleStrip::addMinimiseButton()
+{
+    auto *button = new IconButton(IconButton::Minimise, this);
+    button->setAccessibleName(tr("Minimise"));
+    button->setToolTip(tr("Minimise"));
+    connect(button, &IconButton::clicked, this, [this] { window()->showMinimized(); });
+    m_windowButtons->addWidget(button);
+}
+
+void TitleStrip::addCloseButton()
+{
+    auto *button = new IconButton(IconButton::Close, this);
+    button->setAccessibleName(tr("Close"));
+    button->setToolTip(tr("Close"));
+    connect(button, &IconButton::clicked, this, [this] { window()->close(); });
+    m_windowButtons->addWidget(button);
+}
+
+int TitleStrip::widestSide() const
+{
+    return std::max(m_tools->sizeHint().width(), m_windowButtons->sizeHint().width());
+}
+
+void TitleStrip::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setFont(CardStyle::font(CardStyle::LabelFontSize, QFont::DemiBold));
+    painter.setPen(CardStyle::Label);
+    // The same room at both sides, so that the title stands in the middle of the card.
+    const int side = widestSide() + CardStyle::scaled(SideMargin + ToolSpacing);
+    const QRect room = rect().adjusted(side, 0, -side, 0);
+    const QString title
+        = painter.fontMetrics().elidedText(window()->windowTitle(), Qt::ElideRight, room.width());
+    painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, title);
+}
+
+void TitleStrip::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_pressed = true;
+    m_dragging = false;
+    m_pressPosition = event->globalPosition().toPoint();
+    m_grip = window()->pos() - m_pressPosition;
+}
+
+void TitleStrip::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_pressed)
+        dragTo(event->globalPosition().toPoint());
+}
+
+void TitleStrip::mouseReleaseEvent(QMouseEvent *)
+{
+    m_pressed = false;
+}
+
+void TitleStrip::dragTo(const QPoint &globalPosition)
+{
+    const int distance = (globalPosition - m_pressPosition).manhattanLength();
+    if (!m_dragging && distance < QApplication::startDragDistance())
+        return;
+    // The window system's own move knows about screen edges and other windows. Where it has none, the strip
+    // moves the window itself.
+    if (!m_dragging && window()->windowHandle() && window()->windowHandle()->startSystemMove()) {
+        m_pressed = false;
+        return;
+    }
+    m_dragging = true;
+    window()->move(globalPosition + m_grip);
+}
+
+bool TitleStrip::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::WindowTitleChange)
+        update();
+    return QWidget::eventFilter(watched, event);
+}

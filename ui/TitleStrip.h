@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class QAbstractButton;
+class QHBoxLayout;
+
+// The top of a card: its window's title in the middle, tools at the left, window buttons at the right.
+// Dragging it moves the window.
+class TitleStrip : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TitleStrip(QWidget *parent = nullptr);
+
+    // Takes the button over; the first tool is the leftmost.
+    void addTool(QAbstractButton *button);
+    void addMinimiseButton();
+    void addCloseButton();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void dragTo(const QPoint &globalPosition);
+    int widestSide() const;
+
+    QHBoxLayout *m_tools;
+    QHBoxLayout *m_windowButtons;
+    // The window's position minus the pointer's, while the left button is down on the strip.
+    QPoint m_grip;
+    QPoint m_pressPosition;
+    bool m_pressed = false;
+    bool m_dragging = false;
+};
