@@ -12,7 +12,7 @@
 
 class KTAudioPlayer;
 
-class KTAudioPlayerDelegate {
+class KTAUDIO_EXPORT KTAudioPlayerDelegate {
 public:
     virtual ~KTAudioPlayerDelegate() = default;
     // Progress, in MPEG frames. Any thread.
@@ -22,7 +22,9 @@ public:
     // Playback has ended by itself, or the file could not be played; the player is stopped. Main thread, from
     // the main loop, once a playback. Not sent after stop().
     virtual void KTAudioPlayerStopPlay(KTAudioPlayer *player) = 0;
-    // PCM about to be played: `fillPktCount` frames, `fillBytesCount` bytes. Optional. The library's thread.
+    // PCM about to be played, in `format`: `*fillBytesCount` bytes, before which `currentPkt` MPEG frames
+    // began and in which `*fillPktCount` begin. The samples may be changed; changed counts are ignored.
+    // Optional. The sound system's thread, which waits: not for the main thread.
     virtual void KTAudioPlayerFillBuffer(KTAudioPlayer *player, void *buffer, std::int64_t currentPkt,
         std::uint32_t *fillPktCount, std::uint32_t *fillBytesCount,
         const AudioStreamBasicDescription &format);

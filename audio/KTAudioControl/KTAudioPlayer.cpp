@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "KTAudioControl/KTAudioPlayer.h"
+
+#include "audio/KTAudioControl/Playback.h"
+
+#include <atomic>
+
+class KTAudioPlayer::Private {
+public:
+    // The callback may start the next playback, or destroy the player: nothing is touched after it.
+    void ended(KTAudioPlayer *player)
+    {
+        playback.reset();
+        if (KTAudioPlayerDelegate *const receiver = delegate)
+            receiver->KTAudioPlayerStopPlay(player);
+    }
+
+    std::atomic<KTAudioPlayerDelegate *> delegate = nullptr;
+    std::shared_ptr<Playback> playback;
+};
+
+void KTAudioPlayerDelegate::KTAudioPlayerFillBuffer(KTAudioPlayer *, void *, std::int64_t, std::uint32_t *,
+    std::uint32_t *, const AudioStreamBasicDescription &)
+{
+}
+
+KTAudioPlayer::KTAudioPlayer()
+    : d(std::make_unique<Private>())
+{
+}
+
+KTAudioPlayer::~KTAudioPlayer() = default;
+
+void KTAudioPlayer::setDelegate(KTAudioPlayerDelegate *delegate)
+{
+    d->delegate = delegate;
+}
+
+void KTAudioPlayer::playWithFile(const QString &path)
+{
+    stop();
+    Playback::Listener listener;
+    listener.filled = [this](Playback::Fill &fill) {
+        if (KTAudioPlayerDelegate *const receiver = d->delegate) {
+            receiver->KTAudioPlayerFillBuffer(
+                this, fill.buffer, fill.firstPacket, &fill.packets, &fill.bytes, *fill.format);
+            receiver->KTAudioPlayerPlayPacketCount(
+                this, fill.firstPacket + fill.packets, fill.totalPackets, *fill.format);
+        }
+    };
+    listener.ended = [this] { d->ended(this); };
+    d->playback = std::make_shared<Playback>(path, std::move(listener));
+    d->playback->start();
+}
+
+std::int32_t KTAudioPlayer::state() const
+{
+    return d->playback ? d->playback->state() : KTAudioTransportStateStopped;
+}
+
+void KTAudioPlayer::pause()
+{
+    if (state() == KTAudioTransportStateRunning)
+        d->playback->pause();
+}
+
+void KTAudioPlayer::resume()
+{
+    if (state() == KTAudioTransportStatePaused)
+        d->playback->resume();
+}
+
+void KTAudioPlayer::stop()
+{
+    d->playback.reset();
+}
