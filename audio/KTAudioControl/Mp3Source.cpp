@@ -30,6 +30,20 @@ void acceptAnyFormat(mpg123_handle *handle)
         mpg123_format(handle, rate, MPG123_MONO | MPG123_STEREO, MPG123_ENC_SIGNED_16);
 }
 
+// Through a buffered file: the library looks for frames in damaged places byte by byte.
+ssize_t readFile(void *file, void *buffer, std::size_t bytes)
+{
+    auto *const stream = static_cast<std::FILE *>(file);
+    const std::size_t count = std::fread(buffer, 1, bytes, stream);
+    return count == 0 && std::ferror(stream) ? -1 : static_cast<ssize_t>(count);
+}
+
+off_t seekFile(void *file, off_t offset, int whence)
+{
+    auto *const stream = static_cast<std::FILE *>(file);
+    return fseeko(stream, offset, whence) == 0 ? ftello(stream) : -1;
+}
+
 AudioStreamBasicDescription describe(long rate, int channels)
 {
     const auto frameBytes = static_cast<std::uint32_t>(channels) * 2;
@@ -52,12 +66,6 @@ void Mp3Source::HandleDeleter::operator()(mpg123_handle_struct *handle) const
     mpg123_delete(handle);
 }
 
-Mp3Source::Descriptor::~Descriptor()
-{
-    if (value >= 0)
-        close(value);
-}
-
 Mp3Source::Mp3Source() = default;
 Mp3Source::~Mp3Source() = default;
 
@@ -69,9 +77,11 @@ bool Mp3Source::open(const QString &path)
 // A pipe or a device could keep the reader waiting for ever.
 bool Mp3Source::openRegularFile(const QString &path)
 {
-    m_descriptor.value = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor >= 0)
+        m_file.reset(fdopen(descriptor, "rb"));
     struct stat status = {};
-    if (m_descriptor.value < 0 || fstat(m_descriptor.value, &status) != 0)
+    if (!m_file || fstat(descriptor, &status) != 0)
         m_error = QString::fromLocal8Bit(strerror(errno));
     else if (!S_ISREG(status.st_mode))
         m_error = QStringLiteral("not a regular file");
@@ -93,7 +103,8 @@ bool Mp3Source::configure()
     mpg123_param(m_handle.get(), MPG123_INDEX_SIZE, 0, 0);
     mpg123_param(m_handle.get(), MPG123_RESYNC_LIMIT, longestDamage, 0);
     acceptAnyFormat(m_handle.get());
-    code = mpg123_open_fd(m_handle.get(), m_descriptor.value);
+    mpg123_replace_reader_handle(m_handle.get(), readFile, seekFile, nullptr);
+    code = mpg123_open_handle(m_handle.get(), m_file.get());
     return code == MPG123_OK || fail(code);
 }
 

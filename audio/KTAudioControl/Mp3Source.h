@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <cstddef>
+#include <cstdio>
 #include <memory>
 #include <span>
 
@@ -39,10 +40,8 @@ private:
     struct HandleDeleter {
         void operator()(mpg123_handle_struct *handle) const;
     };
-    class Descriptor {
-    public:
-        ~Descriptor();
-        int value = -1;
+    struct FileCloser {
+        void operator()(std::FILE *file) const { std::fclose(file); }
     };
 
     bool configure();
@@ -50,8 +49,8 @@ private:
     bool readFormat();
     bool fail(int code);
 
-    // The handle reads from the descriptor and goes first.
-    Descriptor m_descriptor;
+    // The handle reads from the file and goes first.
+    std::unique_ptr<std::FILE, FileCloser> m_file;
     std::unique_ptr<mpg123_handle_struct, HandleDeleter> m_handle;
     AudioStreamBasicDescription m_format;
     std::uint32_t m_totalPacketCount = 0;
