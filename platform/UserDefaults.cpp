@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/UserDefaults.h"
+
+#include "platform/Logging.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+// Three settings fit many times; a larger file is not ours and would only cost memory.
+constexpr qint64 largestFile = 1 << 20;
+
+std::unique_ptr<UserDefaults> &standard()
+{
+    static std::unique_ptr<UserDefaults> defaults;
+    return defaults;
+}
+
+// Opening a pipe or a device in the file's place would block the program or never end.
+bool canHoldSettings(const QFileInfo &file)
+{
+    return !file.exists() || (file.isFile() && file.size() <= largestFile);
+}
+
+} // namespace
+
+UserDefaults &UserDefaults::standardUserDefaults()
+{
+    if (!standard()) {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+        standard() = std::make_unique<UserDefaults>(folder + u"/flipside/flipside.conf"_s);
+    }
+    return *standard();
+}
+
+void UserDefaults::setStandardUserDefaults(std::unique_ptr<UserDefaults> defaults)
+{
+    standard() = std::move(defaults);
+}
+
+UserDefaults::UserDefaults(const QString &path)
+    : m_path(path)
+{
+    if (!canHoldSettings(QFileInfo(path))) {
+        qCWarning(lcPlatform, "%s cannot be a settings file, the defaults apply.", qPrintable(path));
+        return;
+    }
+    m_settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    if (m_settings->status() != QSettings::NoError)
+        qCWarning(lcPlatform, "The settings file %s is damaged or unreadable.", qPrintable(path));
+}
+
+UserDefaults::~UserDefaults() = default;
+
+QByteArray UserDefaults::dataForKey(const QString &key) const
+{
+    const QVariant value = objectForKey(key);
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
+}
+
+std::optional<bool> UserDefaults::boolForKey(const QString &key) const
+{
+    // Read from the file it is text, set in this process it is a boolean.
+    const QVariant value = objectForKey(key);
+    if (value.typeId() != QMetaType::QString && value.typeId() != QMetaType::Bool)
+        return std::nullopt;
+    const QString text = value.toString();
+    if (text == "true"_L1 || text == "1"_L1)
+        return true;
+    if (text == "false"_L1 || text == "0"_L1)
+        return false;
+    return std::nullopt;
+}
+
+void UserDefaults::setData(const QByteArray &data, const QString &key)
+{
+    setObject(data, key);
+}
+
+void UserDefaults::setBool(bool value, const QString &key)
+{
+    setObject(value, key);
+}
+
+bool UserDefaults::synchronize()
+{
+    if (m_settings)
+        m_settings->sync();
+    if (m_settings && m_settings->status() != QSettings::AccessError)
+        return true;
+    qCWarning(lcPlatform, "The settings cannot be written to %s.", qPrintable(m_path));
+    return false;
+}
+
+QVariant UserDefaults::objectForKey(const QString &key) const
+{
+    return m_settings ? m_settings->value(key) : m_unsaved.value(key);
+}
+
+void UserDefaults::setObject(const QVariant &value, const QString &key)
+{
+    if (!m_settings) {
+        m_unsaved.insert(key, value);
+        return;
+    }
+    keepDamagedFile();
+    m_settings->setValue(key, value);
+}
+
+// What is written next holds only the lines that could be understood.
+void UserDefaults::keepDamagedFile()
+{
+    if (m_settings->status() != QSettings::FormatError || m_damagedFileIsKept)
+        return;
+    m_damagedFileIsKept = true;
+    const QString kept = m_path + u".damaged"_s;
+    QFile::remove(kept);
+    if (QFile::copy(m_path, kept))
+        qCWarning(lcPlatform, "The damaged settings file is kept as %s.", qPrintable(kept));
+}
+
+} // namespace platform

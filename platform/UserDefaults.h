@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QVariant>
+#include <memory>
+#include <optional>
+
+class QSettings;
+
+namespace platform {
+
+// The user's settings: byte strings and booleans under string keys, in one INI file. What cannot be read is
+// absent: a missing, damaged or unreadable file, or a value of another type. Nothing is written before the
+// first value is set; a file that is damaged then is kept beside the new one, as "<name>.damaged". Another
+// process may use the same file: only the keys that were set here are written. Main thread only.
+class UserDefaults {
+public:
+    // $XDG_CONFIG_HOME/flipside/flipside.conf, opened on the first call.
+    static UserDefaults &standardUserDefaults();
+    // For tests: what standardUserDefaults() answers from now on; null opens the file again.
+    static void setStandardUserDefaults(std::unique_ptr<UserDefaults> defaults);
+
+    explicit UserDefaults(const QString &path);
+    ~UserDefaults();
+
+    // Empty when absent; callers treat an empty byte string as absent, too.
+    QByteArray dataForKey(const QString &key) const;
+    std::optional<bool> boolForKey(const QString &key) const;
+
+    // Readable at once; in the file at the latest when the main loop comes round again.
+    void setData(const QByteArray &data, const QString &key);
+    void setBool(bool value, const QString &key);
+
+    // Writes what is not in the file yet. False when it cannot be written; the values stay readable in this
+    // process, and the reason is logged.
+    bool synchronize();
+
+private:
+    QVariant objectForKey(const QString &key) const;
+    void setObject(const QVariant &value, const QString &key);
+    void keepDamagedFile();
+
+    QString m_path;
+    std::unique_ptr<QSettings> m_settings;
+    // In place of the file, where something stands at its path that cannot be one.
+    QHash<QString, QVariant> m_unsaved;
+    bool m_damagedFileIsKept = false;
+};
+
+} // namespace platform
