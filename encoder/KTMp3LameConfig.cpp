@@ -4,6 +4,7 @@
 #include "encoder/KTMp3LameConfig.h"
 
 #include "platform/KeyPath.h"
+#include "platform/KeyedArchive.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,6 +26,8 @@ constexpr SampleRateStep sampleRateSteps[] = {{48000, 48000}, {44100, 44100}, {3
     {22050, 22050}, {16000, 16000}, {12000, 12000}, {11000, 11025}};
 constexpr qint32 lowestSampleRate = 8000;
 
+constexpr const char *archivedClassName = "KTMp3LameConfig";
+
 bool sameValue(double one, double other)
 {
     return one == other || (std::isnan(one) && std::isnan(other));
@@ -44,6 +47,46 @@ KTMp3LameConfig::KTMp3LameConfig()
     setSampleRate(defaultSampleRate());
     setLameMode(defaultLameMode());
     platform::announceDerivedProperties(this);
+}
+
+KTMp3LameConfig::KTMp3LameConfig(const platform::KeyedDecoder &coder)
+{
+    setEncoderTarget(coder.decodeInt("encoderTarget"));
+    setEncoderEngineQuality(coder.decodeInt("encoderEngineQuality"));
+    setVbrMode(coder.decodeInt("vbrMode"));
+    setIsCBR(coder.decodeBool("isCBR"));
+    setBitrate(coder.decodeInteger("bitrate"));
+    setEncodeQuality(coder.decodeDouble("encodeQuality"));
+    setSampleRate(coder.decodeInteger("sampleRate"));
+    setLameMode(coder.decodeInt("lameMode"));
+    setNumberOfChannel(coder.decodeInteger("numberOfChannel"));
+    platform::announceDerivedProperties(this);
+}
+
+void KTMp3LameConfig::encodeWithCoder(platform::KeyedEncoder &coder) const
+{
+    coder.encodeInt("encoderTarget", m_encoderTarget);
+    coder.encodeInt("encoderEngineQuality", m_encoderEngineQuality);
+    coder.encodeInt("vbrMode", m_vbrMode);
+    coder.encodeInteger("bitrate", m_bitrate);
+    coder.encodeDouble("encodeQuality", m_encodeQuality);
+    coder.encodeBool("isCBR", m_isCBR);
+    coder.encodeInteger("numberOfChannel", m_numberOfChannel);
+    coder.encodeInt("lameMode", m_lameMode);
+    coder.encodeInteger("sampleRate", m_sampleRate);
+}
+
+QByteArray KTMp3LameConfig::archivedData(const KTMp3LameConfig &config)
+{
+    platform::KeyedEncoder coder;
+    config.encodeWithCoder(coder);
+    return coder.archive(archivedClassName);
+}
+
+QSharedPointer<KTMp3LameConfig> KTMp3LameConfig::unarchivedConfig(const QByteArray &data)
+{
+    const auto coder = platform::KeyedDecoder::fromArchive(data, archivedClassName);
+    return coder ? QSharedPointer<KTMp3LameConfig>::create(*coder) : nullptr;
 }
 
 void KTMp3LameConfig::copyFromConfig(const KTMp3LameConfig &config)

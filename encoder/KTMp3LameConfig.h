@@ -7,6 +7,11 @@
 #include <QSharedPointer>
 #include <QStringList>
 
+namespace platform {
+class KeyedDecoder;
+class KeyedEncoder;
+} // namespace platform
+
 // How a recording is encoded. One is shared by the preferences and every recording, as a
 // QSharedPointer<KTMp3LameConfig>; main thread only. The setters clamp and snap instead of failing, so every
 // way in (windows, archives, copies, defaults) ends within the same limits.
@@ -47,7 +52,17 @@ public:
     enum VbrMode : qint32 { StandardVbr = 0, FastVbr = 1 };
     enum LameMode : qint32 { JointStereo = 1, Mono = 3 };
 
+    // The defaults.
     KTMp3LameConfig();
+    // What an archive holds; missing values are 0 or false before they are clamped. The channel count comes
+    // last and decides on the mode, so that an archived mode never survives.
+    explicit KTMp3LameConfig(const platform::KeyedDecoder &coder);
+
+    void encodeWithCoder(platform::KeyedEncoder &coder) const;
+    // A keyed archive whose root object is the configuration.
+    static QByteArray archivedData(const KTMp3LameConfig &config);
+    // Null, and one log line, when the data is no such archive.
+    static QSharedPointer<KTMp3LameConfig> unarchivedConfig(const QByteArray &data);
 
     static qint32 defaultEncodeTarget() { return QualityTarget; }
     static qint32 defaultEncoderEngineQuality() { return StandardQuality; }

@@ -1,0 +1,182 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "encoder/KTMp3LameConfig.h"
+#include "tests/encoder/ArchiveMutations.h"
+#include "tests/support/LogCapture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString failure = u"Cannot decode a keyed archive of KTMp3LameConfig."_s;
+
+QByteArray archive(const QString &name)
+{
+    QFile file(QStringLiteral(FLIPSIDE_ENCODER_TEST_DATA "/") + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+    return file.readAll();
+}
+
+QByteArray bigEndian(quint64 value, int size)
+{
+    QByteArray bytes;
+    for (int i = size - 1; i >= 0; --i)
+        bytes.append(char(value >> (8 * i)));
+    return bytes;
+}
+
+QByteArray binaryList(const QList<QByteArray> &objects, quint64 top = 0)
+{
+    QByteArray data = "bplist00", offsets;
+    for (const QByteArray &object : objects) {
+        offsets += bigEndian(quint64(data.size()), 2);
+        data += object;
+    }
+    const auto table = quint64(data.size());
+    return data + offsets + QByteArray(6, '\0') + bigEndian(2, 1) + bigEndian(2, 1)
+        + bigEndian(quint64(objects.size()), 8) + bigEndian(top, 8) + bigEndian(table, 8);
+}
+
+// Every level is an array that holds the next one `width` times.
+QByteArray nestedList(int levels, int width)
+{
+    QList<QByteArray> objects;
+    for (int level = 0; level < levels; ++level)
+        objects += char(0xA0 | width) + bigEndian(quint64(level + 1), 2).repeated(width);
+    return binaryList(objects << QByteArray("\x10\x01"));
+}
+
+class ForeignArchiveTest : public testing::TestWithParam<const char *> { };
+
+TEST_P(ForeignArchiveTest, IsReadThroughTheSetters)
+{
+    const auto config = KTMp3LameConfig::unarchivedConfig(archive(QString::fromLatin1(GetParam())));
+    ASSERT_TRUE(config);
+    EXPECT_EQ(config->encoderTarget(), 0);
+    EXPECT_EQ(config->encoderEngineQuality(), 2);
+    EXPECT_EQ(config->vbrMode(), 1);
+    EXPECT_EQ(config->bitrate(), 192);
+    EXPECT_EQ(config->encodeQuality(), 2.71828);
+    EXPECT_TRUE(config->isCBR());
+    EXPECT_EQ(config->numberOfChannel(), 1);
+    EXPECT_EQ(config->sampleRate(), 32000);
+    EXPECT_EQ(config->lameMode(), 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, ForeignArchiveTest, testing::Values("complete.plist", "complete.xml"));
+
+TEST(KTMp3LameConfigArchiveTest, MissingAndWronglyTypedValuesAreZero)
+{
+    const testsupport::LogCapture log;
+    for (const char *name : {"empty.plist", "wrong_types.plist"}) {
+        const auto config = KTMp3LameConfig::unarchivedConfig(archive(QString::fromLatin1(name)));
+        ASSERT_TRUE(config) << name;
+        EXPECT_EQ(config->encoderTarget(), 0);
+        EXPECT_EQ(config->encoderEngineQuality(), 0);
+        EXPECT_EQ(config->vbrMode(), 0);
+        EXPECT_EQ(config->bitrate(), 8);
+        EXPECT_EQ(config->encodeQuality(), 0.0);
+        EXPECT_FALSE(config->isCBR());
+        EXPECT_EQ(config->numberOfChannel(), 0);
+        EXPECT_EQ(config->sampleRate(), 8000);
+        EXPECT_EQ(config->lameMode(), 3);
+    }
+    EXPECT_TRUE(log.lines().isEmpty());
+}
+
+TEST(KTMp3LameConfigArchiveTest, OursIsReadByAnotherReaderWithItsTypes)
+{
+    KTMp3LameConfig config;
+    config.setNumberOfChannel(-4);
+    config.setEncodeQuality(9.9989);
+    config.setVbrMode(-1);
+    config.setIsCBR(true);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"ours.plist"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(KTMp3LameConfig::archivedData(config));
+    file.close();
+
+    QProcess reader;
+    reader.start(
+        u"python3"_s, {QStringLiteral(FLIPSIDE_ENCODER_TEST_DATA "/read_archive.py"), file.fileName()});
+    ASSERT_TRUE(reader.waitForStarted()) << "python3 is needed";
+    ASSERT_TRUE(reader.waitForFinished(20000));
+    EXPECT_EQ(reader.readAllStandardOutput().toStdString(),
+        "100000 NSKeyedArchiver root KTMp3LameConfig,NSObject\n"
+        "encoderTarget int 1\nencoderEngineQuality int 1\nvbrMode int -1\nbitrate int 128\n"
+        "encodeQuality float 9.9989\nisCBR bool True\nnumberOfChannel int -4\nlameMode int 3\n"
+        "sampleRate int 44100\n")
+        << reader.readAllStandardError().toStdString();
+}
+
+TEST(KTMp3LameConfigArchiveTest, OursComesBackExceptForTheMode)
+{
+    KTMp3LameConfig config;
+    config.setLameMode(0);
+    config.setEncodeQuality(1.0 / 3.0);
+    config.setNumberOfChannel(qint64(1) << 40);
+    config.setEncoderEngineQuality(-7);
+    const auto copy = KTMp3LameConfig::unarchivedConfig(KTMp3LameConfig::archivedData(config));
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(copy->lameMode(), 1);
+    EXPECT_EQ(copy->encodeQuality(), 1.0 / 3.0);
+    EXPECT_EQ(copy->numberOfChannel(), qint64(1) << 40);
+    EXPECT_EQ(copy->encoderEngineQuality(), -7);
+}
+
+TEST(KTMp3LameConfigArchiveTest, WhatIsNoArchiveGivesNoConfigurationAndOneLine)
+{
+    QList<QByteArray> hostile = {QByteArray(), "bplist00", QByteArray(64, '\0'), "<plist><dict>",
+        "<plist><array>" + QByteArray("<array>").repeated(2000), QByteArray(1 << 20, '<'),
+        nestedList(3000, 1), nestedList(200, 2), nestedList(12, 14),
+        binaryList({QByteArray("\xA1\x00\x00", 3)}),
+        binaryList({QByteArray("\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10)}),
+        binaryList({QByteArray("\xDF\x12\x7F\xFF\xFF\xFF", 6)}), binaryList({"\x5F\x11\xFF\xFF"}),
+        binaryList({"\x10\x01"}, ~quint64(0))};
+    for (const char *name : {"not_a_number.plist", "other_class.plist", "other_archiver.plist",
+             "other_version.plist", "reference_beyond.plist", "huge_reference.plist", "root_is_class.plist",
+             "own_class.plist", "no_objects.plist", "no_root.plist", "plain.plist"})
+        hostile += archive(QString::fromLatin1(name));
+    const QByteArray whole = archive(u"complete.plist"_s);
+    for (qsizetype length = 0; length < whole.size(); length += 13)
+        hostile += whole.first(length);
+
+    testsupport::LogCapture log;
+    for (qsizetype i = 0; i < hostile.size(); ++i) {
+        log.clear();
+        EXPECT_FALSE(KTMp3LameConfig::unarchivedConfig(hostile[i])) << i;
+        EXPECT_EQ(log.lines(), QStringList{failure}) << i;
+    }
+}
+
+TEST(KTMp3LameConfigArchiveTest, DamagedArchivesDecodeWithinTheLimitsOrNotAtAll)
+{
+    testsupport::LogCapture log;
+    ArchiveMutations mutations({archive(u"complete.plist"_s), archive(u"complete.xml"_s),
+                                   KTMp3LameConfig::archivedData(KTMp3LameConfig())},
+        20260101);
+    qsizetype decoded = 0;
+    constexpr qsizetype total = 600;
+    for (qsizetype i = 0; i < total; ++i) {
+        const auto config = KTMp3LameConfig::unarchivedConfig(mutations.next());
+        if (!config)
+            continue;
+        ++decoded;
+        EXPECT_TRUE(config->bitrate() >= 8 && config->bitrate() <= 320);
+        EXPECT_TRUE(config->encodeQuality() >= 0.0 && config->encodeQuality() < 9.999);
+        EXPECT_EQ(config->lameMode(), config->numberOfChannel() < 2 ? 3 : 1);
+    }
+    EXPECT_EQ(log.count(failure), total - decoded);
+    EXPECT_EQ(log.lines().size(), total - decoded);
+    EXPECT_TRUE(decoded > 0 && decoded < total);
+}
+
+} // namespace

@@ -1,0 +1,65 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""Writes the keyed archives that the tests read, by a writer that is not ours. Run it in this folder."""
+
+import plistlib
+from plistlib import UID
+
+VALUES = {
+    "encoderTarget": 0,
+    "encoderEngineQuality": 2,
+    "vbrMode": 1,
+    "bitrate": 192,
+    "encodeQuality": 2.71828,
+    "isCBR": True,
+    "numberOfChannel": 1,
+    "lameMode": 0,
+    "sampleRate": 44099,
+}
+
+
+def archive(values, class_name="KTMp3LameConfig", **replaced):
+    # The class comes before the object that refers to it, and something unrelated before both: a reader has to
+    # follow the references.
+    archived = {
+        "$version": 100000,
+        "$archiver": "NSKeyedArchiver",
+        "$top": {"root": UID(3)},
+        "$objects": [
+            "$null",
+            {"$classname": class_name, "$classes": [class_name, "NSObject"]},
+            "unrelated",
+            {**values, "$class": UID(1)},
+        ],
+    }
+    return {**archived, **replaced}
+
+
+def write(name, value, form=plistlib.FMT_BINARY):
+    with open(name, "wb") as file:
+        plistlib.dump(value, file, fmt=form, sort_keys=False)
+
+
+write("complete.plist", archive(VALUES))
+# Python's XML writer refuses references; in XML they are dictionaries with this key.
+xml = archive({**VALUES})
+xml["$top"]["root"] = {"CF$UID": 3}
+xml["$objects"][3]["$class"] = {"CF$UID": 1}
+write("complete.xml", xml, plistlib.FMT_XML)
+write("empty.plist", archive({}))
+write("wrong_types.plist", archive({
+    "encoderTarget": "1", "encoderEngineQuality": True, "vbrMode": 2**40, "bitrate": b"\x01",
+    "encodeQuality": UID(1), "isCBR": "YES", "numberOfChannel": [2], "lameMode": {}, "sampleRate": 48000.0,
+}))
+write("not_a_number.plist", archive({**VALUES, "encodeQuality": float("nan")}))
+write("other_class.plist", archive(VALUES, "NSColor"))
+write("other_archiver.plist", archive(VALUES, **{"$archiver": "NSArchiver"}))
+write("other_version.plist", archive(VALUES, **{"$version": 1}))
+write("reference_beyond.plist", archive(VALUES, **{"$top": {"root": UID(4)}}))
+write("huge_reference.plist", archive(VALUES, **{"$top": {"root": UID(2**32)}}))
+write("root_is_class.plist", archive(VALUES, **{"$top": {"root": UID(1)}}))
+write("own_class.plist", archive(VALUES, **{"$objects": ["$null", 0, 0, {**VALUES, "$class": UID(3)}]}))
+write("no_objects.plist", archive(VALUES, **{"$objects": "none"}))
+write("no_root.plist", archive(VALUES, **{"$top": {}}))
+write("plain.plist", VALUES)
