@@ -37,12 +37,13 @@ protected:
     // File systems stamp births with the kernel's coarse clock, which ticks every few milliseconds.
     static void letTheClockTick()
     {
-        const auto now = [] {
+        const auto read = [](clockid_t clock) {
             timespec time = {};
-            clock_gettime(CLOCK_REALTIME_COARSE, &time);
-            return time.tv_nsec;
+            clock_gettime(clock, &time);
+            return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
         };
-        ASSERT_TRUE(testsupport::waitUntil([&, start = now()] { return now() != start; }));
+        const auto now = read(CLOCK_REALTIME);
+        ASSERT_TRUE(testsupport::waitUntil([&] { return read(CLOCK_REALTIME_COARSE) > now; }));
     }
 
     QTemporaryDir folder;
