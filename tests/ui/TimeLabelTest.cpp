@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/TimeLabel.h"
+
+#include <QAccessible>
+#include <QImage>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(TimeLabelTest, NoDigitMovesWhenAnotherOneChanges)
+{
+    TimeLabel label;
+    label.setText(u"00:00:00.0"_s);
+    const QList<double> edges = label.cellEdges();
+    for (const QString &text : {u"11:11:11.1"_s, u"18:04:47.1"_s}) {
+        label.setText(text);
+        EXPECT_EQ(label.cellEdges(), edges);
+    }
+}
+
+// What is drawn of the two digits on the left must not depend on the digit on the right.
+TEST(TimeLabelTest, OnlyTheChangedCellIsDrawnDifferently)
+{
+    TimeLabel label;
+    label.setText(u"00:00:00.1"_s);
+    label.resize(label.sizeHint());
+    const QImage before = label.grab().toImage();
+    label.setText(u"00:00:00.8"_s);
+    const QImage after = label.grab().toImage();
+    const QRect unchanged(0, 0, int(label.cellEdges().at(9)) - 2, label.height());
+    EXPECT_EQ(before.copy(unchanged), after.copy(unchanged));
+    EXPECT_NE(before, after);
+}
+
+TEST(TimeLabelTest, ALongTextIsDrawnSmallerAndNotCutOff)
+{
+    TimeLabel label;
+    label.setText(u"100000:00:00.0"_s);
+    label.resize(300, label.sizeHint().height());
+    ASSERT_GT(label.cellEdges().last(), 300);
+    const QImage image = label.grab().toImage();
+    const QImage empty = TimeLabel().grab(QRect(0, 0, 1, 1)).toImage();
+    for (int y = 0; y < image.height(); ++y) {
+        EXPECT_EQ(image.pixel(0, y), empty.pixel(0, 0));
+        EXPECT_EQ(image.pixel(image.width() - 1, y), empty.pixel(0, 0));
+    }
+}
+
+TEST(TimeLabelTest, ScreenReadersFindTheLiveText)
+{
+    TimeLabel label;
+    label.setAccessibleDescription(u"Elapsed time"_s);
+    label.setText(u"00:01:01.2"_s);
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&label);
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"00:01:01.2"_s);
+    EXPECT_EQ(accessible->text(QAccessible::Description), u"Elapsed time"_s);
+}
+
+} // namespace

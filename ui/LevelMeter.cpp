@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/LevelMeter.h"
+
+#include "ui/CardStyle.h"
+
+#include <QEvent>
+#include <QLinearGradient>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QTimerEvent>
+#include <QWindow>
+
+namespace {
+
+constexpr int kIntervalMilliseconds = 40;
+constexpr double kBarHeight = 4;
+constexpr double kBarGap = 3;
+// After a pause of the timer the bars have fallen to rest anyway; a longer step would say no more.
+constexpr std::chrono::milliseconds kLongestStep{10000};
+
+constexpr QColor kTrack{0x1a, 0x1d, 0x20};
+constexpr QColor kGreen{0x3f, 0xa4, 0x5c};
+constexpr QColor kYellow{0xf0, 0xc2, 0x2f};
+
+// Green up to -18 dB, where speech belongs, yellow at -9 dB, and red for the last few.
+QLinearGradient gradient(const QRectF &track)
+{
+    QLinearGradient colours(track.topLeft(), track.topRight());
+    const auto at = [](float decibels) { return 1 - decibels / LevelBallistics::FloorDecibels; };
+    colours.setColorAt(0, kGreen);
+    colours.setColorAt(at(-18), kGreen);
+    colours.setColorAt(at(-9), kYellow);
+    colours.setColorAt(at(-1), CardStyle::Record);
+    return colours;
+}
+
+} // namespace
+
+LevelMeter::LevelMeter(QWidget *parent)
+    : QWidget(parent)
+{
+    setAccessibleName(QStringLiteral("Input level"));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void LevelMeter::setSource(Source source)
+{
+    m_source = std::move(source);
+}
+
+void LevelMeter::setRunning(bool running)
+{
+    m_running = running;
+    startOrStopTimer();
+}
+
+QSize LevelMeter::sizeHint() const
+{
+    return {CardStyle::scaled(372), CardStyle::scaled(2 * kBarHeight + kBarGap)};
+}
+
+QSize LevelMeter::minimumSizeHint() const
+{
+    return {CardStyle::scaled(60), sizeHint().height()};
+}
+
+// A window that is minimised or on another desktop stays "visible" for the toolkit; only its exposure tells.
+bool LevelMeter::canBeSeen() const
+{
+    const QWindow *handle = window()->windowHandle();
+    return isVisible() && handle && handle->isExposed();
+}
+
+bool LevelMeter::isAtRest() const
+{
+    return m_bars[0].ballistics.isAtRest() && m_bars[1].ballistics.isAtRest();
+}
+
+void LevelMeter::watchWindow()
+{
+    if (QWindow *handle = window()->windowHandle())
+        handle->installEventFilter(this);
+}
+
+void LevelMeter::startOrStopTimer()
+{
+    if (!canBeSeen() || (!m_running && isAtRest())) {
+        m_timer.stop();
+    } else if (!m_timer.isActive()) {
+        // What has piled up meanwhile is old.
+        if (m_running && m_source)
+            m_source();
+        m_sinceLast.start();
+        m_timer.start(kIntervalMilliseconds, this);
+    }
+}
+
+bool LevelMeter::event(QEvent *event)
+{
+    if (event->type() == QEvent::Show)
+        watchWindow();
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
+        startOrStopTimer();
+    return QWidget::event(event);
+}
+
+bool LevelMeter::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Expose)
+        startOrStopTimer();
+    return QWidget::eventFilter(watched, event);
+}
+
+void LevelMeter::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_timer.timerId())
+        return QWidget::timerEvent(event);
+    advance();
+    startOrStopTimer();
+}
+
+void LevelMeter::advance()
+{
+    const auto elapsed = std::min(std::chrono::milliseconds(m_sinceLast.restart()), kLongestStep);
+    const std::array<float, 2> peaks = m_running && m_source ? m_source() : std::array<float, 2>{};
+    for (int channel = 0; channel < 2; ++channel) {
+        m_bars[channel].ballistics.advance(peaks[channel], elapsed);
+        if (refresh(m_bars[channel]))
+            update(barRectangle(channel).toAlignedRect());
+    }
+}
+
+// Whether the bar looks different now.
+bool LevelMeter::refresh(Bar &bar) const
+{
+    const int lit = qRound(bar.ballistics.position() * width() * devicePixelRatioF());
+    const bool clips = bar.ballistics.isClipping();
+    if (lit == bar.litPixels && clips == bar.clips)
+        return false;
+    bar.litPixels = lit;
+    bar.clips = clips;
+    return true;
+}
+
+QRectF LevelMeter::barRectangle(int channel) const
+{
+    const double scale = height() / (2 * kBarHeight + kBarGap);
+    return {0, channel * (kBarHeight + kBarGap) * scale, double(width()), kBarHeight * scale};
+}
+
+void LevelMeter::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    for (int channel = 0; channel < 2; ++channel) {
+        const QRectF track = barRectangle(channel);
+        if (event->rect().intersects(track.toAlignedRect()))
+            paintBar(painter, track, m_bars[channel]);
+    }
+}
+
+// The round end belongs to the track; a bar at its very beginning must not grow a belly of its own.
+void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar) const
+{
+    const double radius = track.height() / 2;
+    painter.setBrush(kTrack);
+    painter.drawRoundedRect(track, radius, radius);
+    const double lit = bar.litPixels / devicePixelRatioF();
+    if (lit > 0) {
+        painter.setBrush(gradient(track));
+        painter.save();
+        painter.setClipRect(QRectF(track.topLeft(), QSizeF(lit, track.height())));
+        painter.drawRoundedRect(
+            QRectF(track.topLeft(), QSizeF(std::max(lit, 2 * radius), track.height())), radius, radius);
+        painter.restore();
+    }
+    if (bar.clips) {
+        painter.setBrush(CardStyle::Record);
+        painter.drawRoundedRect(
+            QRectF(track.right() - 3 * radius, track.top(), 3 * radius, track.height()), radius, radius);
+    }
+}
