@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/desktop/PopUpMenu.h"
+
+#include <QMenu>
+
+namespace platform {
+
+void popUpMenu(QMenu *menu, QWidget *view)
+{
+    if (!menu || !view || menu->isEmpty())
+        return;
+    menu->setMinimumWidth(view->width());
+    menu->exec(view->mapToGlobal(QPoint(0, view->height())));
+}
+
+} // namespace platform
