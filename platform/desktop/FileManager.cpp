@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/desktop/FileManager.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDesktopServices>
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+// A file manager that the bus has to start first needs a while.
+constexpr std::chrono::milliseconds deadline = std::chrono::seconds(5);
+
+std::function<void(const QUrl &)> &fileManagerInUse()
+{
+    static std::function<void(const QUrl &)> instance;
+    return instance;
+}
+
+QDBusMessage showItems(const QUrl &fileUrl)
+{
+    const QString service = u"org.freedesktop.FileManager1"_s;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        service, u"/org/freedesktop/FileManager1"_s, service, u"ShowItems"_s);
+    const QStringList uris{QString::fromLatin1(fileUrl.toEncoded())};
+    const QString noStartupId = u""_s;
+    call.setArguments({uris, noStartupId});
+    return call;
+}
+
+} // namespace
+
+void revealInFileManager(const QUrl &fileUrl)
+{
+    if (fileManagerInUse())
+        return fileManagerInUse()(fileUrl);
+    const auto pending = QDBusConnection::sessionBus().asyncCall(showItems(fileUrl), deadline.count());
+    auto *watcher = new QDBusPendingCallWatcher(pending, qApp);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, fileUrl] {
+        if (watcher->isError())
+            QDesktopServices::openUrl(fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
+        watcher->deleteLater();
+    });
+}
+
+void setFileManager(std::function<void(const QUrl &)> fileManager)
+{
+    fileManagerInUse() = std::move(fileManager);
+}
+
+} // namespace platform
