@@ -1,0 +1,331 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""A sound server of one's own, with microphones that hear what they are told to.
+
+    sound_server.py [--pipewire] [--mic NAME[=SIGNAL]]... [--no-speakers] [--control]
+
+Prints one line of JSON once it is up: {"environment": {...}, "directory": ..., "pid": ..., "server_pid": ...}; ends,
+and takes everything with it, on SIGTERM or SIGINT. Programs that get the environment talk to this server.
+
+SIGNAL is one of
+    counter     each frame carries its number: low half left, high half right (the default)
+    tone        440 Hz left and 880 Hz right, half of full scale
+    silence
+    music       plucked chords (needs sox)
+    speech      a voice (needs espeak-ng and sox)
+    a path      a WAV file (16-bit, 48000 Hz, stereo) or the raw frames of one, over and over
+
+--control reads commands from standard input, answers each with a line of JSON, and ends at its end:
+    load NAME[=SIGNAL] | unload NAME | default NAME | kill | start | freeze | thaw | position NAME
+"""
+
+import argparse
+import array
+import ctypes
+import fcntl
+import json
+import math
+import os
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import wave
+
+RATE = 48000
+FRAME_BYTES = 4
+BLOCK_FRAMES = RATE // 100
+BLOCK_SECONDS = BLOCK_FRAMES / RATE
+DEADLINE = 10  # seconds that any step may take
+
+
+def die_with_parent():
+    pr_set_pdeathsig = 1
+    ctypes.CDLL(None).prctl(pr_set_pdeathsig, signal.SIGKILL)
+
+
+def wait_for(condition, what):
+    deadline = time.monotonic() + DEADLINE
+    while not condition():
+        if time.monotonic() > deadline:
+            raise RuntimeError(f"timed out: {what}")
+        time.sleep(0.005)
+
+
+class Counter:
+    """Frame n is the 32-bit number n."""
+
+    def block(self, first):
+        numbers = range(first, first + BLOCK_FRAMES)
+        return array.array("I", numbers).tobytes()
+
+
+class Loop:
+    """The same frames over and over."""
+
+    def __init__(self, frames):
+        self.frames = frames + frames[:BLOCK_FRAMES * FRAME_BYTES]
+        self.length = len(frames) // FRAME_BYTES
+
+    def block(self, first):
+        start = first % self.length * FRAME_BYTES
+        data = self.frames[start:start + BLOCK_FRAMES * FRAME_BYTES]
+        return data.ljust(BLOCK_FRAMES * FRAME_BYTES, b"\0")
+
+
+def tone():
+    samples = array.array("h")
+    for n in range(RATE):  # whole periods of both
+        for hertz in (440, 880):
+            samples.append(round(16384 * math.sin(2 * math.pi * hertz * n / RATE)))
+    return samples.tobytes()
+
+
+def sox(*arguments, stdin=None):
+    command = ["sox", *arguments]
+    return subprocess.run(command, input=stdin, stdout=subprocess.PIPE, check=True).stdout
+
+
+RAW_OUTPUT = ["-t", "raw", "-r", str(RATE), "-c", "2", "-b", "16", "-e", "signed", "-"]
+
+
+def music():
+    bars = []
+    for chord in (("C3", "E4", "G4"), ("A2", "C4", "E4"), ("F2", "A3", "C4"), ("G2", "B3", "D4")):
+        left = [word for note in chord for word in ("pluck", note)]
+        bars.append(sox("-n", "-r", str(RATE), "-c", "3", *RAW_OUTPUT, "synth", "2", *left,
+                        "remix", "1v.5,2v.3,3v.2", "1v.5,2v.2,3v.3", "fade", "0", "2", "0.05"))
+    return b"".join(bars)
+
+
+def speech():
+    text = "The quick brown fox jumps over the lazy dog, and then it goes home to listen to the recording."
+    voice = subprocess.run(["espeak-ng", "--stdout", text], stdout=subprocess.PIPE, check=True).stdout
+    return sox("-t", "wav", "-", *RAW_OUTPUT, stdin=voice)
+
+
+def from_file(path):
+    try:
+        with wave.open(path) as file:
+            if (file.getframerate(), file.getnchannels(), file.getsampwidth()) != (RATE, 2, 2):
+                raise ValueError(f"{path}: not 16-bit stereo at {RATE} Hz")
+            return file.readframes(file.getnframes())
+    except wave.Error:
+        with open(path, "rb") as file:
+            return file.read()
+
+
+def signal_named(name):
+    makers = {"tone": tone, "silence": lambda: bytes(RATE * FRAME_BYTES), "music": music, "speech": speech}
+    if name == "counter":
+        return Counter()
+    return Loop(makers[name]() if name in makers else from_file(name))
+
+
+class Microphone:
+    """A source that reads a pipe, and the thread that fills the pipe in step with the clock."""
+
+    def __init__(self, server, name, signal_name):
+        self.server = server
+        self.name = name
+        self.signal = signal_named(signal_name)
+        self.position = 0  # frames given so far
+        self.dropped = 0  # blocks that nobody read
+        self.module = None
+        self.thread = None
+
+    def plug(self):
+        key = "".join(c if c.isalnum() else "_" for c in self.name)
+        path = os.path.join(self.server.directory, key + ".pipe")
+        properties = f'''source_properties="device.description='{self.name}'"'''
+        self.module = self.server.pactl(
+            "load-module", "module-pipe-source", f"source_name={key}", f"file={path}", "format=s16le",
+            f"rate={RATE}", "channels=2", properties).strip()
+        self.pipe = os.open(path, os.O_WRONLY | os.O_NONBLOCK)
+        fcntl.fcntl(self.pipe, fcntl.F_SETPIPE_SZ, 1 << 17)
+        self.stopping = threading.Event()
+        self.thread = threading.Thread(target=self.feed)
+        self.thread.start()
+        return key
+
+    def feed(self):
+        due = time.monotonic()
+        while not self.stopping.wait(max(0, due - time.monotonic())):
+            try:
+                os.write(self.pipe, self.signal.block(self.position))
+            except BlockingIOError:
+                self.dropped += 1  # nobody reads: the sound of this moment is gone
+            except BrokenPipeError:
+                return
+            self.position += BLOCK_FRAMES
+            due += BLOCK_SECONDS
+
+    def stop(self):
+        if not self.thread:
+            return
+        self.stopping.set()
+        self.thread.join()
+        self.thread = None
+        os.close(self.pipe)
+
+    def unplug(self):
+        self.server.pactl("unload-module", self.module)
+        self.stop()
+
+
+class Server:
+    def __init__(self, pipewire, speakers):
+        self.pipewire = pipewire
+        self.speakers = speakers
+        self.directory = tempfile.mkdtemp(prefix="flipside-sound-")
+        home = os.path.join(self.directory, "home")
+        runtime = os.path.join(self.directory, "run")
+        os.mkdir(home, 0o700)
+        os.mkdir(runtime, 0o700)
+        self.socket = os.path.join(runtime, "pulse", "native")
+        self.shared = {"PULSE_SERVER": "unix:" + self.socket, "XDG_RUNTIME_DIR": runtime}
+        self.environment = {**os.environ, **self.shared, "HOME": home, "LC_ALL": "C.UTF-8"}
+        for name in ("XDG_CONFIG_HOME", "XDG_STATE_HOME", "DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "PULSE_COOKIE"):
+            self.environment.pop(name, None)
+        self.processes = []
+        self.microphones = {}
+
+    def spawn(self, *command, **options):
+        log = open(os.path.join(self.directory, "log"), "a")
+        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stderr=log,
+                                   preexec_fn=die_with_parent, **{"stdout": log, **options})
+        self.processes.append(process)
+        return process
+
+    def pactl(self, *arguments):
+        command = ["pactl", *arguments]
+        return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, text=True, check=True,
+                              timeout=DEADLINE).stdout
+
+    def start(self):
+        if self.pipewire:
+            self.start_pipewire()
+        else:
+            self.start_pulseaudio()
+        if self.speakers:
+            self.pactl("load-module", "module-null-sink", "sink_name=speakers", f"rate={RATE}",
+                       "sink_properties=device.description=Speakers")
+        for microphone in self.microphones.values():
+            microphone.plug()
+
+    def start_pulseaudio(self):
+        server = self.spawn("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+                            "--realtime=no", "--high-priority=no", "--log-target=stderr", "--log-level=warn",
+                            "-L", "module-native-protocol-unix auth-anonymous=1")
+        self.wait_for_socket(self.socket, server)
+
+    def start_pipewire(self):
+        bus = self.spawn("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+        runtime = self.environment["XDG_RUNTIME_DIR"]
+        self.wait_for_socket(os.path.join(runtime, "pipewire-0"), self.spawn("pipewire"))
+        self.spawn("wireplumber")
+        self.wait_for_socket(self.socket, self.spawn("pipewire-pulse"))
+
+    def wait_for_socket(self, path, process):
+        wait_for(lambda: os.path.exists(path) or process.poll() is not None, path)
+        if process.poll() is not None:
+            raise RuntimeError(f"{process.args[0]} ended with {process.returncode}, see the log")
+
+    def kill(self):
+        for process in reversed(self.processes):
+            process.kill()
+            process.wait()
+        self.processes = []
+        for microphone in self.microphones.values():
+            microphone.stop()
+        for leftover in (self.socket, os.path.join(self.environment["XDG_RUNTIME_DIR"], "pipewire-0")):
+            if os.path.exists(leftover):
+                os.unlink(leftover)
+
+    def end(self):
+        self.kill()
+        shutil.rmtree(self.directory, ignore_errors=True)
+
+    def load(self, specification):
+        name, _, signal_name = specification.partition("=")
+        if name not in self.microphones:
+            self.microphones[name] = Microphone(self, name, signal_name or "counter")
+        return self.microphones[name].plug()
+
+    def command(self, line):
+        word, _, argument = line.strip().partition(" ")
+        if word == "load":
+            return {"key": self.load(argument)}
+        if word == "unload":
+            self.microphones.pop(argument).unplug()
+        elif word == "default":
+            self.pactl("set-default-source", "".join(c if c.isalnum() else "_" for c in argument))
+        elif word == "kill":
+            self.kill()
+        elif word == "start":
+            self.start()
+        elif word in ("freeze", "thaw"):
+            for process in self.processes:
+                process.send_signal(signal.SIGSTOP if word == "freeze" else signal.SIGCONT)
+        elif word == "position":
+            microphone = self.microphones[argument]
+            return {"frames": microphone.position, "dropped": microphone.dropped}
+        else:
+            raise ValueError(f"unknown command {word}")
+        return {}
+
+
+def answer(**fields):
+    print(json.dumps(fields), flush=True)
+
+
+def obey(server):
+    for line in sys.stdin:
+        try:
+            answer(**server.command(line))
+        except Exception as error:  # told to whoever gave the command
+            answer(error=str(error))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--pipewire", action="store_true", help="PipeWire, WirePlumber and pipewire-pulse")
+    parser.add_argument("--mic", action="append", default=[], metavar="NAME[=SIGNAL]")
+    parser.add_argument("--no-speakers", action="store_true", help="no output device")
+    parser.add_argument("--control", action="store_true", help="read commands from standard input")
+    options = parser.parse_args()
+
+    def leave(*_):
+        raise SystemExit(0)
+
+    signal.signal(signal.SIGTERM, leave)
+    signal.signal(signal.SIGINT, leave)
+    server = Server(options.pipewire, not options.no_speakers)
+    try:
+        server.start()
+        for specification in options.mic:
+            server.load(specification)
+        answer(environment=server.shared, directory=server.directory, pid=os.getpid(),
+               server_pid=server.processes[-1].pid)
+        if options.control:
+            obey(server)
+        else:
+            while True:
+                signal.pause()
+    except (OSError, RuntimeError, subprocess.SubprocessError, ValueError) as error:
+        log = os.path.join(server.directory, "log")
+        answer(error=str(error), log=open(log).read()[-2000:] if os.path.exists(log) else "")
+        sys.exit(1)
+    finally:
+        signal.signal(signal.SIGTERM, signal.SIG_IGN)
+        signal.signal(signal.SIGINT, signal.SIG_IGN)
+        server.end()
+
+
+if __name__ == "__main__":
+    main()
