@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "audio/KTAudioControl/SoundSystem.h"
+#include "audio/KTAudioControl/pulse/PulseSoundSystem.h"
 
 #include <QCoreApplication>
 
@@ -33,7 +34,8 @@ SoundSystem &soundSystem()
 {
     static const bool registered = (qAddPostRoutine(endSystem), true);
     Q_UNUSED(registered);
-    Q_ASSERT(holder().system);
+    if (!holder().system)
+        holder().system = std::make_shared<PulseSoundSystem>();
     return *holder().system;
 }
 

@@ -59,9 +59,9 @@ public:
     virtual void captureBack() { }
 };
 
-// Its destructor ends capture. It and pause() let through what had been captured before the call, as far as a
-// fifth of a second allows, and once they have returned the client is not called. Nothing that is captured
-// during a pause is ever delivered.
+// pause() lets through what had been captured before the call, as far as a fifth of a second allows; what is
+// captured during a pause is never delivered. The destructor ends capture at once. When either has returned
+// the client is not called any more.
 class CaptureStream {
 public:
     virtual ~CaptureStream() = default;

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "KTAudioControl/KTAudioControl.h"
+#include "audio/KTAudioControl/InputDevices.h"
+#include "audio/KTAudioControl/SoundSystem.h"
+#include "platform/MainQueue.h"
+
+#include <atomic>
+
+using namespace std::chrono_literals;
+
+class KTAudioControl::Private {
+public:
+    explicit Private(KTAudioControl *control)
+        : m_control(control)
+    {
+        sound::setSoundSystemReplaced([this] {
+            m_attached = false;
+            m_devices = {};
+        });
+    }
+
+    // Lists the devices for the first time, and follows their changes from then on.
+    void attach();
+    void listChanged();
+    void takeList();
+
+    KTAudioControl *const m_control;
+    KTAudioControlDelegate *m_delegate = nullptr;
+    InputDevices m_devices;
+    bool m_attached = false;
+    std::atomic<bool> m_updatePosted = false;
+};
+
+void KTAudioControl::Private::attach()
+{
+    if (std::exchange(m_attached, true))
+        return;
+    sound::SoundSystem &system = sound::soundSystem();
+    system.setDevicesChanged([this] { listChanged(); });
+    system.waitForDevices(500ms);
+    m_devices.update(system.devices());
+}
+
+// The sound thread. Changes that come close together, as at the restart of a server, become one update.
+void KTAudioControl::Private::listChanged()
+{
+    if (m_updatePosted.exchange(true))
+        return;
+    platform::postToMainQueue([this] {
+        m_updatePosted = false;
+        takeList();
+    });
+}
+
+void KTAudioControl::Private::takeList()
+{
+    if (m_attached && m_devices.update(sound::soundSystem().devices()) && m_delegate)
+        m_delegate->audioControlInputDeviceChanged(m_control);
+}
+
+// Lives until the process ends: updates on their way to the main queue refer to it.
+KTAudioControl *KTAudioControl::sharedAudioControl()
+{
+    static auto *const control = new KTAudioControl;
+    return control;
+}
+
+KTAudioControl::KTAudioControl()
+    : d(std::make_unique<Private>(this))
+{
+}
+
+KTAudioControl::~KTAudioControl() = default;
+
+void KTAudioControl::setDelegate(KTAudioControlDelegate *delegate)
+{
+    d->m_delegate = delegate;
+}
+
+QStringList KTAudioControl::inputDevicesName()
+{
+    d->attach();
+    return d->m_devices.names();
+}
+
+std::uint32_t KTAudioControl::deviceIDFromName(const QString &name)
+{
+    d->attach();
+    return d->m_devices.identifierFromName(name);
+}

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "audio/KTAudioControl/pulse/PulseStream.h"
+
+namespace sound {
+
+// Captures from one source, and from no other: when the source or the server goes away it waits for a source
+// of the same key.
+class PulseCaptureStream final : public CaptureStream, private PulseStream {
+public:
+    // Null when refused.
+    static std::unique_ptr<CaptureStream> open(std::shared_ptr<PulseConnection> connection,
+        const QString &sourceKey, const SampleSpec &spec, CaptureClient *client);
+
+    PulseCaptureStream(std::shared_ptr<PulseConnection> connection, const QString &sourceKey,
+        const SampleSpec &spec, CaptureClient *client);
+    ~PulseCaptureStream() override;
+
+    void pause() override;
+    void resume() override;
+
+private:
+    void connectStream(pa_stream *stream) override;
+    void streamReady() override;
+    void streamLost() override;
+    void devicesListed() override;
+    void readAvailable();
+    void flushed();
+
+    const QString m_sourceKey;
+    CaptureClient *const m_client;
+    bool m_deliver = true; // neither paused nor still throwing away what a pause has left behind
+    bool m_paused = false;
+    bool m_lost = false;
+    std::shared_ptr<PulseAnswer> m_corked; // while pause() waits
+    PulseOperationHandle m_flush;
+};
+
+} // namespace sound

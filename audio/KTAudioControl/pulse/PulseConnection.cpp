@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/PulseConnection.h"
+#include "audio/KTAudioControl/Logging.h"
+
+namespace sound {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// A server that restarts is back within seconds and is looked for often; later on, seldom.
+constexpr auto retryInterval = 250ms;
+constexpr auto slowRetryInterval = 1s;
+constexpr auto slowAfter = 10s;
+// A restarting server does not take the user's choice of device away.
+constexpr auto forgetDevicesAfter = 2s;
+
+PulseContextHandle newContext(pa_threaded_mainloop *loop)
+{
+    const PulsePropertiesHandle properties(pa_proplist_new());
+    pa_proplist_sets(properties.get(), PA_PROP_APPLICATION_ID, "io.github.flipside_recorder.Flipside");
+    pa_proplist_sets(properties.get(), PA_PROP_APPLICATION_ICON_NAME, "io.github.flipside_recorder.Flipside");
+    return PulseContextHandle(
+        pa_context_new_with_proplist(pa_threaded_mainloop_get_api(loop), "Flipside", properties.get()));
+}
+
+} // namespace
+
+PulseConnection::PulseConnection()
+    : m_loop(pa_threaded_mainloop_new())
+    , m_context(newContext(m_loop.get()))
+    , m_lostAt(Clock::now())
+{
+    m_devices.setListed([this] { notify(&Listener::devicesListed); });
+    pa_threaded_mainloop_set_name(m_loop.get(), "flipside-sound");
+    // Connected from the loop's own thread, because looking a server up may take its time.
+    connectAfter(0ms);
+    pa_threaded_mainloop_start(m_loop.get());
+}
+
+PulseConnection::~PulseConnection()
+{
+    stop();
+}
+
+void PulseConnection::stop()
+{
+    if (!m_context)
+        return;
+    {
+        const PulseLock lock(m_loop.get());
+        if (m_timer)
+            pa_threaded_mainloop_get_api(m_loop.get())->time_free(std::exchange(m_timer, nullptr));
+        notify(&Listener::disconnected);
+        m_devices.stop();
+        m_context.reset();
+    }
+    pa_threaded_mainloop_stop(m_loop.get());
+}
+
+pa_context *PulseConnection::readyContext() const
+{
+    return m_context && pa_context_get_state(m_context.get()) == PA_CONTEXT_READY ? m_context.get() : nullptr;
+}
+
+bool PulseConnection::isConnecting() const
+{
+    if (!m_context)
+        return false;
+    const pa_context_state_t state = pa_context_get_state(m_context.get());
+    return state == PA_CONTEXT_UNCONNECTED || (PA_CONTEXT_IS_GOOD(state) && state != PA_CONTEXT_READY);
+}
+
+void PulseConnection::retryLater()
+{
+    const bool recent = !m_lostAt || Clock::now() - *m_lostAt < slowAfter;
+    connectAfter(recent ? retryInterval : slowRetryInterval);
+}
+
+void PulseConnection::connectAfter(std::chrono::milliseconds delay)
+{
+    if (m_timer || !m_context)
+        return;
+    const auto fired = [](pa_mainloop_api *api, pa_time_event *timer, const timeval *, void *self) {
+        api->time_free(timer);
+        static_cast<PulseConnection *>(self)->m_timer = nullptr;
+        static_cast<PulseConnection *>(self)->connectOrRefresh();
+    };
+    const pa_usec_t when = pa_rtclock_now() + pa_usec_t(std::chrono::microseconds(delay).count());
+    m_timer = pa_context_rttime_new(m_context.get(), when, fired, this);
+}
+
+void PulseConnection::connectOrRefresh()
+{
+    if (readyContext())
+        return m_devices.refresh();
+    if (pa_context_get_state(m_context.get()) != PA_CONTEXT_UNCONNECTED)
+        m_context = newContext(m_loop.get());
+    const auto changed
+        = [](pa_context *, void *self) { static_cast<PulseConnection *>(self)->contextStateChanged(); };
+    pa_context_set_state_callback(m_context.get(), changed, this);
+    // Most failures arrive as a state, some of them from inside this call; the others leave it as it was.
+    pa_context_connect(m_context.get(), nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
+    if (pa_context_get_state(m_context.get()) == PA_CONTEXT_UNCONNECTED)
+        contextLost();
+}
+
+void PulseConnection::contextStateChanged()
+{
+    const pa_context_state_t state = pa_context_get_state(m_context.get());
+    if (state == PA_CONTEXT_READY)
+        contextReady();
+    else if (!PA_CONTEXT_IS_GOOD(state))
+        contextLost();
+}
+
+void PulseConnection::contextReady()
+{
+    qCDebug(lcAudio, "Connected to the sound server.");
+    m_devices.follow(m_context.get());
+    m_lostAt.reset();
+    notify(&Listener::connected);
+}
+
+void PulseConnection::contextLost()
+{
+    const auto now = Clock::now();
+    if (!m_lostAt) {
+        m_lostAt = now;
+        qCWarning(lcAudio, "The sound server has gone away.");
+    }
+    m_devices.stop();
+    if (!m_devices.waitForList(0ms) || now - *m_lostAt >= forgetDevicesAfter)
+        m_devices.forget();
+    notify(&Listener::disconnected);
+    retryLater();
+}
+
+void PulseConnection::notify(void (Listener::*event)())
+{
+    const auto listeners = m_listeners;
+    for (Listener *listener : listeners)
+        if (m_listeners.contains(listener))
+            (listener->*event)();
+}
+
+} // namespace sound

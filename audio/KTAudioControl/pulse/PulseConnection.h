@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "audio/KTAudioControl/pulse/PulseDevices.h"
+#include "audio/KTAudioControl/pulse/PulseHandles.h"
+
+#include <QList>
+#include <chrono>
+#include <optional>
+#include <semaphore>
+
+namespace sound {
+
+// The connection to the server, made anew whenever it breaks, and the thread that serves it. Shared by the
+// sound system and its streams, which may outlive it.
+//
+// Functions under "lock" are called with the loop's lock held: from another thread under a PulseLock, or on
+// the loop's own thread. While a connection stands nothing wakes up but for what the server sends.
+class PulseConnection {
+public:
+    // Lock. A listener may leave inside its call.
+    class Listener {
+    public:
+        virtual ~Listener() = default;
+        virtual void connected() { }
+        virtual void disconnected() = 0;
+        virtual void devicesListed() { } // a fresh list, the same one as before or not
+    };
+
+    PulseConnection();
+    ~PulseConnection();
+    PulseConnection(const PulseConnection &) = delete;
+    PulseConnection &operator=(const PulseConnection &) = delete;
+
+    // Ends every stream, the connection and the thread; for good. Main thread.
+    void stop();
+
+    PulseDevices &devices() { return m_devices; }
+    pa_threaded_mainloop *loop() const { return m_loop.get(); }
+
+    // Lock.
+    void addListener(Listener *listener) { m_listeners.append(listener); }
+    void removeListener(Listener *listener) { m_listeners.removeAll(listener); }
+    pa_context *readyContext() const; // null while there is no server
+    bool isConnecting() const;
+    // Asks for the devices again, or for the server when it is away, after the usual pause.
+    void retryLater();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void connectAfter(std::chrono::milliseconds delay);
+    void connectOrRefresh();
+    void contextStateChanged();
+    void contextReady();
+    void contextLost();
+    void notify(void (Listener::*event)());
+
+    PulseLoopHandle m_loop;
+    PulseContextHandle m_context;
+    pa_time_event *m_timer = nullptr; // owned by the loop until it is freed
+    QList<Listener *> m_listeners;
+    PulseDevices m_devices;
+    std::optional<Clock::time_point> m_lostAt; // no value while a connection stands
+};
+
+// One answer from the loop's thread that another thread waits for. The waiting thread must not hold the lock.
+class PulseAnswer {
+public:
+    // Lock. Only the first one counts.
+    void give(bool yes)
+    {
+        if (m_given)
+            return;
+        m_given = true;
+        m_yes = yes;
+        m_semaphore.release();
+    }
+    // False when the deadline passes first.
+    bool waitFor(std::chrono::milliseconds deadline)
+    {
+        return m_semaphore.try_acquire_for(deadline) && m_yes;
+    }
+
+private:
+    std::binary_semaphore m_semaphore{0};
+    bool m_given = false;
+    bool m_yes = false;
+};
+
+} // namespace sound

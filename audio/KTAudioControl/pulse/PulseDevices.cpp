@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/PulseDevices.h"
+
+#include <algorithm>
+
+namespace sound {
+
+DeviceList PulseDevices::list() const
+{
+    std::scoped_lock lock(m_mutex);
+    return m_list;
+}
+
+bool PulseDevices::waitForList(std::chrono::milliseconds deadline) const
+{
+    std::unique_lock lock(m_mutex);
+    return m_firstList.wait_for(lock, deadline, [this] { return m_isListed; });
+}
+
+void PulseDevices::follow(pa_context *context)
+{
+    m_context = context;
+    pa_context_set_subscribe_callback(context, event, this);
+    const auto mask = pa_subscription_mask_t(PA_SUBSCRIPTION_MASK_SOURCE | PA_SUBSCRIPTION_MASK_SERVER);
+    m_subscription.reset(pa_context_subscribe(context, mask, nullptr, nullptr));
+    refresh();
+}
+
+void PulseDevices::refresh()
+{
+    if (!m_context)
+        return;
+    if (m_sourcesRequest) {
+        m_askAgain = true;
+        return;
+    }
+    m_askAgain = false;
+    m_incoming = {};
+    m_serverRequest.reset(pa_context_get_server_info(m_context, serverInfo, this));
+    m_sourcesRequest.reset(pa_context_get_source_info_list(m_context, sourceInfo, this));
+}
+
+void PulseDevices::stop()
+{
+    m_context = nullptr;
+    m_subscription.reset();
+    m_serverRequest.reset();
+    m_sourcesRequest.reset();
+}
+
+bool PulseDevices::isKnown(const QString &sourceKey) const
+{
+    const auto &sources = m_list.sources; // only this thread writes it
+    return std::any_of(
+        sources.begin(), sources.end(), [&](const Source &source) { return source.key == sourceKey; });
+}
+
+void PulseDevices::serverInfo(pa_context *, const pa_server_info *info, void *self)
+{
+    if (info)
+        static_cast<PulseDevices *>(self)->m_incoming.defaultKey
+            = QString::fromUtf8(info->default_source_name);
+}
+
+void PulseDevices::sourceInfo(pa_context *, const pa_source_info *info, int last, void *self)
+{
+    auto *devices = static_cast<PulseDevices *>(self);
+    if (last)
+        return devices->listComplete(last > 0);
+    const char *name = info->description && *info->description ? info->description : info->name;
+    devices->m_incoming.sources.append({QString::fromUtf8(info->name), QString::fromUtf8(name).trimmed(),
+        info->monitor_of_sink != PA_INVALID_INDEX});
+}
+
+// Says only that something has changed: events arrive in no reliable order, a change of a source even before
+// its creation.
+void PulseDevices::event(pa_context *, pa_subscription_event_type_t, std::uint32_t, void *self)
+{
+    static_cast<PulseDevices *>(self)->refresh();
+}
+
+void PulseDevices::listComplete(bool success)
+{
+    m_serverRequest.reset();
+    m_sourcesRequest.reset();
+    if (success)
+        publish(m_incoming);
+    if (m_askAgain)
+        refresh();
+    else if (m_listedCallback)
+        m_listedCallback();
+}
+
+void PulseDevices::publish(const DeviceList &list)
+{
+    {
+        std::scoped_lock lock(m_mutex);
+        if (m_isListed && m_list == list)
+            return;
+        m_list = list;
+        m_isListed = true;
+    }
+    m_firstList.notify_all();
+    if (m_changed)
+        m_changed();
+}
+
+} // namespace sound

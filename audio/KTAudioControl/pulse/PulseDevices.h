@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "audio/KTAudioControl/SoundSystem.h"
+#include "audio/KTAudioControl/pulse/PulseHandles.h"
+
+#include <condition_variable>
+#include <mutex>
+
+namespace sound {
+
+// The server's list of sources, asked for once a connection and again after each event that may change it.
+class PulseDevices {
+public:
+    // Any thread. Never waits for the loop, which may be busy encoding.
+    DeviceList list() const;
+    // False when nothing is known yet at the deadline.
+    bool waitForList(std::chrono::milliseconds deadline) const;
+
+    // All others with the loop's lock held, or on its thread.
+
+    // Called after each change of list().
+    void setChanged(std::function<void()> changed) { m_changed = std::move(changed); }
+    // Called after each answer of the server. Set once.
+    void setListed(std::function<void()> listed) { m_listedCallback = std::move(listed); }
+    // Listens to the server's events and asks for the first list.
+    void follow(pa_context *context);
+    // Asks again. Requests that come while an answer is under way become one.
+    void refresh();
+    // The connection is gone; the last list stays until it is forgotten.
+    void stop();
+    // There is no server.
+    void forget() { publish({}); }
+    bool isKnown(const QString &sourceKey) const;
+
+private:
+    static void serverInfo(pa_context *, const pa_server_info *info, void *self);
+    static void sourceInfo(pa_context *, const pa_source_info *info, int last, void *self);
+    static void event(pa_context *, pa_subscription_event_type_t, std::uint32_t index, void *self);
+    void listComplete(bool success);
+    void publish(const DeviceList &list);
+
+    pa_context *m_context = nullptr;
+    PulseOperationHandle m_subscription;
+    PulseOperationHandle m_serverRequest;
+    PulseOperationHandle m_sourcesRequest;
+    DeviceList m_incoming;
+    bool m_askAgain = false;
+    std::function<void()> m_changed;
+    std::function<void()> m_listedCallback;
+
+    mutable std::mutex m_mutex; // guards what follows
+    mutable std::condition_variable m_firstList;
+    DeviceList m_list;
+    bool m_isListed = false;
+};
+
+} // namespace sound

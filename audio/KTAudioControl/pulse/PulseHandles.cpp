@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/PulseHandles.h"
+
+namespace sound {
+
+namespace {
+
+void disconnectWhenCreated(pa_stream *stream, void *)
+{
+    const pa_stream_state_t state = pa_stream_get_state(stream);
+    if (state == PA_STREAM_CREATING)
+        return;
+    pa_stream_set_state_callback(stream, nullptr, nullptr);
+    if (state == PA_STREAM_READY)
+        pa_stream_disconnect(stream);
+    pa_stream_unref(stream);
+}
+
+} // namespace
+
+// The stop order of every stream: first no callback any more, then the server is told, then the handle goes.
+// A stream that the server has not answered yet cannot be disconnected, and letting go of it would leave the
+// server capturing for nobody: it waits, owned by its last callback, for the answer or the end of the
+// connection.
+void PulseDeleter::operator()(pa_stream *stream) const
+{
+    pa_stream_set_state_callback(stream, nullptr, nullptr);
+    pa_stream_set_read_callback(stream, nullptr, nullptr);
+    pa_stream_set_write_callback(stream, nullptr, nullptr);
+    if (pa_stream_get_state(stream) == PA_STREAM_CREATING) {
+        pa_stream_set_state_callback(stream, disconnectWhenCreated, nullptr);
+        return;
+    }
+    pa_stream_disconnect(stream);
+    pa_stream_unref(stream);
+}
+
+} // namespace sound

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/PulseSoundSystem.h"
+#include "audio/KTAudioControl/pulse/PulseCaptureStream.h"
+#include "audio/KTAudioControl/pulse/PulsePlaybackStream.h"
+
+namespace sound {
+
+PulseSoundSystem::PulseSoundSystem()
+    : m_connection(std::make_shared<PulseConnection>())
+{
+}
+
+PulseSoundSystem::~PulseSoundSystem()
+{
+    m_connection->stop();
+}
+
+DeviceList PulseSoundSystem::devices() const
+{
+    return m_connection->devices().list();
+}
+
+void PulseSoundSystem::waitForDevices(std::chrono::milliseconds deadline)
+{
+    m_connection->devices().waitForList(deadline);
+}
+
+void PulseSoundSystem::setDevicesChanged(std::function<void()> changed)
+{
+    const PulseLock lock(m_connection->loop());
+    m_connection->devices().setChanged(std::move(changed));
+}
+
+std::unique_ptr<CaptureStream> PulseSoundSystem::openCapture(
+    const QString &sourceKey, const SampleSpec &spec, CaptureClient *client)
+{
+    return PulseCaptureStream::open(m_connection, sourceKey, spec, client);
+}
+
+std::unique_ptr<PlaybackStream> PulseSoundSystem::openPlayback(const SampleSpec &spec, PlaybackClient *client)
+{
+    return PulsePlaybackStream::open(m_connection, spec, client);
+}
+
+} // namespace sound

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/PulseStream.h"
+
+namespace sound {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// The window waits for it, so a server that takes longer has as good as refused.
+constexpr auto openDeadline = 900ms;
+
+pa_sample_spec pulseSpec(const SampleSpec &spec)
+{
+    const auto format = [&] {
+        switch (spec.type) {
+        case SampleType::Int16:
+            return PA_SAMPLE_S16NE;
+        case SampleType::Int24:
+            return PA_SAMPLE_S24NE;
+        case SampleType::Int32:
+            return PA_SAMPLE_S32NE;
+        case SampleType::Float32:
+            return PA_SAMPLE_FLOAT32NE;
+        }
+        Q_UNREACHABLE();
+    }();
+    return {format, spec.rate, std::uint8_t(spec.channels)};
+}
+
+} // namespace
+
+PulseStream::PulseStream(
+    std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, const char *title)
+    : m_connection(std::move(connection))
+    , m_spec(spec)
+    , m_title(title)
+{
+}
+
+bool PulseStream::open()
+{
+    {
+        const PulseLock lock(m_connection->loop());
+        m_connection->addListener(this);
+        if (m_connection->readyContext())
+            start();
+        else if (!m_connection->isConnecting())
+            m_opened.give(false);
+    }
+    m_opened.waitFor(openDeadline);
+    const PulseLock lock(m_connection->loop());
+    return isReady();
+}
+
+void PulseStream::close()
+{
+    const PulseLock lock(m_connection->loop());
+    m_connection->removeListener(this);
+    m_stream.reset();
+    m_closed = true;
+}
+
+void PulseStream::connected()
+{
+    if (!m_hasRun)
+        start();
+}
+
+void PulseStream::start()
+{
+    const pa_sample_spec spec = pulseSpec(m_spec);
+    m_stream.reset(pa_stream_new(m_connection->readyContext(), m_title, &spec, nullptr));
+    if (!m_stream)
+        return streamFailed();
+    const auto changed = [](pa_stream *, void *self) { static_cast<PulseStream *>(self)->stateChanged(); };
+    pa_stream_set_state_callback(m_stream.get(), changed, this);
+    connectStream(m_stream.get());
+    if (m_stream && pa_stream_get_state(m_stream.get()) == PA_STREAM_UNCONNECTED)
+        streamFailed();
+}
+
+void PulseStream::stateChanged()
+{
+    const pa_stream_state_t state = pa_stream_get_state(m_stream.get());
+    if (state == PA_STREAM_READY) {
+        m_hasRun = true;
+        streamReady();
+        m_opened.give(true);
+    } else if (!PA_STREAM_IS_GOOD(state)) {
+        streamFailed();
+    }
+}
+
+void PulseStream::streamFailed()
+{
+    const bool ran = m_stream && m_hasRun;
+    m_stream.reset();
+    m_opened.give(false);
+    if (ran)
+        streamLost();
+}
+
+std::uint32_t PulseStream::bytesIn(std::chrono::milliseconds time) const
+{
+    return std::uint32_t(std::uint64_t(m_spec.rate) * std::uint64_t(time.count()) / 1000)
+        * m_spec.bytesPerFrame();
+}
+
+} // namespace sound
