@@ -7,8 +7,10 @@
 #include <QApplication>
 #include <QFile>
 #include <QFontInfo>
+#include <QGridLayout>
 #include <QPalette>
 #include <QRegularExpression>
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 
@@ -86,6 +88,25 @@ double textScale()
 int scaled(double points)
 {
     return static_cast<int>(std::lround(points * textScale()));
+}
+
+void scaleLayout(QLayout *layout)
+{
+    if (!layout)
+        return;
+    const QMargins margins = layout->contentsMargins();
+    layout->setContentsMargins(
+        scaled(margins.left()), scaled(margins.top()), scaled(margins.right()), scaled(margins.bottom()));
+    if (auto *grid = qobject_cast<QGridLayout *>(layout)) {
+        grid->setHorizontalSpacing(scaled(grid->horizontalSpacing()));
+        grid->setVerticalSpacing(scaled(grid->verticalSpacing()));
+    } else {
+        layout->setSpacing(scaled(layout->spacing()));
+    }
+    for (int i = 0; i < layout->count(); ++i) {
+        QLayoutItem *item = layout->itemAt(i);
+        scaleLayout(item->widget() ? item->widget()->layout() : item->layout());
+    }
 }
 
 QFont font(double points, QFont::Weight weight)

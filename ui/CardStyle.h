@@ -7,6 +7,8 @@
 #include <QFont>
 #include <QSize>
 
+class QLayout;
+
 // How the cards look on every desktop theme: palette, style sheet, fonts and measures. Measures are in points
 // of the card as drawn for the usual desktop font; `scaled` turns them into device-independent pixels.
 namespace CardStyle {
@@ -38,6 +40,9 @@ void install();
 // text.
 double textScale();
 int scaled(double points);
+// Turns the margins and spacings of a layout from Designer, and of all inside it, from points into pixels.
+// Once.
+void scaleLayout(QLayout *layout);
 
 // The desktop's own font at a size in points of the card.
 QFont font(double points, QFont::Weight weight = QFont::Normal);
