@@ -30,7 +30,13 @@ void ElidedLabel::setText(const QString &text)
 QString ElidedLabel::displayedText() const
 {
     const QString line = TextDisplay::singleLine(text());
-    return fontMetrics().elidedText(line, Qt::ElideMiddle, contentsRect().width());
+    const int width = contentsRect().width();
+    // Of a path, the last name says most; it is shortened only when it does not fit alone.
+    const qsizetype name = line.startsWith(u'/') ? line.lastIndexOf(u'/') : 0;
+    const int room = width - fontMetrics().horizontalAdvance(line.mid(name));
+    if (name > 0 && room > fontMetrics().height())
+        return fontMetrics().elidedText(line.left(name), Qt::ElideMiddle, room) + line.mid(name);
+    return fontMetrics().elidedText(line, Qt::ElideMiddle, width);
 }
 
 QSize ElidedLabel::sizeHint() const

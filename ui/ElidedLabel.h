@@ -5,8 +5,8 @@
 
 #include <QLabel>
 
-// A label of one line that shortens its text in the middle instead of growing, with the whole text as tool
-// tip. Takes any text: it is always plain, and never more than one line.
+// A label of one line that shortens its text in the middle instead of growing, a path before its last name,
+// with the whole text as tool tip. Takes any text: it is always plain, and never more than one line.
 class ElidedLabel : public QLabel {
     Q_OBJECT
     // Declared again so that a change made through the property reaches this class's setter.

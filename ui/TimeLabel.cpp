@@ -27,6 +27,7 @@ TimeLabel::TimeLabel(QWidget *parent)
     : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFont(CardStyle::font(kFontPoints, QFont::Light));
     m_digitWidth = widestDigit(QFontMetricsF(font()));
 }
