@@ -4,12 +4,14 @@
 #include "ui/CardWindow.h"
 #include "platform/desktop/Compositor.h"
 #include "ui/CardStyle.h"
+#include "ui/FlipPermission.h"
 #include "ui/FocusRing.h"
 #include "ui/TitleStrip.h"
 
 #include <QAbstractButton>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -61,6 +63,8 @@ void CardWindow::showEvent(QShowEvent *event)
     // Without a compositor the corners would be black.
     m_roundedCorners = platform::compositorRuns();
     QWidget::showEvent(event);
+    // After the first paint, which must not wait for the session bus.
+    QTimer::singleShot(0, this, &FlipPermission::prepare);
 }
 
 void CardWindow::keyPressEvent(QKeyEvent *event)

@@ -1,21 +1,40 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
+// Two cards that turn over into each other, driven by their buttons, for tests on a whole desktop. Each flip
+// writes one line to standard output: direction, frames, dropped frames, seconds, longest frame in
+// milliseconds.
+
 #include "tests/ui/DemoCards.h"
+#include "ui/FliprView.h"
+#include "ui/NSWindow_Flipr.h"
 
 #include <QApplication>
+#include <QPushButton>
+#include <cstdio>
 
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     testsupport::RecorderCard recorder;
     testsupport::PreferencesCard preferences;
+    const auto *view = NSWindow_Flipr::flippingWindow()->findChild<FliprView *>();
+    const char *direction = "forward";
+    QObject::connect(recorder.preferences, &QAbstractButton::clicked, &preferences, [&] {
+        direction = "forward";
+        NSWindow_Flipr::flipToShowWindow(&recorder, &preferences, true);
+    });
+    QObject::connect(preferences.done, &QAbstractButton::clicked, &recorder, [&] {
+        direction = "backward";
+        NSWindow_Flipr::flipToShowWindow(&preferences, &recorder, false);
+    });
+    QObject::connect(view, &FliprView::flipEnded, &recorder, [&] {
+        const auto statistics = view->statistics();
+        std::printf("%s %d %d %.3f %.2f\n", direction, statistics.frames, statistics.droppedFrames,
+            statistics.seconds, double(statistics.longestFrameTime) * 1e3);
+        std::fflush(stdout);
+    });
+    recorder.move(400, 260);
     recorder.show();
-    preferences.show();
-    if (argc > 1) {
-        recorder.grab().save(QString::fromLocal8Bit(argv[1]) + QStringLiteral("-a.png"));
-        preferences.grab().save(QString::fromLocal8Bit(argv[1]) + QStringLiteral("-b.png"));
-        return 0;
-    }
     return QApplication::exec();
 }

@@ -1,0 +1,252 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/FliprView.h"
+#include "ui/FlipGeometry.h"
+#include "ui/InputBlock.h"
+#include "ui/Logging.h"
+#include "ui/WindowExchange.h"
+
+#include <QGuiApplication>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScreen>
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr double FlipSeconds = 0.75;
+// With the Shift key held.
+constexpr double SlowFlipSeconds = 3.75;
+// Drawn once before the clock starts, to measure what a frame costs.
+constexpr float MeasuredProgress = 0.05F;
+
+// From the first frame drawn to the frame seen: compositors need up to three frames to bring up a new window.
+constexpr auto CoverTime = 60ms;
+// A flipping window that is never drawn must not keep the user waiting.
+constexpr auto CoverDeadline = 500ms;
+// What compositors need to show a window whose opacity has changed.
+constexpr auto UncoverTime = 30ms;
+
+} // namespace
+
+FliprView::FliprView(const QRect &frame, const QRectF &originalRect, QWidget *parent)
+    : QWidget(parent)
+    , m_originalRect(originalRect)
+    , m_uncutSize(frame.size())
+{
+    setGeometry(frame);
+    setAttribute(Qt::WA_NoSystemBackground);
+    m_stageTimer.setSingleShot(true);
+    m_stageTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_stageTimer, &QTimer::timeout, this, &FliprView::stageEnded);
+}
+
+FliprView::~FliprView()
+{
+    if (m_finalWindow && isFlipping())
+        m_finalWindow->setWindowOpacity(1);
+}
+
+void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward)
+{
+    m_inputBlock = std::make_unique<InputBlock>();
+    m_initialWindow = initialWindow;
+    m_finalWindow = finalWindow;
+    m_direction = forward ? 1.0F : -1.0F;
+    m_topLeft = initialWindow->frameGeometry().topLeft();
+    connect(finalWindow, &QObject::destroyed, this, &FliprView::windowDestroyed);
+
+    const QScreen *screen = initialWindow->screen();
+    const QRectF frame = placeOver(initialWindow->frameGeometry(), screen);
+    if (frame.isEmpty()) {
+        exchangeAtOnce();
+        return;
+    }
+    window()->setGeometry(frame.toRect());
+    m_picture = FlipPicture(initialWindow, screen->devicePixelRatio());
+    bringInUnseen(finalWindow);
+    m_finalImage = FlipPicture(finalWindow, screen->devicePixelRatio());
+
+    m_animation = std::make_unique<FliprAnimation>(FliprAnimation::EaseInEaseOut);
+    m_animation->setDelegate(this);
+    m_animation->setFrameRate(screen->refreshRate());
+    m_animation->setCurrentProgress(0);
+    m_statistics = {};
+    m_covered = false;
+    m_drawn = rect();
+    enter(Stage::Covering, CoverDeadline);
+    window()->show();
+    window()->raise();
+}
+
+QRectF FliprView::placeOver(const QRect &initialFrame, const QScreen *screen)
+{
+    const QRect primary = QGuiApplication::primaryScreen()->geometry();
+    const double height = primary.y() + primary.height();
+    const QRectF initial = FlipGeometry::turnedOver(QRectF(initialFrame), height);
+    const QRectF frame = FlipGeometry::flippingFrame(initial, m_originalRect, m_uncutSize);
+    m_uncutSize = frame.size();
+    m_originalRect.setSize(initial.size());
+    const QSizeF visible = screen->availableGeometry().size();
+    return FlipGeometry::turnedOver(FlipGeometry::clippedToSize(frame, visible), height);
+}
+
+// Front and active, but not yet visible.
+void FliprView::bringInUnseen(QWidget *window)
+{
+    window->setWindowOpacity(0);
+    WindowExchange::bringToFront(window);
+}
+
+// Some window managers move a window when it appears.
+void FliprView::keepFinalWindowInPlace()
+{
+    if (m_finalWindow && m_finalWindow->frameGeometry().topLeft() != m_topLeft)
+        m_finalWindow->move(m_topLeft);
+}
+
+void FliprView::enter(Stage stage, std::chrono::milliseconds deadline)
+{
+    m_stage = stage;
+    m_stageTimer.start(deadline);
+}
+
+void FliprView::stageEnded()
+{
+    switch (m_stage) {
+    case Stage::Covering:
+        m_covered ? turn() : bringIn();
+        break;
+    case Stage::Uncovering:
+        finish();
+        break;
+    case Stage::Idle:
+    case Stage::Turning:
+        break;
+    }
+}
+
+void FliprView::turn()
+{
+    m_stage = Stage::Turning;
+    if (m_initialWindow)
+        m_initialWindow->hide();
+    keepFinalWindowInPlace();
+
+    const bool slow = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+    const float firstFrameTime = m_frameTime;
+    m_animation->setCurrentProgress(MeasuredProgress);
+    display();
+    const auto timing
+        = FlipGeometry::timing(slow ? SlowFlipSeconds : FlipSeconds, firstFrameTime, m_frameTime);
+    m_turnTime.start();
+    m_animation->startAtProgress(timing.startProgress, timing.duration);
+}
+
+QPolygonF FliprView::quadrilateral(float value) const
+{
+    const auto corners = FlipGeometry::corners(value, m_direction, m_originalRect.size());
+    QPolygonF result{corners.topLeft, corners.topRight, corners.bottomRight, corners.bottomLeft};
+    for (QPointF &corner : result)
+        corner = FlipGeometry::turnedOver(m_originalRect.topLeft() + corner, height());
+    return result;
+}
+
+void FliprView::drawRect(const QRect &)
+{
+    if (m_picture.isNull())
+        return;
+    QElapsedTimer clock;
+    clock.start();
+    const float value = m_animation->currentValue();
+    if (FlipGeometry::showsBack(value) && !m_finalImage.isNull())
+        m_picture = std::exchange(m_finalImage, FlipPicture());
+    const QPolygonF corners = quadrilateral(value);
+    const QTransform transform = m_picture.transformTo(corners);
+
+    QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    m_shadow.draw(painter, m_picture, transform, corners.boundingRect());
+    m_picture.draw(painter, transform);
+    painter.end();
+    m_drawn = FlipShadow::reach(corners.boundingRect()).united(corners.boundingRect()).toAlignedRect();
+
+    m_frameTime = static_cast<float>(clock.nsecsElapsed() / 1e9);
+    ++m_statistics.frames;
+    m_statistics.longestFrameTime = std::max(m_statistics.longestFrameTime, m_frameTime);
+}
+
+void FliprView::display()
+{
+    const QRectF next = quadrilateral(m_animation->currentValue()).boundingRect();
+    repaint(FlipShadow::reach(next).united(next).toAlignedRect() | m_drawn);
+}
+
+void FliprView::paintEvent(QPaintEvent *event)
+{
+    drawRect(event->rect());
+    if (m_stage == Stage::Covering && !m_covered) {
+        m_covered = true;
+        m_stageTimer.start(CoverTime);
+    }
+}
+
+void FliprView::animationDidEnd(platform::Animation *)
+{
+    m_statistics.seconds = m_turnTime.elapsed() / 1e3;
+    m_statistics.droppedFrames = m_animation->droppedFrames();
+    qCDebug(lcUi, "Flip: %d frames in %.3f s, %d dropped, the longest took %.1f ms", m_statistics.frames,
+        m_statistics.seconds, m_statistics.droppedFrames, double(m_statistics.longestFrameTime) * 1e3);
+    bringIn();
+}
+
+void FliprView::bringIn()
+{
+    if (m_initialWindow)
+        m_initialWindow->hide();
+    if (m_finalWindow) {
+        keepFinalWindowInPlace();
+        m_finalWindow->setWindowOpacity(1);
+        m_finalWindow->repaint();
+        m_finalWindow->raise();
+        m_finalWindow->activateWindow();
+    }
+    enter(Stage::Uncovering, UncoverTime);
+}
+
+void FliprView::exchangeAtOnce()
+{
+    WindowExchange::exchange(m_initialWindow, m_finalWindow);
+    finish();
+}
+
+void FliprView::windowDestroyed()
+{
+    // Nothing is left to bring in; a user must not be left without a window.
+    if (m_initialWindow)
+        m_initialWindow->show();
+    finish();
+}
+
+void FliprView::finish()
+{
+    m_stage = Stage::Idle;
+    m_stageTimer.stop();
+    window()->hide();
+    if (m_finalWindow)
+        disconnect(m_finalWindow, nullptr, this, nullptr);
+    if (m_animation) {
+        // It may be what called.
+        m_animation->stopAnimation();
+        m_animation.release()->deleteLater();
+    }
+    m_initialWindow = nullptr;
+    m_finalWindow = nullptr;
+    m_picture = FlipPicture();
+    m_finalImage = FlipPicture();
+    m_inputBlock.reset();
+    Q_EMIT flipEnded();
+}

@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/NSWindow_Flipr.h"
+#include "ui/FlipPermission.h"
+#include "ui/FliprView.h"
+#include "ui/WindowExchange.h"
+
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace NSWindow_Flipr {
+
+namespace {
+
+constexpr QRect InitialFrame{128, 128, 512, 768};
+constexpr int SideMargin = 64;
+constexpr int TopMargin = 256;
+
+// Past the window manager, which would push the margins on screen; never in the way of the pointer or the
+// keyboard.
+constexpr Qt::WindowFlags FlippingFlags = Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint
+    | Qt::BypassWindowManagerHint | Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus;
+
+QPointer<QWidget> sharedWindow;
+
+QWidget *createFlippingWindow()
+{
+    auto *window = new QWidget(nullptr, FlippingFlags);
+    window->setAttribute(Qt::WA_TranslucentBackground);
+    window->setAttribute(Qt::WA_ShowWithoutActivating);
+    window->setAttribute(Qt::WA_QuitOnClose, false);
+    window->setGeometry(InitialFrame);
+    const QRect content({0, 0}, InitialFrame.size());
+    const QRectF original = content.adjusted(SideMargin, TopMargin, -SideMargin, -TopMargin);
+    auto *layout = new QVBoxLayout(window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new FliprView(content, original));
+    return window;
+}
+
+FliprView *viewOf(QWidget *window)
+{
+    return window ? window->findChild<FliprView *>() : nullptr;
+}
+
+} // namespace
+
+QWidget *flippingWindow()
+{
+    if (!sharedWindow)
+        sharedWindow = createFlippingWindow();
+    return sharedWindow;
+}
+
+void releaseFlippingWindow()
+{
+    delete sharedWindow;
+}
+
+void flipToShowWindow(QWidget *window, QWidget *otherWindow, bool forward)
+{
+    FliprView *running = viewOf(sharedWindow);
+    if (!otherWindow || otherWindow == window || (running && running->isFlipping()))
+        return;
+    if (window)
+        otherWindow->move(window->frameGeometry().topLeft());
+    if (window && window->isVisible() && FlipPermission::granted())
+        viewOf(flippingWindow())->setInitialWindow(window, otherWindow, forward);
+    else
+        WindowExchange::exchange(window, otherWindow);
+}
+
+} // namespace NSWindow_Flipr
