@@ -23,8 +23,11 @@ constexpr double SlowFlipSeconds = 3.75;
 // Drawn once before the clock starts, to measure what a frame costs.
 constexpr float MeasuredProgress = 0.05F;
 
+constexpr auto FadeInTime = 50ms;
+constexpr auto FadeOutTime = 100ms;
 // From the first frame drawn to the frame seen: compositors need up to three frames to bring up a new window.
-constexpr auto CoverTime = 60ms;
+constexpr auto CoverTime = 80ms;
+static_assert(CoverTime > FadeInTime);
 // A flipping window that is never drawn must not keep the user waiting.
 constexpr auto CoverDeadline = 500ms;
 // What compositors need to show a window whose opacity has changed.
@@ -42,6 +45,7 @@ FliprView::FliprView(const QRect &frame, const QRectF &originalRect, QWidget *pa
     m_stageTimer.setSingleShot(true);
     m_stageTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_stageTimer, &QTimer::timeout, this, &FliprView::stageEnded);
+    m_fade.setPropertyName("windowOpacity");
 }
 
 FliprView::~FliprView()
@@ -52,6 +56,7 @@ FliprView::~FliprView()
 
 void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward)
 {
+    vanish();
     m_inputBlock = std::make_unique<InputBlock>();
     m_initialWindow = initialWindow;
     m_finalWindow = finalWindow;
@@ -78,6 +83,7 @@ void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, b
     m_covered = false;
     m_drawn = rect();
     enter(Stage::Covering, CoverDeadline);
+    window()->setWindowOpacity(0);
     window()->show();
     window()->raise();
 }
@@ -121,7 +127,13 @@ void FliprView::stageEnded()
         m_covered ? turn() : bringIn();
         break;
     case Stage::Uncovering:
-        finish();
+        endFlip();
+        m_stage = Stage::Fading;
+        fadeTo(0, FadeOutTime);
+        m_stageTimer.start(FadeOutTime);
+        break;
+    case Stage::Fading:
+        vanish();
         break;
     case Stage::Idle:
     case Stage::Turning:
@@ -132,6 +144,8 @@ void FliprView::stageEnded()
 void FliprView::turn()
 {
     m_stage = Stage::Turning;
+    m_fade.stop();
+    window()->setWindowOpacity(1);
     if (m_initialWindow)
         m_initialWindow->hide();
     keepFinalWindowInPlace();
@@ -161,7 +175,8 @@ void FliprView::drawRect(const QRect &)
         return;
     QElapsedTimer clock;
     clock.start();
-    const float value = m_animation->currentValue();
+    const float value = m_animation ? m_animation->currentValue() : m_lastValue;
+    m_lastValue = value;
     if (FlipGeometry::showsBack(value) && !m_finalImage.isNull())
         m_picture = std::exchange(m_finalImage, FlipPicture());
     const QPolygonF corners = quadrilateral(value);
@@ -190,6 +205,7 @@ void FliprView::paintEvent(QPaintEvent *event)
     drawRect(event->rect());
     if (m_stage == Stage::Covering && !m_covered) {
         m_covered = true;
+        fadeTo(1, FadeInTime);
         m_stageTimer.start(CoverTime);
     }
 }
@@ -220,7 +236,7 @@ void FliprView::bringIn()
 void FliprView::exchangeAtOnce()
 {
     WindowExchange::exchange(m_initialWindow, m_finalWindow);
-    finish();
+    endFlip();
 }
 
 void FliprView::windowDestroyed()
@@ -228,14 +244,14 @@ void FliprView::windowDestroyed()
     // Nothing is left to bring in; a user must not be left without a window.
     if (m_initialWindow)
         m_initialWindow->show();
-    finish();
+    endFlip();
+    vanish();
 }
 
-void FliprView::finish()
+void FliprView::endFlip()
 {
     m_stage = Stage::Idle;
     m_stageTimer.stop();
-    window()->hide();
     if (m_finalWindow)
         disconnect(m_finalWindow, nullptr, this, nullptr);
     if (m_animation) {
@@ -245,8 +261,26 @@ void FliprView::finish()
     }
     m_initialWindow = nullptr;
     m_finalWindow = nullptr;
-    m_picture = FlipPicture();
     m_finalImage = FlipPicture();
     m_inputBlock.reset();
     Q_EMIT flipEnded();
+}
+
+void FliprView::fadeTo(double opacity, std::chrono::milliseconds time)
+{
+    m_fade.stop();
+    m_fade.setTargetObject(window());
+    m_fade.setStartValue(window()->windowOpacity());
+    m_fade.setEndValue(opacity);
+    m_fade.setDuration(static_cast<int>(time.count()));
+    m_fade.start();
+}
+
+void FliprView::vanish()
+{
+    m_stage = Stage::Idle;
+    m_stageTimer.stop();
+    m_fade.stop();
+    window()->hide();
+    m_picture = FlipPicture();
 }

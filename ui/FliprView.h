@@ -9,6 +9,7 @@
 
 #include <QElapsedTimer>
 #include <QPointer>
+#include <QPropertyAnimation>
 #include <QTimer>
 #include <QWidget>
 #include <memory>
@@ -39,7 +40,7 @@ public:
 
     // Starts a flip of a visible window. Returns at once; the rest happens in the event loop.
     void setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward);
-    bool isFlipping() const { return m_stage != Stage::Idle; }
+    bool isFlipping() const { return m_stage != Stage::Idle && m_stage != Stage::Fading; }
 
     // Draws one frame; nothing while no flip runs. A flip goes on when the initial window is destroyed.
     void drawRect(const QRect &dirtyRect);
@@ -66,7 +67,9 @@ private:
         Covering,
         Turning,
         // The final window becomes visible under the flipping window.
-        Uncovering
+        Uncovering,
+        // The flip is over; its last picture fades over the final window.
+        Fading
     };
 
     QRectF placeOver(const QRect &initialFrame, const QScreen *screen);
@@ -78,7 +81,9 @@ private:
     void bringIn();
     void exchangeAtOnce();
     void windowDestroyed();
-    void finish();
+    void endFlip();
+    void fadeTo(double opacity, std::chrono::milliseconds time);
+    void vanish();
     QPolygonF quadrilateral(float value) const;
 
     QRectF m_originalRect;
@@ -96,10 +101,13 @@ private:
     std::unique_ptr<InputBlock> m_inputBlock;
     float m_direction = 1;
     float m_frameTime = 0;
+    // Of the frame that was drawn last.
+    float m_lastValue = 0;
     QRect m_drawn;
     Stage m_stage = Stage::Idle;
     bool m_covered = false;
     QTimer m_stageTimer;
+    QPropertyAnimation m_fade;
     QElapsedTimer m_turnTime;
     Statistics m_statistics;
 };

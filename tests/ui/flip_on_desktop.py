@@ -1,0 +1,130 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""A flip there and back on a whole desktop, watched on the screen.
+
+    flip_on_desktop.py DEMO SAMPLER WINDOW_MANAGER [--pictures FOLDER]
+"""
+
+import ctypes
+import os
+import subprocess
+import sys
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+from desktop import Desktop, Failure, end_process, wait_until  # noqa: E402
+
+DESKTOPS = {
+    "openbox": {},
+    "xfwm4": {"window_manager": ("xfwm4", "--compositor=on"), "compositor": None},
+}
+BACKGROUND = (0x5D, 0x72, 0x86)
+CARD = (460, 392)
+EDGE_ON_MILLISECONDS = 130
+"""About a sixth of the flip: as long as the card is so narrow that its middle is beside it for a frame or two."""
+# In points from the card's corner: on both cards a place without a control, on the axis of the turn.
+PROBE = (230, 42)
+WATCH_SECONDS = 1.6
+
+
+def pointer_is_visible(display):
+    class CursorImage(ctypes.Structure):
+        _fields_ = [("x", ctypes.c_short), ("y", ctypes.c_short), ("width", ctypes.c_ushort),
+                    ("height", ctypes.c_ushort), ("xhot", ctypes.c_ushort), ("yhot", ctypes.c_ushort),
+                    ("serial", ctypes.c_ulong), ("pixels", ctypes.POINTER(ctypes.c_ulong))]
+
+    x11, fixes = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXfixes.so.3")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    fixes.XFixesGetCursorImage.restype = ctypes.POINTER(CursorImage)
+    connection = ctypes.c_void_p(x11.XOpenDisplay(display.encode()))
+    image = fixes.XFixesGetCursorImage(connection).contents
+    visible = any(image.pixels[i] & 0xFF000000 for i in range(image.width * image.height))
+    x11.XCloseDisplay(connection)
+    return visible
+
+
+def is_background(colour):
+    return all(abs(a - b) <= 6 for a, b in zip(colour, BACKGROUND))
+
+
+def is_card(colour):
+    """The card's greys at the probe, and what the shadow makes of the background beside an edge-on card."""
+    return max(colour) < 0x50
+
+
+class Watch:
+    """Watches the card's place on the screen while something happens to it."""
+
+    def __init__(self, desktop, sampler, corner, pictures=None):
+        x, y = corner
+        part = (x - 100, y - 90, CARD[0] + 200, CARD[1] + 190)
+        command = [sampler, *map(str, part), str(x + PROBE[0]), str(y + PROBE[1]), str(WATCH_SECONDS)]
+        if pictures:
+            command += [pictures, "12"]
+        self.process = subprocess.Popen(command, env={**desktop.env, "QT_SCALE_FACTOR": "1"}, stdout=subprocess.PIPE,
+                                        text=True)
+        assert self.process.stdout.readline() == "ready\n"
+
+    def samples(self):
+        """[(milliseconds, (red, green, blue))]"""
+        output = self.process.communicate(timeout=60)[0]
+        rows = [tuple(map(int, line.split())) for line in output.splitlines()]
+        return [(row[0], row[1:]) for row in rows]
+
+
+def check_nothing_shows_through(samples):
+    if len(samples) < 40:
+        raise Failure(f"only {len(samples)} looks at the screen are too few to see a flicker")
+    other = [time for time, colour in samples if not is_card(colour)]
+    print(f"  {len(samples)} looks, {len(other)} of them beside an edge-on card: {other}")
+    if other and other[-1] - other[0] > EDGE_ON_MILLISECONDS:
+        odd = [(time, colour) for time, colour in samples if not is_card(colour)]
+        raise Failure(f"something other than a card was seen: {odd}")
+
+
+def check_end(desktop, program, title, corner):
+    geometry = desktop.active_window_geometry()
+    if geometry != (*corner, *CARD):
+        raise Failure(f"the active window is at {geometry}, expected {corner} {CARD}")
+    window = desktop.xdotool("getactivewindow")
+    if desktop.xdotool("getwindowname", window) != title:
+        raise Failure(f"{title} is not the active window")
+    opacity = subprocess.run(["xprop", "-id", window, "_NET_WM_WINDOW_OPACITY"], env=desktop.env, capture_output=True,
+                             text=True).stdout
+    if "=" in opacity and int(opacity.split("=")[1]) != 0xFFFFFFFF:
+        raise Failure(f"the final window is not opaque: {opacity}")
+    if not pointer_is_visible(desktop.env["DISPLAY"]):
+        raise Failure("the pointer stayed hidden")
+
+
+def flip(desktop, program, sampler, press, title, pictures=None):
+    corner = desktop.active_window_geometry()[:2]
+    flips = program.log().count("\n")
+    watch = Watch(desktop, sampler, corner, pictures)
+    press()
+    wait_until(lambda: not pointer_is_visible(desktop.env["DISPLAY"]), "the pointer to hide")
+    wait_until(lambda: program.log().count("\n") > flips, "the end of the flip")
+    line = program.log().splitlines()[-1]
+    samples = watch.samples()
+    wait_until(lambda: desktop.xdotool("getactivewindow", "getwindowname") == title, f"{title} to be active")
+    direction, frames, dropped, seconds, longest = line.split()
+    print(f"  {direction}: {frames} frames in {seconds} s, {dropped} dropped, the longest took {longest} ms to draw")
+    check_nothing_shows_through(samples)
+    check_end(desktop, program, title, corner)
+
+
+def main():
+    demo, sampler, name = sys.argv[1:4]
+    pictures = sys.argv[5] if len(sys.argv) > 5 else None
+    with Desktop(**DESKTOPS[name]) as desktop:
+        program = desktop.start([demo])
+        button = program.wait_for("button", "Preferences")
+        wait_until(desktop.active_window_geometry, "the card to be active")
+        print(name)
+        flip(desktop, program, sampler, lambda: button.click(desktop), "Preferences", pictures)
+        done = program.wait_for("button", "Done")
+        flip(desktop, program, sampler, lambda: done.click(desktop), "Flipside")
+        end_process(program.process)
+
+
+main()
