@@ -148,7 +148,8 @@ class Desktop:
         self.env["DISPLAY"] = ":" + number
 
     def _start_bus(self):
-        bus = self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE)
+        bus = self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=1",
+                          "--address=unix:path=" + os.path.join(self.runtime, "bus")], stdout=subprocess.PIPE)
         address = bus.stdout.readline().decode().strip()
         if not address:
             raise Failure("the session bus did not start: " + self.log("dbus-daemon"))
