@@ -1,0 +1,241 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "settings/HBPreferencesWndCtrl.h"
+
+#include "platform/Bookmark.h"
+#include "platform/DiskSpace.h"
+#include "platform/KeyPath.h"
+#include "platform/UserDefaults.h"
+#include "platform/desktop/FileManager.h"
+#include "platform/desktop/FolderChooser.h"
+#include "platform/desktop/MainWindow.h"
+#include "platform/desktop/PopUpMenu.h"
+#include "settings/EncoderControls.h"
+#include "settings/PreferencesCard.h"
+#include "settings/RecordingEstimate.h"
+#include "ui/NSWindow_Flipr.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString configDataKey = u"HBConfigDataKey"_s;
+const QString workingPathKey = u"HBWorkingPathKey"_s;
+const QString noWorkingPath = u"Please select a location to save the recording"_s;
+constexpr QColor labelGrey(164, 173, 178);
+
+// An archive that holds no configuration counts as none; the decoder has logged why.
+QSharedPointer<KTMp3LameConfig> storedConfig()
+{
+    const QByteArray archive = platform::UserDefaults::standardUserDefaults().dataForKey(configDataKey);
+    const auto config
+        = archive.isEmpty() ? QSharedPointer<KTMp3LameConfig>() : KTMp3LameConfig::unarchivedConfig(archive);
+    return config ? config : QSharedPointer<KTMp3LameConfig>::create();
+}
+
+} // namespace
+
+HBPreferencesWndCtrl *HBPreferencesWndCtrl::preferencesWndCtrl()
+{
+    // Never destroyed: windows must not outlive the application object, which dies before statics do.
+    static auto *const shared = new HBPreferencesWndCtrl(u"HBPreferencesWndCtrl"_s);
+    return shared;
+}
+
+QStringList HBPreferencesWndCtrl::keyPathsForValuesAffectingCanShowInFinder()
+{
+    return {u"workingPath"_s};
+}
+
+QStringList HBPreferencesWndCtrl::keyPathsForValuesAffectingRecordingEstimate()
+{
+    return {u"config.encoderTarget"_s, u"config.isCBR"_s, u"config.encodeQuality"_s, u"workingPath"_s};
+}
+
+HBPreferencesWndCtrl::HBPreferencesWndCtrl(const QString &windowNibName)
+    : WindowController(windowNibName)
+    , m_workingPath(storedWorkingPath())
+{
+    platform::announceDerivedProperties(this);
+}
+
+HBPreferencesWndCtrl::~HBPreferencesWndCtrl() = default;
+
+platform::AttributedString HBPreferencesWndCtrl::attributeTitle(
+    const QString &title, const QColor &color, Qt::Alignment alignment) const
+{
+    return {title, color, alignment, 13.0};
+}
+
+platform::AttributedString HBPreferencesWndCtrl::attributeTitle(const QString &title) const
+{
+    return attributeTitle(title, labelGrey, Qt::AlignLeft);
+}
+
+platform::AttributedString HBPreferencesWndCtrl::attributeTitleForDone() const
+{
+    return attributeTitle(u"Done"_s, Qt::white, Qt::AlignHCenter);
+}
+
+platform::AttributedString HBPreferencesWndCtrl::attributeTitleForCBR() const
+{
+    return attributeTitle(u"Restrict encoder to constant bitrate"_s);
+}
+
+platform::AttributedString HBPreferencesWndCtrl::attributeTitleForQuality() const
+{
+    return attributeTitle(u"Quality"_s);
+}
+
+platform::AttributedString HBPreferencesWndCtrl::attributeTitleForBitrate() const
+{
+    return attributeTitle(u"Bitrate"_s);
+}
+
+bool HBPreferencesWndCtrl::workingPathExist() const
+{
+    // The sentence that stands in for a path must not be looked for in the current folder.
+    return QDir::isAbsolutePath(m_workingPath) && QFileInfo::exists(m_workingPath);
+}
+
+void HBPreferencesWndCtrl::setConfig(const QSharedPointer<KTMp3LameConfig> &config)
+{
+    if (m_config == config)
+        return;
+    m_config = config;
+    Q_EMIT configChanged();
+}
+
+QString HBPreferencesWndCtrl::recordingEstimate() const
+{
+    if (!m_config)
+        return {};
+    const RecordingEstimate estimate(*m_config);
+    return estimate.rateSentence() + roomSentence(estimate);
+}
+
+QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) const
+{
+    if (m_workingPath == noWorkingPath)
+        return {};
+    if (!workingPathExist())
+        return u" The folder is gone."_s;
+    const auto bytes = platform::writableBytes(m_workingPath);
+    return u' ' + (bytes ? estimate.roomSentence(*bytes) : u"The folder is not writable."_s);
+}
+
+std::optional<QString> HBPreferencesWndCtrl::readWorkingPath() const
+{
+    const QByteArray bookmark = platform::UserDefaults::standardUserDefaults().dataForKey(workingPathKey);
+    const auto folder = platform::folderForBookmarkData(bookmark);
+    return folder ? std::optional(folder->toLocalFile()) : std::nullopt;
+}
+
+void HBPreferencesWndCtrl::saveWorkingPathURL(const QUrl &url)
+{
+    const QByteArray bookmark = platform::bookmarkDataForFolder(url);
+    if (!bookmark.isEmpty())
+        platform::UserDefaults::standardUserDefaults().setData(bookmark, workingPathKey);
+}
+
+void HBPreferencesWndCtrl::setWorkingPathWithURL(const QUrl &url)
+{
+    saveWorkingPathURL(url);
+    setWorkingPath(url.adjusted(QUrl::StripTrailingSlash).toLocalFile());
+}
+
+void HBPreferencesWndCtrl::setWorkingPath(const QString &path)
+{
+    if (m_workingPath == path)
+        return;
+    m_workingPath = path;
+    Q_EMIT workingPathChanged();
+}
+
+QString HBPreferencesWndCtrl::storedWorkingPath() const
+{
+    return readWorkingPath().value_or(noWorkingPath);
+}
+
+QMenu *HBPreferencesWndCtrl::vbrModeMenu() const
+{
+    return m_card ? m_card->vbrModeMenu() : nullptr;
+}
+
+QWidget *HBPreferencesWndCtrl::boxVbrMode() const
+{
+    return m_card ? m_card->boxVbrMode() : nullptr;
+}
+
+QMenu *HBPreferencesWndCtrl::encodeEngineMenu() const
+{
+    return m_card ? m_card->encodeEngineMenu() : nullptr;
+}
+
+QWidget *HBPreferencesWndCtrl::boxEncoderEngine() const
+{
+    return m_card ? m_card->boxEncoderEngine() : nullptr;
+}
+
+QWidget *HBPreferencesWndCtrl::loadWindow()
+{
+    m_card = new PreferencesCard(this);
+    return m_card;
+}
+
+void HBPreferencesWndCtrl::windowDidLoad()
+{
+    if (!m_config)
+        setConfig(storedConfig());
+    setWorkingPath(storedWorkingPath());
+}
+
+void HBPreferencesWndCtrl::popupEncodeEngineQuality(QObject *)
+{
+    platform::popUpMenu(encodeEngineMenu(), boxEncoderEngine());
+}
+
+void HBPreferencesWndCtrl::popupVBRMode(QObject *)
+{
+    platform::popUpMenu(vbrModeMenu(), boxVbrMode());
+}
+
+void HBPreferencesWndCtrl::encoderEngineQualityChanged(QObject *sender)
+{
+    const auto *item = qobject_cast<QAction *>(sender);
+    if (item && m_config)
+        m_config->setEncoderEngineQualityName(titleOf(*item));
+}
+
+void HBPreferencesWndCtrl::vbrModeChanged(QObject *sender)
+{
+    const auto *item = qobject_cast<QAction *>(sender);
+    if (item && m_config)
+        m_config->setVbrModeName(titleOf(*item));
+}
+
+void HBPreferencesWndCtrl::selectWorkingPathAction(QObject *)
+{
+    platform::chooseFolder(window(), [controller = QPointer(this)](const std::optional<QUrl> &folder) {
+        if (controller && folder)
+            controller->setWorkingPathWithURL(*folder);
+    });
+}
+
+void HBPreferencesWndCtrl::showWorkingPathAction(QObject *)
+{
+    if (workingPathExist())
+        platform::revealInFileManager(QUrl::fromLocalFile(m_workingPath));
+}
+
+void HBPreferencesWndCtrl::doneAction(QObject *)
+{
+    if (QWidget *mainWindow = platform::mainWindow())
+        NSWindow_Flipr::flipToShowWindow(window(), mainWindow, false);
+}

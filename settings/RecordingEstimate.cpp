@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "settings/RecordingEstimate.h"
+
+#include "encoder/KTMp3LameConfig.h"
+
+#include <QLocale>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Every recording asks the encoder for its highest bitrate when it starts, whatever was chosen before. With a
+// bitrate target that is what is written; with a quality target the bitrate plays no part.
+constexpr double recordingKilobitsPerSecond = 320;
+
+// The mean bitrates that LAME's documentation gives for music in stereo at the whole qualities 0 to 9, and
+// the next one after them by the same step. Speech and silence need less.
+constexpr std::array<double, 11> meanOfQuality = {245, 225, 190, 175, 165, 130, 115, 100, 85, 65, 45};
+
+double meanOf(double quality)
+{
+    // Not a number counts as the best quality: rather too much room than too little.
+    const double inScale = quality > 0 ? std::min(quality, 9.999) : 0;
+    const auto below = static_cast<std::size_t>(inScale);
+    return std::lerp(meanOfQuality[below], meanOfQuality[below + 1], inScale - std::floor(inScale));
+}
+
+QString number(double value, int decimals = 0)
+{
+    const double unit = std::pow(10.0, decimals);
+    return QLocale(QLocale::English, QLocale::UnitedStates)
+        .toString(std::floor(value * unit) / unit, 'f', decimals);
+}
+
+} // namespace
+
+RecordingEstimate::RecordingEstimate(const KTMp3LameConfig &config)
+    // Any target but 0 makes the encoder aim at a quality.
+    : m_aimsAtBitrate(config.encoderTarget() == KTMp3LameConfig::BitrateTarget)
+    , m_isConstant(m_aimsAtBitrate && config.isCBR())
+    , m_kilobitsPerSecond(m_aimsAtBitrate ? recordingKilobitsPerSecond : meanOf(config.encodeQuality()))
+{
+}
+
+double RecordingEstimate::megabytesPerHour() const
+{
+    return m_kilobitsPerSecond * 3600 / 8 / 1000;
+}
+
+QString RecordingEstimate::rateSentence() const
+{
+    const QString rate = number(std::round(megabytesPerHour()));
+    if (!m_aimsAtBitrate)
+        return u"About %1 MB an hour."_s.arg(rate);
+    const QString bitrate = number(m_kilobitsPerSecond);
+    return m_isConstant ? u"%1 MB an hour at %2kbps."_s.arg(rate, bitrate)
+                        : u"About %1 MB an hour at %2kbps."_s.arg(rate, bitrate);
+}
+
+QString RecordingEstimate::roomSentence(qint64 writableBytes) const
+{
+    const double hours = static_cast<double>(std::max<qint64>(writableBytes, 0)) / 1e6 / megabytesPerHour();
+    const double minutes = hours * 60;
+    if (minutes < 1)
+        return u"This disk is full."_s;
+    if (minutes < 2)
+        return u"1 minute fits on this disk."_s;
+    if (hours < 1)
+        return u"%1 minutes fit on this disk."_s.arg(number(minutes));
+    if (hours < 1.1)
+        return u"1 hour fits on this disk."_s;
+    if (hours < 10)
+        return u"%1 hours fit on this disk."_s.arg(number(hours, 1));
+    return u"%1 hours fit on this disk."_s.arg(number(hours));
+}
+
+QString RecordingEstimate::explanation() const
+{
+    if (m_aimsAtBitrate)
+        return u"A recording with a bitrate target always starts at %1kbps."_s.arg(
+            number(m_kilobitsPerSecond));
+    return u"With a quality target the size depends on the sound: music needs most, speech and silence less."_s;
+}

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+
+class KTMp3LameConfig;
+
+// What an encoder configuration means for a disk, in sentences for people. A recording of sound with a
+// variable or average bitrate can only be estimated: those sentences say "About".
+class RecordingEstimate {
+public:
+    explicit RecordingEstimate(const KTMp3LameConfig &config);
+
+    double kilobitsPerSecond() const { return m_kilobitsPerSecond; }
+    // In units of 1,000,000 bytes.
+    double megabytesPerHour() const;
+
+    // "About 58 MB an hour."
+    QString rateSentence() const;
+    // "213 hours fit on this disk."
+    QString roomSentence(qint64 writableBytes) const;
+    // Why the rate is what it is, for a tool tip.
+    QString explanation() const;
+
+private:
+    bool m_aimsAtBitrate;
+    bool m_isConstant;
+    double m_kilobitsPerSecond;
+};

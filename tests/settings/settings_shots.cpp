@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+// Draws the preferences card and the encoder sheet as they look on a desktop with a light and with a dark
+// theme: settings_shots FOLDER, once for each QT_SCALE_FACTOR.
+
+#include "platform/DiskSpace.h"
+#include "platform/UserDefaults.h"
+#include "settings/HBPreferencesWndCtrl.h"
+#include "settings/KTMP3ConfigureWndCtrl.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Margin = 36;
+
+struct Theme {
+    const char *name;
+    QColor window;
+    QColor text;
+};
+
+constexpr Theme themes[]
+    = {{"light", {0xe4, 0xe7, 0xea}, {0x20, 0x20, 0x20}}, {"dark", {0x16, 0x18, 0x1a}, {0xee, 0xee, 0xee}}};
+
+void save(QWidget *window, const QColor &desktop, const QString &path)
+{
+    const QPixmap card = window->grab();
+    QPixmap picture(
+        (card.deviceIndependentSize().toSize() + QSize(2 * Margin, 2 * Margin)) * card.devicePixelRatio());
+    picture.setDevicePixelRatio(card.devicePixelRatio());
+    picture.fill(desktop);
+    QPainter(&picture).drawPixmap(Margin, Margin, card);
+    if (!picture.save(path))
+        qFatal("%s cannot be written", qPrintable(path));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 3)
+        qFatal("settings_shots FOLDER light|dark");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    const Theme &theme = themes[qstrcmp(argv[2], "dark") == 0];
+    // What a desktop's theme plugin would have set.
+    QApplication::setStyle(QStyleFactory::create(u"Windows"_s));
+    QPalette palette(theme.window);
+    palette.setColor(QPalette::WindowText, theme.text);
+    QApplication::setPalette(palette);
+
+    const QTemporaryDir home;
+    platform::UserDefaults::setStandardUserDefaults(
+        std::make_unique<platform::UserDefaults>(home.filePath(u"flipside.conf"_s)));
+    platform::setDiskSpace([](const QString &) { return 12'350'000'000; });
+    QDir(home.path()).mkdir(u"Recordings"_s);
+
+    HBPreferencesWndCtrl preferences(u"HBPreferencesWndCtrl"_s);
+    QWidget *card = preferences.window();
+    preferences.setWorkingPathWithURL(QUrl::fromLocalFile(home.filePath(u"Recordings"_s)));
+    const QString name = QString::fromUtf8(argv[1]) + u"/%1-"_s + QString::fromLatin1(theme.name)
+        + u"-%2x.png"_s.arg(application.devicePixelRatio());
+    card->show();
+    save(card, theme.window, name.arg(u"preferences"_s));
+
+    KTMP3ConfigureWndCtrl sheet(u"KTMP3ConfigureWndCtrl"_s);
+    const auto config = QSharedPointer<KTMp3LameConfig>::create();
+    config->setEncoderTarget(KTMp3LameConfig::BitrateTarget);
+    config->setIsCBR(true);
+    sheet.beginSheetForModalWindow(card, config);
+    save(sheet.window(), theme.window, name.arg(u"encoder-sheet"_s));
+    return 0;
+}
