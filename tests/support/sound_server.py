@@ -141,10 +141,14 @@ class Microphone:
     def plug(self):
         key = "".join(c if c.isalnum() else "_" for c in self.name)
         path = os.path.join(self.server.directory, key + ".pipe")
+        if os.path.exists(path):  # left by a server that was killed
+            os.unlink(path)
         properties = f'''source_properties="device.description='{self.name}'"'''
         self.module = self.server.pactl(
             "load-module", "module-pipe-source", f"source_name={key}", f"file={path}", "format=s16le",
             f"rate={RATE}", "channels=2", properties).strip()
+        # A pipe is read only while somebody records, and would give what it held by then: somebody always does.
+        self.listener = self.server.spawn("parec", "-d", key, "--latency-msec=100", stdout=subprocess.DEVNULL)
         self.pipe = os.open(path, os.O_WRONLY | os.O_NONBLOCK)
         fcntl.fcntl(self.pipe, fcntl.F_SETPIPE_SZ, 1 << 17)
         self.stopping = threading.Event()
@@ -153,7 +157,8 @@ class Microphone:
         return key
 
     def feed(self):
-        due = time.monotonic()
+        # PipeWire reads in step with a clock of its own, which this one must never keep waiting.
+        due = time.monotonic() - (0.1 if self.server.pipewire else 0)
         while not self.stopping.wait(max(0, due - time.monotonic())):
             try:
                 os.write(self.pipe, self.signal.block(self.position))
@@ -171,6 +176,7 @@ class Microphone:
         self.thread.join()
         self.thread = None
         os.close(self.pipe)
+        self.server.end_process(self.listener)
 
     def unplug(self):
         self.server.pactl("unload-module", self.module)
@@ -218,10 +224,10 @@ class Server:
             microphone.plug()
 
     def start_pulseaudio(self):
-        server = self.spawn("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+        self.daemon = self.spawn("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
                             "--realtime=no", "--high-priority=no", "--log-target=stderr", "--log-level=warn",
                             "-L", "module-native-protocol-unix auth-anonymous=1")
-        self.wait_for_socket(self.socket, server)
+        self.wait_for_socket(self.socket, self.daemon)
 
     def start_pipewire(self):
         bus = self.spawn("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
@@ -229,18 +235,23 @@ class Server:
         runtime = self.environment["XDG_RUNTIME_DIR"]
         self.wait_for_socket(os.path.join(runtime, "pipewire-0"), self.spawn("pipewire"))
         self.spawn("wireplumber")
-        self.wait_for_socket(self.socket, self.spawn("pipewire-pulse"))
+        self.daemon = self.spawn("pipewire-pulse")
+        self.wait_for_socket(self.socket, self.daemon)
 
     def wait_for_socket(self, path, process):
         wait_for(lambda: os.path.exists(path) or process.poll() is not None, path)
         if process.poll() is not None:
             raise RuntimeError(f"{process.args[0]} ended with {process.returncode}, see the log")
 
+    def end_process(self, process):
+        if process in self.processes:
+            self.processes.remove(process)
+        process.kill()
+        process.wait()
+
     def kill(self):
-        for process in reversed(self.processes):
-            process.kill()
-            process.wait()
-        self.processes = []
+        for process in reversed(self.processes[:]):
+            self.end_process(process)
         for microphone in self.microphones.values():
             microphone.stop()
         for leftover in (self.socket, os.path.join(self.environment["XDG_RUNTIME_DIR"], "pipewire-0")):
@@ -311,7 +322,7 @@ def main():
         for specification in options.mic:
             server.load(specification)
         answer(environment=server.shared, directory=server.directory, pid=os.getpid(),
-               server_pid=server.processes[-1].pid)
+               server_pid=server.daemon.pid)
         if options.control:
             obey(server)
         else:

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+// A process that a test can stop and continue: records the device of the given name in 16-bit stereo, says
+// "recording" on standard output, and at the end of standard input writes the frames to the given file.
+
+#include "KTAudioControl/KTAudioControl.h"
+#include "tests/support/FrameCollector.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    testsupport::FrameCollector collector;
+    KTAudioRecorder recorder(
+        KTAudioControl::sharedAudioControl()->deviceIDFromName(QString::fromLocal8Bit(argv[1])));
+    recorder.setDelegate(&collector);
+    if (!recorder.startRecordWithFormat({48000, kAudioFormatLinearPCM, 12, 4, 1, 4, 2, 16, 0}))
+        return 1;
+    std::puts("recording");
+    std::fflush(stdout);
+    while (std::getchar() != EOF) { }
+    recorder.stopRecord();
+    QFile file(QString::fromLocal8Bit(argv[2]));
+    const std::vector<char> bytes = collector.bytes();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes.data(), qint64(bytes.size())) >= 0 ? 0 : 1;
+}

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "KTAudioControl/KTAudioRecorder.h"
+
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace testsupport {
+
+// Keeps what a recorder delivers. In 16-bit stereo a frame is one number, as counting microphones give them.
+class FrameCollector : public KTAudioRecorderDelegate {
+public:
+    void KTAudioRecorderDataRecord(KTAudioRecorder *, const void *data, std::uint32_t size,
+        const AudioStreamBasicDescription &format) override
+    {
+        std::scoped_lock lock(m_mutex);
+        m_format = &format;
+        m_thread = std::this_thread::get_id();
+        m_bytes.insert(
+            m_bytes.end(), static_cast<const char *>(data), static_cast<const char *>(data) + size);
+        ++m_buffers;
+    }
+
+    std::size_t buffers() const
+    {
+        std::scoped_lock lock(m_mutex);
+        return m_buffers;
+    }
+    std::vector<char> bytes() const
+    {
+        std::scoped_lock lock(m_mutex);
+        return m_bytes;
+    }
+    template <typename Sample> std::vector<Sample> samples() const
+    {
+        const std::vector<char> data = bytes();
+        std::vector<Sample> samples(data.size() / sizeof(Sample));
+        if (!samples.empty())
+            std::memcpy(samples.data(), data.data(), samples.size() * sizeof(Sample));
+        return samples;
+    }
+    std::vector<std::uint32_t> frames() const { return samples<std::uint32_t>(); }
+    std::size_t frameCount() const
+    {
+        std::scoped_lock lock(m_mutex);
+        return m_bytes.size() / sizeof(std::uint32_t);
+    }
+    std::thread::id thread() const
+    {
+        std::scoped_lock lock(m_mutex);
+        return m_thread;
+    }
+    const AudioStreamBasicDescription *format() const
+    {
+        std::scoped_lock lock(m_mutex);
+        return m_format;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::vector<char> m_bytes;
+    std::size_t m_buffers = 0;
+    std::thread::id m_thread;
+    const AudioStreamBasicDescription *m_format = nullptr;
+};
+
+// Where a number does not follow the one before it: positions of lost, repeated or swapped frames.
+inline std::vector<std::size_t> breaks(const std::vector<std::uint32_t> &frames)
+{
+    std::vector<std::size_t> positions;
+    for (std::size_t i = 1; i < frames.size(); ++i)
+        if (frames[i] != frames[i - 1] + 1)
+            positions.push_back(i);
+    return positions;
+}
+
+} // namespace testsupport
