@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "platform/UserDefaults.h"
+#include "platform/desktop/FileManager.h"
+#include "platform/desktop/FolderChooser.h"
+#include "platform/desktop/MainWindow.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace testsupport {
+
+// A user with settings of their own and a file manager that only takes notes.
+class SettingsHome : public testing::Test {
+protected:
+    SettingsHome()
+    {
+        restart();
+        platform::setFileManager([this](const QUrl &url) { shown.append(url); });
+        platform::setMainWindow(&mainWindow);
+    }
+    ~SettingsHome() override
+    {
+        platform::setFileManager({});
+        platform::setFolderChooser({});
+        platform::UserDefaults::setStandardUserDefaults(nullptr);
+    }
+
+    // The settings as another launch finds them.
+    void restart()
+    {
+        platform::UserDefaults::setStandardUserDefaults(nullptr);
+        platform::UserDefaults::setStandardUserDefaults(
+            std::make_unique<platform::UserDefaults>(settingsFile));
+    }
+    QString makeFolder(const QString &name)
+    {
+        EXPECT_TRUE(QDir(home.path()).mkdir(name)) << qPrintable(name);
+        return home.filePath(name);
+    }
+    QByteArray settings()
+    {
+        platform::UserDefaults::standardUserDefaults().synchronize();
+        QFile file(settingsFile);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir home;
+    const QString settingsFile = home.filePath(QStringLiteral("config/flipside.conf"));
+    QList<QUrl> shown;
+    QWidget mainWindow;
+};
+
+// Keys and clicks are for the control's own name in the interface file.
+template <typename Control> Control *control(QWidget *window, const char *name)
+{
+    auto *found = window->findChild<Control *>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+} // namespace testsupport
