@@ -8,6 +8,7 @@
 #include "settings/EncoderControls.h"
 #include "settings/KTMP3ConfigureWndCtrl.h"
 #include "ui/CardStyle.h"
+#include "ui/SheetShade.h"
 #include "ui_KTMP3ConfigureWndCtrl.h"
 
 #include <QCloseEvent>
@@ -21,6 +22,9 @@ namespace {
 
 constexpr Qt::WindowFlags SheetFlags = Qt::Dialog | Qt::FramelessWindowHint;
 
+// Narrower than a card, so that it is seen to lie on one.
+constexpr int SheetWidth = 416;
+
 } // namespace
 
 ConfigureSheet::ConfigureSheet(KTMP3ConfigureWndCtrl *controller)
@@ -33,7 +37,7 @@ ConfigureSheet::ConfigureSheet(KTMP3ConfigureWndCtrl *controller)
     CardStyle::scaleLayout(content()->layout());
     bindControls();
     connectCommands();
-    setFixedSize(CardStyle::cardSize().width(), sizeHint().height());
+    setFixedSize(CardStyle::scaled(SheetWidth), sizeHint().height());
 }
 
 ConfigureSheet::~ConfigureSheet() = default;
@@ -70,8 +74,10 @@ void ConfigureSheet::connectCommands()
 void ConfigureSheet::beginOn(QWidget *host)
 {
     setParent(host->window(), SheetFlags);
+    m_shade = new SheetShade(host->window());
     const QRect frame = host->window()->geometry();
-    move(frame.center().x() - width() / 2, frame.top() + CardStyle::scaled(CardStyle::TitleStripHeight));
+    move(frame.left() + (frame.width() - width()) / 2,
+        frame.top() + CardStyle::scaled(CardStyle::TitleStripHeight));
     show();
     activateWindow();
 }
@@ -82,6 +88,7 @@ void ConfigureSheet::end()
     if (!host)
         return;
     hide();
+    delete m_shade;
     // A host that is destroyed later must not take the sheet with it.
     setParent(nullptr, SheetFlags);
     host->activateWindow();

@@ -5,9 +5,11 @@
 
 #include "ui/CardWindow.h"
 
+#include <QPointer>
 #include <memory>
 
 class KTMP3ConfigureWndCtrl;
+class SheetShade;
 
 namespace Ui {
 class KTMP3ConfigureWndCtrl;
@@ -34,4 +36,5 @@ private:
 
     KTMP3ConfigureWndCtrl *m_controller;
     std::unique_ptr<Ui::KTMP3ConfigureWndCtrl> m_ui;
+    QPointer<SheetShade> m_shade;
 };

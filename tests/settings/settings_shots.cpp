@@ -8,6 +8,7 @@
 #include "platform/UserDefaults.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "settings/KTMP3ConfigureWndCtrl.h"
+#include "ui/ElidedLabel.h"
 
 #include <QApplication>
 #include <QDir>
@@ -30,14 +31,17 @@ struct Theme {
 constexpr Theme themes[]
     = {{"light", {0xe4, 0xe7, 0xea}, {0x20, 0x20, 0x20}}, {"dark", {0x16, 0x18, 0x1a}, {0xee, 0xee, 0xee}}};
 
-void save(QWidget *window, const QColor &desktop, const QString &path)
+// The windows as they lie on the desktop, the last one on top.
+void save(const QList<QWidget *> &windows, const QColor &desktop, const QString &path)
 {
-    const QPixmap card = window->grab();
-    QPixmap picture(
-        (card.deviceIndependentSize().toSize() + QSize(2 * Margin, 2 * Margin)) * card.devicePixelRatio());
-    picture.setDevicePixelRatio(card.devicePixelRatio());
+    const QRect frame = windows.first()->geometry();
+    const double ratio = windows.first()->devicePixelRatio();
+    QPixmap picture((frame.size() + QSize(2 * Margin, 2 * Margin)) * ratio);
+    picture.setDevicePixelRatio(ratio);
     picture.fill(desktop);
-    QPainter(&picture).drawPixmap(Margin, Margin, card);
+    QPainter painter(&picture);
+    for (QWidget *window : windows)
+        painter.drawPixmap(window->pos() - frame.topLeft() + QPoint(Margin, Margin), window->grab());
     if (!picture.save(path))
         qFatal("%s cannot be written", qPrintable(path));
 }
@@ -56,6 +60,7 @@ int main(int argc, char **argv)
     QPalette palette(theme.window);
     palette.setColor(QPalette::WindowText, theme.text);
     QApplication::setPalette(palette);
+    QApplication::setFont(QFont(u"Inter"_s, 10));
 
     const QTemporaryDir home;
     platform::UserDefaults::setStandardUserDefaults(
@@ -68,14 +73,15 @@ int main(int argc, char **argv)
     preferences.setWorkingPathWithURL(QUrl::fromLocalFile(home.filePath(u"Recordings"_s)));
     const QString name = QString::fromUtf8(argv[1]) + u"/%1-"_s + QString::fromLatin1(theme.name)
         + u"-%2x.png"_s.arg(application.devicePixelRatio());
+    card->findChild<ElidedLabel *>(u"workingFolder"_s)->setText(u"/home/user/Recordings"_s);
     card->show();
-    save(card, theme.window, name.arg(u"preferences"_s));
+    save({card}, theme.window, name.arg(u"preferences"_s));
 
     KTMP3ConfigureWndCtrl sheet(u"KTMP3ConfigureWndCtrl"_s);
     const auto config = QSharedPointer<KTMp3LameConfig>::create();
     config->setEncoderTarget(KTMp3LameConfig::BitrateTarget);
     config->setIsCBR(true);
     sheet.beginSheetForModalWindow(card, config);
-    save(sheet.window(), theme.window, name.arg(u"encoder-sheet"_s));
+    save({card, sheet.window()}, theme.window, name.arg(u"encoder-sheet"_s));
     return 0;
 }

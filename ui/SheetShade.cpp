@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/SheetShade.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr QColor Shade{0, 0, 0, 120};
+
+} // namespace
+
+SheetShade::SheetShade(QWidget *window)
+    : QWidget(window)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    window->installEventFilter(this);
+    setGeometry(window->rect());
+    show();
+    raise();
+}
+
+void SheetShade::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    // Only where the window is: its rounded corners stay transparent.
+    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    painter.fillRect(rect(), Shade);
+}
+
+bool SheetShade::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == parent() && event->type() == QEvent::Resize)
+        setGeometry(parentWidget()->rect());
+    return false;
+}

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QWidget>
+
+// Darkens a window as long as it lives, because a sheet lies on the window and takes its input.
+class SheetShade : public QWidget {
+    Q_OBJECT
+
+public:
+    // The window owns the shade.
+    explicit SheetShade(QWidget *window);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};
