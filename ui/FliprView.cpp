@@ -56,7 +56,11 @@ FliprView::~FliprView()
 
 void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward)
 {
+    if (!initialWindow || !finalWindow || isFlipping())
+        return;
     vanish();
+    const bool slow = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+    m_totalDuration = slow ? SlowFlipSeconds : FlipSeconds;
     m_inputBlock = std::make_unique<InputBlock>();
     m_initialWindow = initialWindow;
     m_finalWindow = finalWindow;
@@ -150,12 +154,10 @@ void FliprView::turn()
         m_initialWindow->hide();
     keepFinalWindowInPlace();
 
-    const bool slow = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
     const float firstFrameTime = m_frameTime;
     m_animation->setCurrentProgress(MeasuredProgress);
     display();
-    const auto timing
-        = FlipGeometry::timing(slow ? SlowFlipSeconds : FlipSeconds, firstFrameTime, m_frameTime);
+    const auto timing = FlipGeometry::timing(m_totalDuration, firstFrameTime, m_frameTime);
     m_turnTime.start();
     m_animation->startAtProgress(timing.startProgress, timing.duration);
 }

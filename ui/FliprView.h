@@ -38,7 +38,8 @@ public:
     FliprView(const QRect &frame, const QRectF &originalRect, QWidget *parent = nullptr);
     ~FliprView() override;
 
-    // Starts a flip of a visible window. Returns at once; the rest happens in the event loop.
+    // Starts a flip of a visible window; slowly while the Shift key is held. Returns at once, the rest
+    // happens in the event loop. Ignored while a flip runs.
     void setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward);
     bool isFlipping() const { return m_stage != Stage::Idle && m_stage != Stage::Fading; }
 
@@ -99,6 +100,7 @@ private:
     FlipShadow m_shadow;
     std::unique_ptr<FliprAnimation> m_animation;
     std::unique_ptr<InputBlock> m_inputBlock;
+    double m_totalDuration = 0;
     float m_direction = 1;
     float m_frameTime = 0;
     // Of the frame that was drawn last.

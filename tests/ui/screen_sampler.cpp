@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <poll.h>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -43,6 +44,12 @@ QImage picture(xcb_connection_t *connection, xcb_window_t root, const QRect &par
         return {};
     const uchar *data = xcb_get_image_data(reply.get());
     return QImage(data, part.width(), part.height(), part.width() * 4, QImage::Format_RGB32).copy();
+}
+
+bool inputHasEnded()
+{
+    pollfd input {0, POLLIN, 0};
+    return poll(&input, 1, 0) > 0;
 }
 
 void writePictures(const std::vector<Sample> &samples, const QString &folder, int count)
@@ -79,7 +86,7 @@ int main(int argc, char **argv)
     std::vector<Sample> samples;
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < milliseconds) {
+    while (clock.elapsed() < milliseconds && !inputHasEnded()) {
         samples.push_back({clock.elapsed(), picture(connection.get(), root, part)});
         if (samples.back().picture.isNull())
             return 1;
