@@ -10,12 +10,41 @@
 #include "ui/NSWindow_Flipr.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <cstdio>
+
+namespace {
+
+// A desktop of one's own behind the cards: compositors show the display's root window or not, as they please.
+class Backdrop : public QWidget {
+public:
+    Backdrop()
+        : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnBottomHint)
+    {
+        setAttribute(Qt::WA_X11NetWmWindowTypeDesktop);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setGeometry(screen()->geometry());
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QLinearGradient gradient(rect().topLeft(), rect().bottomRight());
+        gradient.setColorAt(0, QColor(0x93, 0xa6, 0xb8));
+        gradient.setColorAt(1, QColor(0x5d, 0x6e, 0x80));
+        QPainter(this).fillRect(rect(), gradient);
+    }
+};
+
+} // namespace
 
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
+    Backdrop backdrop;
+    backdrop.show();
     testsupport::RecorderCard recorder;
     testsupport::PreferencesCard preferences;
     const auto *view = NSWindow_Flipr::flippingWindow()->findChild<FliprView *>();

@@ -19,7 +19,6 @@ DESKTOPS = {
     "openbox": {},
     "xfwm4": {"window_manager": ("xfwm4", "--compositor=on"), "compositor": None},
 }
-BACKGROUND = (0x5D, 0x72, 0x86)
 CARD = (460, 392)
 EDGE_ON_MILLISECONDS = 100
 """A few frames, in which the card is so narrow that its middle may be seen beside it."""
@@ -48,12 +47,8 @@ def pointer_is_visible(display):
     return visible
 
 
-def is_background(colour):
-    return all(abs(a - b) <= 6 for a, b in zip(colour, BACKGROUND))
-
-
 def is_card(colour):
-    """The card's greys at the probe, and what the shadow makes of the background beside an edge-on card."""
+    """The card's greys at the probe; the desktop behind it is brighter."""
     return max(colour) < 0x50
 
 
@@ -106,6 +101,7 @@ def check_end(desktop, program, title, corner):
 
 
 def flip(desktop, program, sampler, press, title, pictures=None):
+    wait_until(lambda: desktop.active_window_geometry() is not None, "an active window")
     corner = desktop.active_window_geometry()[:2]
     flips = program.log().count("\n")
     watch = Watch(desktop, sampler, corner, pictures)
