@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "encoder/LameReports.h"
+
+#include "encoder/KTMp3Lame.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <lame/lame.h>
+
+struct LameReportHooks {
+    // The messages are libmp3lame's own, a line each. One that does not fit means that its arguments are no
+    // longer what its format says; nothing is written past the buffer, and going on would not be safe.
+    static void report(const char *format, va_list arguments, qint32 messageType)
+    {
+        if (!LameReports::s_writer)
+            return;
+        char text[1024] = {};
+        const int length = std::vsnprintf(text, sizeof text, format, arguments);
+        if (length >= int(sizeof text))
+            qFatal("A message of the encoder needs %d bytes.", length);
+        LameReports::s_writer->reportMessage(QString::fromUtf8(text), messageType);
+    }
+    static void error(const char *format, va_list arguments)
+    {
+        report(format, arguments, KTMp3Lame::ErrorMessage);
+    }
+    static void message(const char *format, va_list arguments)
+    {
+        report(format, arguments, KTMp3Lame::PlainMessage);
+    }
+    static void debug(const char *format, va_list arguments)
+    {
+        report(format, arguments, KTMp3Lame::DebugMessage);
+    }
+};
+
+void LameReports::install(lame_global_struct *handle)
+{
+    lame_set_errorf(handle, LameReportHooks::error);
+    lame_set_msgf(handle, LameReportHooks::message);
+    lame_set_debugf(handle, LameReportHooks::debug);
+}

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdio>
+
+struct lame_global_struct;
+
+// Stopping a recording ends its capture only: the encoder and the file of a writer that is destroyed without
+// finalizeEncode() stay open until the process exits. They are kept here, so that a leak checker can tell
+// this decision from an accident.
+namespace UnfinishedEncodings {
+
+// Any thread.
+void keepUntilExit(lame_global_struct *encoder, std::FILE *file);
+
+} // namespace UnfinishedEncodings
