@@ -125,7 +125,8 @@ TEST_P(EitherKTAudioServer, deliversWhatCameBeforeAPauseAndNothingOfIt)
 
     const std::vector<std::uint32_t> frames = collector.frames();
     EXPECT_THAT(breaks(frames), ElementsAre(kept));
-    // On PipeWire the microphone runs a tenth of a second ahead, and its sound passes through several periods.
+    // On PipeWire the microphone runs a tenth of a second ahead, and its sound passes through several
+    // periods.
     const std::uint32_t slack = GetParam() == PrivateSoundServer::Kind::PulseAudio ? 2 * block : second / 4;
     EXPECT_GE(frames[kept - 1] + slack, beforePause);
     EXPECT_GE(frames[kept] + slack, beforeResume);
@@ -206,17 +207,14 @@ TEST_F(KTAudioServer, losesNothingWhileTheProcessIsStoppedForTenSeconds)
 {
     const QTemporaryDir directory;
     const QString file = directory.filePath(u"frames"_s);
-    QProcess child;
-    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    child.start(QStringLiteral(CAPTURE_CHILD), {u"Microphone"_s, file});
-    ASSERT_TRUE(child.waitForReadyRead(5000)) << "the child does not record";
+    testsupport::ChildProcess child({QStringLiteral(CAPTURE_CHILD), u"Microphone"_s, file});
+    ASSERT_EQ(child.readLine(5s), "recording");
     std::this_thread::sleep_for(500ms);
-    ::kill(pid_t(child.processId()), SIGSTOP);
+    ::kill(child.pid(), SIGSTOP);
     std::this_thread::sleep_for(10s);
-    ::kill(pid_t(child.processId()), SIGCONT);
+    ::kill(child.pid(), SIGCONT);
     std::this_thread::sleep_for(500ms);
-    child.closeWriteChannel();
-    ASSERT_TRUE(child.waitForFinished(5000));
+    ASSERT_EQ(child.finish(), 0);
 
     QFile output(file);
     ASSERT_TRUE(output.open(QIODevice::ReadOnly));

@@ -29,6 +29,7 @@ import math
 import os
 import shutil
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -225,8 +226,8 @@ class Server:
 
     def start_pulseaudio(self):
         self.daemon = self.spawn("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
-                            "--realtime=no", "--high-priority=no", "--log-target=stderr", "--log-level=warn",
-                            "-L", "module-native-protocol-unix auth-anonymous=1")
+                                 "--realtime=no", "--high-priority=no", "--log-target=stderr", "--log-level=warn",
+                                 "-L", "module-native-protocol-unix auth-anonymous=1")
         self.wait_for_socket(self.socket, self.daemon)
 
     def start_pipewire(self):
@@ -239,7 +240,11 @@ class Server:
         self.wait_for_socket(self.socket, self.daemon)
 
     def wait_for_socket(self, path, process):
-        wait_for(lambda: os.path.exists(path) or process.poll() is not None, path)
+        def accepts():
+            with socket.socket(socket.AF_UNIX) as client:
+                return client.connect_ex(path) == 0
+
+        wait_for(lambda: accepts() or process.poll() is not None, path)
         if process.poll() is not None:
             raise RuntimeError(f"{process.args[0]} ended with {process.returncode}, see the log")
 

@@ -132,7 +132,7 @@ void PulseConnection::contextLost()
         qCWarning(lcAudio, "The sound server has gone away.");
     }
     m_devices.stop();
-    if (!m_devices.waitForList(0ms) || now - *m_lostAt >= forgetDevicesAfter)
+    if (!m_devices.isListed() || now - *m_lostAt >= forgetDevicesAfter)
         m_devices.forget();
     notify(&Listener::disconnected);
     retryLater();

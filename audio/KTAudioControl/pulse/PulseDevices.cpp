@@ -13,10 +13,16 @@ DeviceList PulseDevices::list() const
     return m_list;
 }
 
-bool PulseDevices::waitForList(std::chrono::milliseconds deadline) const
+void PulseDevices::waitForList(std::chrono::milliseconds deadline)
 {
-    std::unique_lock lock(m_mutex);
-    return m_firstList.wait_for(lock, deadline, [this] { return m_isListed; });
+    if (!isListed())
+        m_firstList.try_acquire_for(deadline);
+}
+
+bool PulseDevices::isListed() const
+{
+    std::scoped_lock lock(m_mutex);
+    return m_isListed;
 }
 
 void PulseDevices::follow(pa_context *context)
@@ -95,14 +101,16 @@ void PulseDevices::listComplete(bool success)
 
 void PulseDevices::publish(const DeviceList &list)
 {
+    const bool first = !isListed();
+    if (!first && m_list == list)
+        return;
     {
         std::scoped_lock lock(m_mutex);
-        if (m_isListed && m_list == list)
-            return;
         m_list = list;
         m_isListed = true;
     }
-    m_firstList.notify_all();
+    if (first)
+        m_firstList.release();
     if (m_changed)
         m_changed();
 }

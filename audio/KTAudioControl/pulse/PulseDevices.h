@@ -6,8 +6,8 @@
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseHandles.h"
 
-#include <condition_variable>
 #include <mutex>
+#include <semaphore>
 
 namespace sound {
 
@@ -16,8 +16,9 @@ class PulseDevices {
 public:
     // Any thread. Never waits for the loop, which may be busy encoding.
     DeviceList list() const;
-    // False when nothing is known yet at the deadline.
-    bool waitForList(std::chrono::milliseconds deadline) const;
+    bool isListed() const;
+    // Returns with the first list, or at the deadline. One thread only.
+    void waitForList(std::chrono::milliseconds deadline);
 
     // All others with the loop's lock held, or on its thread.
 
@@ -51,8 +52,8 @@ private:
     std::function<void()> m_changed;
     std::function<void()> m_listedCallback;
 
-    mutable std::mutex m_mutex; // guards what follows
-    mutable std::condition_variable m_firstList;
+    std::binary_semaphore m_firstList {0};
+    mutable std::mutex m_mutex; // guards what follows; only the loop's thread writes it
     DeviceList m_list;
     bool m_isListed = false;
 };
