@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
+#include "tests/support/SeparateChildren.h"
+
 #include <QApplication>
 #include <gmock/gmock.h>
 
