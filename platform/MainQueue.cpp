@@ -4,29 +4,69 @@
 #include "platform/MainQueue.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QThread>
+#include <deque>
+#include <mutex>
 
 namespace platform {
 
 namespace {
 
+// One event for each piece of work, so that work keeps its place among all that is posted, also when a piece
+// runs a loop of its own. The work itself is handed over under a lock of this file, which the thread
+// sanitizer sees; it does not see Qt's.
+class MainQueue final : public QObject {
+public:
+    void post(std::function<void()> work)
+    {
+        const std::scoped_lock lock(m_lock);
+        m_waiting.push_back(std::move(work));
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        const std::function<void()> work = takeFirst();
+        if (!work)
+            return QObject::event(event);
+        work();
+        return true;
+    }
+
+private:
+    std::function<void()> takeFirst()
+    {
+        const std::scoped_lock lock(m_lock);
+        if (m_waiting.empty())
+            return {};
+        std::function<void()> first = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        return first;
+    }
+
+    std::mutex m_lock;
+    std::deque<std::function<void()>> m_waiting;
+};
+
 // Outlives the application object, so that a thread of the sound system may still post while the process
 // ends.
-QObject *mainThreadReceiver()
+MainQueue *mainQueue()
 {
-    static QObject *const receiver = [] {
-        auto *object = new QObject;
+    static MainQueue *const queue = [] {
+        auto *object = new MainQueue;
         object->moveToThread(QCoreApplication::instance()->thread());
         return object;
     }();
-    return receiver;
+    return queue;
 }
 
 } // namespace
 
 void postToMainQueue(std::function<void()> work)
 {
-    QMetaObject::invokeMethod(mainThreadReceiver(), std::move(work), Qt::QueuedConnection);
+    mainQueue()->post(std::move(work));
 }
 
 } // namespace platform
