@@ -50,7 +50,7 @@ public:
     QByteArray heard()
     {
         std::scoped_lock lock(m_mutex);
-        return m_heard;
+        return QByteArray(m_heard.data(), qsizetype(m_heard.size()));
     }
     // Nothing, or only silence, has come for a while.
     bool silent() const { return m_quietReads > 40; }
@@ -78,15 +78,15 @@ private:
         const bool quiet = part.count('\0') == part.size();
         m_quietReads = quiet ? m_quietReads + 1 : 0;
         std::scoped_lock lock(m_mutex);
-        if (!quiet || !m_heard.isEmpty())
-            m_heard += part;
+        if (!quiet || !m_heard.empty())
+            m_heard.append(part.constData(), std::size_t(part.size()));
     }
 
     int m_pipe = -1;
     std::atomic<bool> m_done = false;
     std::atomic<int> m_quietReads = 0;
     std::mutex m_mutex;
-    QByteArray m_heard;
+    std::string m_heard;
     std::thread m_reader;
 };
 
