@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/HBRecordingTask.h"
+
+#include "audio/KTAudioControl/Logging.h"
+#include "encoder/KTMp3Lame.h"
+#include "encoder/KTMp3LameConfig.h"
+#include "platform/MainQueue.h"
+
+namespace {
+
+// Beyond every limit, so that the configuration stores its largest bitrate.
+constexpr qint64 largestBitrate = 240000;
+
+constexpr std::uint32_t packedFloat = kAudioFormatFlagIsFloat | kAudioFormatFlagIsPacked;
+constexpr std::uint32_t packedInteger = kAudioFormatFlagIsSignedInteger | kAudioFormatFlagIsPacked;
+
+bool hasFlags(const AudioStreamBasicDescription &format, std::uint32_t flags)
+{
+    return (format.mFormatFlags & flags) == flags;
+}
+
+} // namespace
+
+void HBRecordingTaskDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64) { }
+
+HBRecordingTask::HBRecordingTask(
+    std::uint32_t audioObjectID, QSharedPointer<KTMp3LameConfig> config, QUrl url)
+    : m_url(std::move(url))
+    , m_audioObjectID(audioObjectID)
+    , m_config(std::move(config))
+{
+}
+
+HBRecordingTask::~HBRecordingTask() = default;
+
+AudioStreamBasicDescription HBRecordingTask::defaultAudioStreamDescription()
+{
+    AudioStreamBasicDescription description;
+    description.mSampleRate = 48000;
+    description.mFormatID = kAudioFormatLinearPCM;
+    description.mFormatFlags = packedInteger;
+    description.mBytesPerPacket = 4;
+    description.mFramesPerPacket = 1;
+    description.mBytesPerFrame = 4;
+    description.mChannelsPerFrame = 2;
+    description.mBitsPerChannel = 16;
+    return description;
+}
+
+qint64 HBRecordingTask::bytesPerSamplesWithDescription(const AudioStreamBasicDescription &description)
+{
+    return (description.mChannelsPerFrame * description.mBitsPerChannel) >> 3;
+}
+
+KTAudioRecorder *HBRecordingTask::audioRecorder()
+{
+    if (!m_audioRecorder) {
+        m_audioRecorder = std::make_unique<KTAudioRecorder>(m_audioObjectID);
+        m_audioRecorder->setDelegate(this);
+    }
+    return m_audioRecorder.get();
+}
+
+// The capture thread can be here before the start has come to it.
+KTMp3Lame *HBRecordingTask::outMp3File()
+{
+    std::call_once(m_writerCreated,
+        [this] { m_outMp3File = std::make_unique<KTMp3Lame>(m_config, m_url.toLocalFile()); });
+    return m_outMp3File.get();
+}
+
+bool HBRecordingTask::startRecord()
+{
+    return startRecordWithDescription(defaultAudioStreamDescription());
+}
+
+// Capture comes first, because only then the format is known. What arrives before the writer is ready is
+// refused by it and, with the reset of the count, not part of the recording.
+bool HBRecordingTask::startRecordWithDescription(AudioStreamBasicDescription description)
+{
+    if (!audioRecorder()->startRecordWithFormat(description)) {
+        qCWarning(lcAudio, "Can't support 16bit record.");
+        return false;
+    }
+    m_audioStreamDescription = m_audioRecorder->currentDataFormat();
+    const std::uint32_t bits = m_audioStreamDescription.mBitsPerChannel;
+    if (bits != 16 && bits != 32) {
+        qCWarning(lcAudio, "Only support 32 bit, 16bit: %d", static_cast<int>(bits));
+        return false;
+    }
+    configureFromDescription();
+    setBytesOfEncoded(0);
+    if (!outMp3File()->readyToEncode()) {
+        qCWarning(lcAudio, "Failed to ready write to mp3 encoder.");
+        return false;
+    }
+    return true;
+}
+
+void HBRecordingTask::configureFromDescription()
+{
+    const auto config = outMp3File()->config();
+    config->setNumberOfChannel(m_audioStreamDescription.mChannelsPerFrame);
+    config->setSampleRate(static_cast<qint64>(m_audioStreamDescription.mSampleRate));
+    config->setBitrate(largestBitrate);
+}
+
+void HBRecordingTask::pauseRecord()
+{
+    if (audioRecorder()->state() == KTAudioTransportStateRunning)
+        m_audioRecorder->pauseRecord();
+}
+
+void HBRecordingTask::resumeRecord()
+{
+    if (audioRecorder()->state() == KTAudioTransportStatePaused)
+        m_audioRecorder->resumeRecord();
+}
+
+void HBRecordingTask::stopRecord()
+{
+    const std::int32_t state = audioRecorder()->state();
+    if (state == KTAudioTransportStatePaused || state == KTAudioTransportStateRunning)
+        m_audioRecorder->stopRecord();
+}
+
+// The callback's own format decides, not the stored one. Without whole frames (no channels, or less than a
+// byte in all) there is nothing that could be encoded or timed: such a buffer is only counted.
+void HBRecordingTask::KTAudioRecorderDataRecord(
+    KTAudioRecorder *, const void *data, std::uint32_t size, const AudioStreamBasicDescription &format)
+{
+    m_bytesOfEncoded.fetch_add(size, std::memory_order_relaxed);
+    const qint64 bytesPerSample = bytesPerSamplesWithDescription(format);
+    if (bytesPerSample == 0)
+        return;
+    encode(data, size / bytesPerSample, format);
+    postDurationReport(format);
+}
+
+// Taken as interleaved native-endian samples whatever the other flags say: the sound library delivers nothing
+// else.
+void HBRecordingTask::encode(const void *data, qint64 sampleCount, const AudioStreamBasicDescription &format)
+{
+    KTMp3Lame *const writer = outMp3File();
+    const std::uint32_t bits = format.mBitsPerChannel;
+    if (bits == 32 && hasFlags(format, packedFloat))
+        writer->addPCMDataToEncode(static_cast<const float *>(data), sampleCount);
+    else if (bits == 32 && hasFlags(format, packedInteger))
+        writer->addPCMDataToEncode_int(static_cast<const std::int32_t *>(data), sampleCount);
+    else if (bits == 16 && hasFlags(format, packedInteger))
+        writer->addPCMDataToEncode_shortInt(static_cast<const std::int16_t *>(data), sampleCount);
+    else
+        qCWarning(lcAudio, "Can't support bits per channel:%d", static_cast<int>(bits));
+}
+
+// The report holds the task, and through it the recorder whose format record it refers to. A task that is
+// already being taken down can no longer be held and reports nothing. The closure is moved all the way into
+// the queue: a copy left here could be the last holder and take the recorder down inside its own callback.
+void HBRecordingTask::postDurationReport(const AudioStreamBasicDescription &format)
+{
+    if (auto task = weak_from_this().lock())
+        platform::postToMainQueue([task = std::move(task), &format] { task->reportDuration(format); });
+}
+
+// The count is read now: reports that queue up behind each other all tell the latest time.
+void HBRecordingTask::reportDuration(const AudioStreamBasicDescription &format)
+{
+    HBRecordingTaskDelegate *const receiver = m_delegate;
+    if (!receiver || !(format.mSampleRate >= 1))
+        return;
+    const qint64 milliframes = bytesOfEncoded() * 1000 / bytesPerSamplesWithDescription(format);
+    receiver->recordingTaskExcuteDuration(
+        this, static_cast<qint64>(static_cast<double>(milliframes) / format.mSampleRate));
+}
