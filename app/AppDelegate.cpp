@@ -1,0 +1,367 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/AppDelegate.h"
+
+#include "app/Logging.h"
+#include "audio/MicrophoneAuthorization.h"
+#include "audio/desktop/InputDeviceMenu.h"
+#include "encoder/KTMp3LameConfig.h"
+#include "platform/KeyPath.h"
+#include "platform/MainQueue.h"
+#include "platform/UserDefaults.h"
+#include "platform/desktop/Alert.h"
+#include "platform/desktop/FileManager.h"
+#include "platform/desktop/FolderChooser.h"
+#include "platform/desktop/PopUpMenu.h"
+#include "platform/desktop/WebPage.h"
+#include "settings/HBPreferencesWndCtrl.h"
+#include "ui/NSWindow_Flipr.h"
+
+#include <QAction>
+#include <QDateTime>
+#include <QDir>
+#include <QLocale>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+using platform::UserDefaults;
+
+namespace {
+
+const QString kShowInFinderKey = u"showInFinderWhenFinishRecording"_s;
+
+} // namespace
+
+AppDelegate::AppDelegate(QObject *parent)
+    : QObject(parent)
+{
+    platform::announceDerivedProperties(this);
+}
+
+AppDelegate::~AppDelegate()
+{
+    KTAudioControl::sharedAudioControl()->setDelegate(nullptr);
+    if (m_recordingTask)
+        m_recordingTask->setDelegate(nullptr);
+    if (m_playTask)
+        m_playTask->setDelegate(nullptr);
+}
+
+// Life of the application
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    KTAudioControl::sharedAudioControl()->setDelegate(this);
+    setupAudioDevices();
+    setLengthOfRecording(u"00:00:00.0"_s);
+}
+
+HBPlayTask *AppDelegate::playTask()
+{
+    if (!m_playTask)
+        m_playTask = std::make_unique<HBPlayTask>(this);
+    return m_playTask.get();
+}
+
+HBPreferencesWndCtrl *AppDelegate::preferencesWndCtrl() const
+{
+    return HBPreferencesWndCtrl::preferencesWndCtrl();
+}
+
+bool AppDelegate::preferencesIsShow() const
+{
+    return preferencesWndCtrl()->window()->isVisible();
+}
+
+void AppDelegate::changePreferencesAction(QObject *)
+{
+    QWidget *preferences = preferencesWndCtrl()->window();
+    if (preferences->isVisible()) {
+        preferences->raise();
+        preferences->activateWindow();
+    } else {
+        NSWindow_Flipr::flipToShowWindow(window, preferences, true);
+    }
+}
+
+void AppDelegate::getHelp(QObject *)
+{
+    platform::openWebPage(QUrl(u"https://flipside-recorder.github.io/contact"_s));
+}
+
+// Stored properties
+
+void AppDelegate::setState(int state)
+{
+    if (m_state == state)
+        return;
+    m_state = state;
+    Q_EMIT stateChanged();
+}
+
+void AppDelegate::setRecordingTask(std::shared_ptr<HBRecordingTask> task)
+{
+    if (m_recordingTask == task)
+        return;
+    m_recordingTask.swap(task);
+    Q_EMIT recordingTaskChanged();
+}
+
+void AppDelegate::setCurrentOutputURL(const QUrl &url)
+{
+    if (m_currentOutputURL == url)
+        return;
+    m_currentOutputURL = url;
+    Q_EMIT currentOutputURLChanged();
+}
+
+void AppDelegate::setLengthOfRecording(const QString &length)
+{
+    if (m_lengthOfRecording == length)
+        return;
+    m_lengthOfRecording = length;
+    Q_EMIT lengthOfRecordingChanged();
+}
+
+void AppDelegate::setCurrentDevice(const QString &name)
+{
+    if (m_currentDevice == name && m_currentDevice.isNull() == name.isNull())
+        return;
+    m_currentDevice = name;
+    Q_EMIT currentDeviceChanged();
+}
+
+bool AppDelegate::showInFinderWhenFinishRecording() const
+{
+    return UserDefaults::standardUserDefaults().boolForKey(kShowInFinderKey).value_or(true);
+}
+
+void AppDelegate::setShowInFinderWhenFinishRecording(bool show)
+{
+    const bool changes = show != showInFinderWhenFinishRecording();
+    UserDefaults &defaults = UserDefaults::standardUserDefaults();
+    defaults.setBool(show, kShowInFinderKey);
+    defaults.synchronize();
+    if (changes)
+        Q_EMIT showInFinderWhenFinishRecordingChanged();
+}
+
+// Derived properties
+
+bool AppDelegate::canPlay() const
+{
+    return (m_state == RecorderStateIdle || m_state == RecorderStatePlayingPaused)
+        && !m_currentOutputURL.isEmpty();
+}
+
+bool AppDelegate::canShowPreferences() const
+{
+    return m_state == RecorderStateIdle || m_state == RecorderStatePlaying
+        || m_state == RecorderStatePlayingPaused;
+}
+
+bool AppDelegate::visibleShowInFinder() const
+{
+    return m_state != RecorderStateRecording && m_state != RecorderStateRecordingPaused
+        && !m_currentOutputURL.isEmpty();
+}
+
+// Record
+
+void AppDelegate::recordAction(QObject *)
+{
+    grantedAudioDeviceAuthorizationWithCompleteHandler([self = QPointer(this)](bool granted) {
+        if (!self)
+            return;
+        if (granted)
+            self->recordWithAccess();
+        else
+            self->alertAuthorizationAccessSetting();
+    });
+}
+
+// The state is read here and not when the button was pressed: of two quick presses the second finds the
+// recording that the first one has started.
+void AppDelegate::recordWithAccess()
+{
+    if (m_state == RecorderStateRecordingPaused) {
+        if (m_recordingTask)
+            m_recordingTask->resumeRecord();
+        setState(RecorderStateRecording);
+    } else if (m_state != RecorderStateIdle) {
+        qCWarning(lcApp, "Current state can not start record.");
+    } else if (preferencesWndCtrl()->workingPathExist()) {
+        startRecord();
+    } else {
+        selectWorkingPathWithCompleteHandler([self = QPointer(this)](bool chosen) {
+            if (!chosen)
+                return;
+            platform::postToMainQueue([self] {
+                if (self)
+                    self->startRecord();
+            });
+        });
+    }
+}
+
+void AppDelegate::selectWorkingPathWithCompleteHandler(std::function<void(bool chosen)> completion)
+{
+    platform::chooseFolder(window, [self = QPointer(this), completion](const std::optional<QUrl> &folder) {
+        if (self && folder)
+            self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
+        completion(folder.has_value());
+    });
+}
+
+void AppDelegate::startRecord()
+{
+    // The file is named at once: it is the current one also when nothing can be written to it.
+    setCurrentOutputURL(createUniquePathFile());
+    const auto deviceID = KTAudioControl::sharedAudioControl()->deviceIDFromName(m_currentDevice);
+    // The configuration comes with the preferences window. The card has it loaded right after its first
+    // paint; a Record that is faster than that loads it here.
+    HBPreferencesWndCtrl *preferences = preferencesWndCtrl();
+    preferences->window();
+    const auto task = std::make_shared<HBRecordingTask>(deviceID, preferences->config(), m_currentOutputURL);
+    setRecordingTask(task);
+    task->setDelegate(this);
+    if (task->startRecord()) {
+        setState(RecorderStateRecording);
+    } else {
+        alertFailedStartRecording(task->audioStreamBaseDescription());
+        setRecordingTask(nullptr);
+    }
+}
+
+// Two recordings that start within the same second share a name on purpose; what becomes of the first file is
+// the writer's decision.
+QUrl AppDelegate::createUniquePathFile() const
+{
+    const QLocale locale(QLocale::English, QLocale::UnitedStates);
+    const QString name = locale.toString(QDateTime::currentDateTime(), u"yyyy-MM-dd HH'h'mm'm'ss's'"_s);
+    return QUrl::fromLocalFile(QDir(preferencesWndCtrl()->workingPath()).filePath(name + u".mp3"_s));
+}
+
+void AppDelegate::alertFailedStartRecording(const AudioStreamBasicDescription &description)
+{
+    const QString reason = QString::asprintf(
+        "Unsupport format: %d bits per channel, %f sample rate, %d channels per frame, flags: %d",
+        int(description.mBitsPerChannel), description.mSampleRate, int(description.mChannelsPerFrame),
+        int(description.mFormatFlags));
+    platform::Alert{u"Failed to start record."_s, reason, u"OK"_s}.runModal();
+}
+
+// Pause, Stop, Play
+
+void AppDelegate::pauseAction(QObject *)
+{
+    if (m_state == RecorderStateRecording) {
+        if (m_recordingTask)
+            m_recordingTask->pauseRecord();
+        setState(RecorderStateRecordingPaused);
+    } else if (m_state == RecorderStatePlaying) {
+        playTask()->pause();
+        setState(RecorderStatePlayingPaused);
+    } else {
+        qCWarning(lcApp, "Current state can not pause");
+    }
+}
+
+void AppDelegate::stopAction(QObject *)
+{
+    if (m_state == RecorderStatePlaying || m_state == RecorderStatePlayingPaused) {
+        playTask()->stop();
+        setState(RecorderStateIdle);
+    } else if (m_state == RecorderStateRecording || m_state == RecorderStateRecordingPaused) {
+        if (m_recordingTask)
+            m_recordingTask->stopRecord();
+        setState(RecorderStateIdle);
+        if (showInFinderWhenFinishRecording())
+            showOutputInFinder();
+    } else {
+        qCWarning(lcApp, "Current state can not stop");
+    }
+}
+
+void AppDelegate::playAction(QObject *)
+{
+    if (m_state == RecorderStatePlayingPaused) {
+        playTask()->resume();
+        setState(RecorderStatePlaying);
+    } else if (m_state != RecorderStateIdle) {
+        qCWarning(lcApp, "Current state can not play.");
+    } else if (m_currentOutputURL.isEmpty()) {
+        qCWarning(lcApp, "Output url not exist.");
+    } else {
+        playTask()->playWithURL(m_currentOutputURL);
+        setState(RecorderStatePlaying);
+    }
+}
+
+void AppDelegate::showOutputInFinder(QObject *)
+{
+    if (!m_currentOutputURL.isEmpty())
+        platform::revealInFileManager(m_currentOutputURL);
+}
+
+// Input devices and authorization
+
+void AppDelegate::setupAudioDevices()
+{
+    const auto chosen = [this](QAction *item) { devicesChanged(item); };
+    if (audioDeviceMenus)
+        InputDeviceMenu::rebuild(
+            audioDeviceMenus, KTAudioControl::sharedAudioControl()->inputDevicesName(), chosen);
+    setCurrentDevice(KTAudioControl::sharedAudioControl()->inputDevicesName().value(0));
+}
+
+void AppDelegate::devicesChanged(QObject *sender)
+{
+    if (auto *item = qobject_cast<QAction *>(sender))
+        setCurrentDevice(InputDeviceMenu::title(item));
+}
+
+void AppDelegate::selAudioDevcieAction(QObject *)
+{
+    platform::popUpMenu(audioDeviceMenus, audioDeviceBox);
+}
+
+void AppDelegate::grantedAudioDeviceAuthorizationWithCompleteHandler(
+    std::function<void(bool granted)> completion)
+{
+    requestMicrophoneAuthorization(std::move(completion));
+}
+
+void AppDelegate::alertAuthorizationAccessSetting()
+{
+    const QString message = u"Need to access the %1"_s.arg(u"microphone"_s);
+    const QString explanation
+        = u"Before continue, you must granted to access %1. Go to \"Apple->System Preferences...->Security & "
+          u"Privacy->Privacy->%2\" to set, and then relaunch."_s.arg(u"microphone"_s, u"Microphone"_s);
+    platform::Alert{message, explanation, u"OK"_s}.runModal();
+}
+
+// Reports
+
+QString AppDelegate::lengthFromDuration(qint64 milliseconds)
+{
+    const qint64 seconds = milliseconds / 1000;
+    return QString::asprintf("%02d:%02d:%02d.%01d", int(milliseconds / 3600000), int(seconds % 3600 / 60),
+        int(seconds % 3600 % 60), int(milliseconds % 1000 / 100));
+}
+
+void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 milliseconds)
+{
+    setLengthOfRecording(lengthFromDuration(milliseconds));
+}
+
+void AppDelegate::playTaskComplete(HBPlayTask *)
+{
+    setState(RecorderStateIdle);
+}
+
+void AppDelegate::audioControlInputDeviceChanged(KTAudioControl *)
+{
+    setupAudioDevices();
+}
