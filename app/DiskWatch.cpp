@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/DiskWatch.h"
+
+#include <algorithm>
+
+namespace {
+
+// 320 kilobits, the most that the encoder writes, as long as there is too little to measure.
+constexpr qint64 kLargestBytesPerSecond = 40000;
+constexpr std::chrono::seconds kEnoughToMeasure{5};
+// File systems keep a little for themselves; what is below this is as good as nothing.
+constexpr qint64 kAsGoodAsNothing = 16384;
+
+qint64 bytesPerSecond(qint64 fileSize, std::chrono::milliseconds recorded)
+{
+    if (recorded < kEnoughToMeasure || fileSize <= 0)
+        return kLargestBytesPerSecond;
+    return std::max<qint64>(1, fileSize * 1000 / recorded.count());
+}
+
+} // namespace
+
+void DiskWatch::start(TimePoint now)
+{
+    m_lastGrowth = now;
+}
+
+void DiskWatch::look(const platform::OutputFileState &file, std::chrono::milliseconds recorded, TimePoint now)
+{
+    if (file.fileSize != m_size)
+        m_lastGrowth = now;
+    m_size = file.fileSize;
+    m_timeLeft = std::chrono::seconds(file.bytesFree / bytesPerSecond(file.fileSize, recorded));
+    m_judgement = judge(file, now);
+}
+
+DiskWatch::Judgement DiskWatch::judge(const platform::OutputFileState &file, TimePoint now) const
+{
+    if (!file.folderExists)
+        return Judgement::FolderGone;
+    if (!file.fileExists)
+        return Judgement::FileGone;
+    if (file.bytesFree < kAsGoodAsNothing)
+        return Judgement::Full;
+    if (now - m_lastGrowth > LongestWithoutGrowth)
+        return Judgement::NotWritten;
+    return m_timeLeft < NearlyFullBelow ? Judgement::NearlyFull : Judgement::Fine;
+}

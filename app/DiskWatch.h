@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "platform/OutputFile.h"
+
+#include <chrono>
+
+// Judges from one look at the output file to the next whether a recording is really being kept. No clock of
+// its own: time is handed in.
+class DiskWatch {
+public:
+    enum class Judgement { Fine, NearlyFull, Full, NotWritten, FileGone, FolderGone };
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    static constexpr std::chrono::minutes NearlyFullBelow{5};
+    // The encoder gives bytes many times a second.
+    static constexpr std::chrono::milliseconds LongestWithoutGrowth{1500};
+
+    // Until now there was no reason for the file to grow.
+    void start(TimePoint now);
+    // `recorded` is the elapsed time of the recording; with the file's size it gives the rate.
+    void look(const platform::OutputFileState &file, std::chrono::milliseconds recorded, TimePoint now);
+
+    Judgement judgement() const { return m_judgement; }
+    std::chrono::seconds timeLeft() const { return m_timeLeft; }
+
+private:
+    Judgement judge(const platform::OutputFileState &file, TimePoint now) const;
+
+    Judgement m_judgement = Judgement::Fine;
+    std::chrono::seconds m_timeLeft = std::chrono::seconds::max();
+    qint64 m_size = 0;
+    TimePoint m_lastGrowth;
+};

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "audio/HBRecordingTask.h"
+
+#include <array>
+#include <chrono>
+#include <functional>
+#include <memory>
+
+// Listens to a running recording from beside: what the level meter shows, and whether the microphone can be
+// trusted. Taking a recorder's levels resets them, so this is the one that takes them for everybody. Main
+// thread only.
+class SoundWatch {
+public:
+    enum class Judgement { Fine, OnlySilence, NothingArrives };
+    using Clock = std::chrono::steady_clock;
+
+    static constexpr std::chrono::milliseconds LongestGap{1200};
+    static constexpr std::chrono::seconds LongestSilence{5};
+
+    // `now` may be replaced for a test.
+    explicit SoundWatch(std::function<Clock::time_point()> now = Clock::now);
+
+    // A recording begins or goes on: it is trusted at first.
+    void start(const std::shared_ptr<HBRecordingTask> &task);
+    void stop();
+
+    // The largest magnitude of each channel since it was last asked.
+    std::array<float, 2> takePeaks();
+    Judgement judge();
+
+private:
+    void listen();
+
+    std::function<Clock::time_point()> m_now;
+    std::shared_ptr<HBRecordingTask> m_task;
+    std::array<float, 2> m_peaks = {0, 0};
+    Clock::time_point m_lastArrival;
+    Clock::time_point m_lastSound;
+};

@@ -1,0 +1,159 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/StatusLine.h"
+
+#include "app/AppDelegate.h"
+
+#include <QPointer>
+#include <QTimerEvent>
+
+using namespace Qt::StringLiterals;
+using std::chrono::steady_clock;
+
+namespace {
+
+// With the watches' own limits, whatever goes wrong is said within two seconds.
+constexpr int kIntervalMilliseconds = 500;
+
+std::chrono::milliseconds recordedTime(const HBRecordingTask &task)
+{
+    const AudioStreamBasicDescription &format = task.audioStreamBaseDescription();
+    const double bytesPerSecond
+        = format.mSampleRate * double(HBRecordingTask::bytesPerSamplesWithDescription(format));
+    return std::chrono::milliseconds(
+        bytesPerSecond > 0 ? qint64(double(task.bytesOfEncoded()) * 1000 / bytesPerSecond) : 0);
+}
+
+bool isRecording(int state)
+{
+    return state == RecorderStateRecording || state == RecorderStateRecordingPaused;
+}
+
+QString inMinutes(std::chrono::seconds time)
+{
+    const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(time).count();
+    if (minutes < 1)
+        return StatusLine::tr("less than a minute");
+    return minutes == 1 ? StatusLine::tr("1 minute") : StatusLine::tr("%1 minutes").arg(minutes);
+}
+
+} // namespace
+
+StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent)
+    : QObject(parent)
+    , m_delegate(delegate)
+    , m_sound(sound)
+{
+    connect(delegate, &AppDelegate::stateChanged, this, &StatusLine::followState);
+    connect(delegate, &AppDelegate::currentDeviceChanged, this, &StatusLine::refresh);
+    followState();
+}
+
+void StatusLine::followState()
+{
+    const int previous = std::exchange(m_state, m_delegate->state());
+    if (m_state == RecorderStateRecording) {
+        if (previous != RecorderStateRecordingPaused) {
+            m_device = m_delegate->currentDevice();
+            m_disk = DiskWatch();
+        }
+        m_disk.start(steady_clock::now());
+        m_sound->start(m_delegate->recordingTask());
+    } else {
+        m_sound->stop();
+    }
+    if (!isRecording(m_state))
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start(kIntervalMilliseconds, this);
+    refresh();
+}
+
+void StatusLine::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_timer.timerId())
+        return QObject::timerEvent(event);
+    lookAtDisk();
+    refresh();
+}
+
+// A disk that does not answer is not asked again before it does; the window never waits for it.
+void StatusLine::lookAtDisk()
+{
+    if (std::exchange(m_lookingAtDisk, true))
+        return;
+    platform::examineOutputFileLater(
+        m_delegate->currentOutputFile(), [self = QPointer(this)](const platform::OutputFileState &file) {
+            if (!self)
+                return;
+            self->m_lookingAtDisk = false;
+            self->judgeDisk(file);
+            self->refresh();
+        });
+}
+
+void StatusLine::judgeDisk(const platform::OutputFileState &file)
+{
+    const auto task = m_delegate->recordingTask();
+    if (!isRecording(m_state) || !task)
+        return;
+    const auto now = steady_clock::now();
+    // A file to which nothing is captured does not grow.
+    if (m_state == RecorderStateRecordingPaused || m_sound->judge() == SoundWatch::Judgement::NothingArrives)
+        m_disk.start(now);
+    m_disk.look(file, recordedTime(*task), now);
+}
+
+void StatusLine::refresh()
+{
+    const QString wrong = isRecording(m_state) ? problem(m_sound->judge()) : QString();
+    const QString text = wrong.isEmpty() ? stateText() : wrong;
+    const bool textChanges = std::exchange(m_text, text) != text;
+    const bool warning = !wrong.isEmpty();
+    const bool warningChanges = std::exchange(m_warning, warning) != warning;
+    if (textChanges)
+        Q_EMIT textChanged();
+    if (warningChanges)
+        Q_EMIT warningChanged();
+}
+
+QString StatusLine::stateText() const
+{
+    switch (m_state) {
+    case RecorderStateRecording:
+        return tr("Recording from %1").arg(m_device);
+    case RecorderStateRecordingPaused:
+        return tr("Paused, recording from %1").arg(m_device);
+    case RecorderStatePlaying:
+        return tr("Playing %1").arg(m_delegate->currentOutputURL().fileName());
+    case RecorderStatePlayingPaused:
+        return tr("Paused, playing %1").arg(m_delegate->currentOutputURL().fileName());
+    default:
+        return m_delegate->currentDevice().isEmpty() ? tr("No input device") : tr("Ready");
+    }
+}
+
+// The worst first: what is lost already, then what is being lost, then what may be.
+QString StatusLine::problem(SoundWatch::Judgement sound) const
+{
+    switch (m_disk.judgement()) {
+    case DiskWatch::Judgement::FolderGone:
+        return tr("The folder is gone");
+    case DiskWatch::Judgement::FileGone:
+        return tr("The file is gone");
+    case DiskWatch::Judgement::Full:
+        return tr("The disk is full");
+    default:
+        break;
+    }
+    if (sound == SoundWatch::Judgement::NothingArrives)
+        return tr("No sound is arriving from %1").arg(m_device);
+    if (m_disk.judgement() == DiskWatch::Judgement::NotWritten)
+        return tr("The file cannot be written");
+    if (m_disk.judgement() == DiskWatch::Judgement::NearlyFull)
+        return tr("The disk is nearly full: %1 left").arg(inMinutes(m_disk.timeLeft()));
+    if (sound == SoundWatch::Judgement::OnlySilence)
+        return tr("Only silence from %1").arg(m_device);
+    return {};
+}

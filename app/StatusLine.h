@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "app/DiskWatch.h"
+#include "app/SoundWatch.h"
+
+#include <QBasicTimer>
+#include <QObject>
+
+class AppDelegate;
+
+// The one honest line: what the recorder is doing, from which device, and what is wrong when something is. It
+// only looks: it changes no state and shows no dialog. While nothing is recorded it does not wake up at all.
+class StatusLine : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text NOTIFY textChanged)
+    // The text says that something is wrong.
+    Q_PROPERTY(bool warning READ isWarning NOTIFY warningChanged)
+
+public:
+    // Both outlive it.
+    StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent = nullptr);
+
+    QString text() const { return m_text; }
+    bool isWarning() const { return m_warning; }
+
+Q_SIGNALS:
+    void textChanged();
+    void warningChanged();
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void followState();
+    void lookAtDisk();
+    void judgeDisk(const platform::OutputFileState &file);
+    void refresh();
+    QString stateText() const;
+    QString problem(SoundWatch::Judgement sound) const;
+
+    AppDelegate *m_delegate;
+    SoundWatch *m_sound;
+    DiskWatch m_disk;
+    QBasicTimer m_timer;
+    bool m_lookingAtDisk = false;
+    int m_state = 0;
+    QString m_device; // of the recording; the choice for the next one may differ
+    QString m_text;
+    bool m_warning = false;
+};

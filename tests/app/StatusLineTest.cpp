@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/StatusLine.h"
+#include "platform/OutputFile.h"
+#include "tests/app/RecorderRig.h"
+#include "tests/support/Waiting.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using platform::OutputFileState;
+using testsupport::RecorderRigTest;
+using testsupport::waitUntil;
+
+// The disk
+
+constexpr qint64 kMegabyte = 1000000;
+
+OutputFileState fileOf(qint64 size, qint64 free)
+{
+    return {.folderExists = true, .fileExists = true, .fileSize = size, .bytesFree = free};
+}
+
+TEST(DiskWatchTest, MeasuresTheRateOnceThereIsEnoughToMeasure)
+{
+    DiskWatch disk;
+    const DiskWatch::TimePoint now{};
+    disk.start(now);
+    disk.look(fileOf(1000, 12 * kMegabyte), 1s, now);
+    EXPECT_EQ(disk.timeLeft(), 300s);
+    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
+    disk.look(fileOf(1001, 12 * kMegabyte - 40000), 1s, now);
+    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::NearlyFull);
+    // Ten seconds in a tenth of a megabyte: a quarter of the rate that was feared.
+    disk.look(fileOf(kMegabyte / 10, 12 * kMegabyte - 40000), 10s, now);
+    EXPECT_EQ(disk.timeLeft(), 1196s);
+    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
+}
+
+TEST(DiskWatchTest, SaysWhatIsLost)
+{
+    using Judgement = DiskWatch::Judgement;
+    const DiskWatch::TimePoint now{};
+    for (const auto &[file, judgement] : {std::pair{fileOf(1, 0), Judgement::Full},
+             {OutputFileState{.folderExists = true}, Judgement::FileGone},
+             {OutputFileState{}, Judgement::FolderGone}, {fileOf(1, kMegabyte), Judgement::NearlyFull}}) {
+        DiskWatch disk;
+        disk.start(now);
+        disk.look(file, 1s, now);
+        EXPECT_EQ(disk.judgement(), judgement);
+    }
+}
+
+TEST(DiskWatchTest, AFileThatDoesNotGrowIsNotWritten)
+{
+    DiskWatch disk;
+    const DiskWatch::TimePoint begin{};
+    disk.start(begin);
+    disk.look(fileOf(1, 1000 * kMegabyte), 1s, begin + 1s);
+    disk.look(fileOf(1, 1000 * kMegabyte), 2s, begin + 2500ms);
+    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
+    disk.look(fileOf(1, 1000 * kMegabyte), 2s, begin + 2501ms);
+    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::NotWritten);
+    disk.look(fileOf(2, 1000 * kMegabyte), 3s, begin + 3s);
+    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
+}
+
+// The line
+
+class StatusLineTest : public RecorderRigTest {
+protected:
+    StatusLineTest()
+    {
+        platform::setOutputFileExaminer([this](const QString &) {
+            const std::scoped_lock lock(mutex);
+            return file;
+        });
+    }
+    ~StatusLineTest() override { platform::setOutputFileExaminer({}); }
+
+    void setFile(const OutputFileState &state)
+    {
+        const std::scoped_lock lock(mutex);
+        file = state;
+    }
+    bool says(const QString &text)
+    {
+        return waitUntil([&] { return status.text() == text; }, 2s);
+    }
+    // Delivers half a second of zeros.
+    void hearNothing()
+    {
+        sound->push(QByteArray(96000, '\0'));
+        settle();
+    }
+
+    std::mutex mutex;
+    OutputFileState file = fileOf(1, 1000 * kMegabyte);
+    SoundWatch::Clock::time_point now{};
+    SoundWatch watch{[this] { return now; }};
+    StatusLine status{&delegate, &watch};
+};
+
+TEST_F(StatusLineTest, SaysWhatTheRecorderDoes)
+{
+    EXPECT_EQ(status.text(), u"Ready"_s);
+    bringTo(RecorderStateRecording);
+    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
+    delegate.pauseAction();
+    EXPECT_EQ(status.text(), u"Paused, recording from Microphone"_s);
+    delegate.stopAction();
+    const QString name = delegate.currentOutputURL().fileName();
+    delegate.playAction();
+    EXPECT_EQ(status.text(), u"Playing "_s + name);
+    delegate.pauseAction();
+    EXPECT_EQ(status.text(), u"Paused, playing "_s + name);
+    delegate.stopAction();
+    sound->setDevices(QStringList());
+    EXPECT_TRUE(says(u"No input device"_s));
+    EXPECT_FALSE(status.isWarning());
+}
+
+TEST_F(StatusLineTest, NamesTheDeviceOfTheRecordingAndNotOfTheNextOne)
+{
+    bringTo(RecorderStateRecording);
+    delegate.setCurrentDevice(u"Other"_s);
+    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
+    delegate.pauseAction();
+    record();
+    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
+    delegate.stopAction();
+    delegate.setCurrentDevice(u"Microphone"_s);
+}
+
+TEST_F(StatusLineTest, SaysThatNoSoundArrivesAndThatItDoesAgain)
+{
+    bringTo(RecorderStateRecording);
+    watch.judge();
+    now += 1300ms;
+    EXPECT_TRUE(says(u"No sound is arriving from Microphone"_s));
+    EXPECT_TRUE(status.isWarning());
+    EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    hear();
+    EXPECT_TRUE(says(u"Recording from Microphone"_s));
+    EXPECT_FALSE(status.isWarning());
+    // A pause is no gap.
+    delegate.pauseAction();
+    now += 1h;
+    record();
+    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
+}
+
+TEST_F(StatusLineTest, SaysThatOnlySilenceArrives)
+{
+    bringTo(RecorderStateRecording);
+    for (int i = 0; i < 5; ++i) {
+        watch.judge();
+        EXPECT_FALSE(status.isWarning());
+        now += 1s;
+        hearNothing();
+    }
+    EXPECT_TRUE(says(u"Only silence from Microphone"_s));
+    hear();
+    EXPECT_TRUE(says(u"Recording from Microphone"_s));
+}
+
+TEST_F(StatusLineTest, SaysWhatIsWrongWithTheDisk)
+{
+    bringTo(RecorderStateRecording);
+    for (const auto &[state, text] :
+        {std::pair{fileOf(1, 40000 * 150), u"The disk is nearly full: 2 minutes left"_s},
+            {fileOf(1, 40000 * 59), u"The disk is nearly full: less than a minute left"_s},
+            {fileOf(1, 0), u"The disk is full"_s},
+            {OutputFileState{.folderExists = true}, u"The file is gone"_s},
+            {OutputFileState{}, u"The folder is gone"_s}}) {
+        setFile(state);
+        EXPECT_TRUE(says(text)) << qPrintable(text);
+        EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    }
+    EXPECT_TRUE(alerts.isEmpty());
+    delegate.stopAction();
+    EXPECT_EQ(status.text(), u"Ready"_s);
+}
+
+TEST_F(StatusLineTest, TheLevelMeterAndTheWatchDoNotTakeSoundFromEachOther)
+{
+    bringTo(RecorderStateRecording);
+    hear();
+    watch.judge();
+    EXPECT_NEAR(watch.takePeaks()[0], 19900.0 / 32768, 1e-4);
+    EXPECT_EQ(watch.takePeaks()[0], 0);
+}
+
+} // namespace
