@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/MainCard.h"
+
+#include "app/AppDelegate.h"
+#include "platform/Binding.h"
+#include "ui/CardStyle.h"
+#include "ui/TitleStrip.h"
+#include "ui_MainWindow.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QShortcut>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+using platform::bind;
+
+namespace {
+
+constexpr int FooterHeight = 44; // points of the card
+
+} // namespace
+
+MainCard::MainCard(AppDelegate *delegate)
+    : CardWindow(MinimiseButton | CloseButton)
+    , m_delegate(delegate)
+    , m_ui(std::make_unique<Ui::MainWindow>())
+    , m_deviceMenu(new QMenu(this))
+    , m_status(delegate, &m_sound)
+    , m_focus(this)
+{
+    m_ui->setupUi(content());
+    setWindowTitle(content()->windowTitle());
+    titleStrip()->addTool(m_ui->preferencesButton);
+    titleStrip()->addTool(m_ui->helpButton);
+    CardStyle::scaleLayout(content()->layout());
+    // Empty before the first recording, and no lower for that.
+    m_ui->footer->setFixedHeight(CardStyle::scaled(FooterHeight));
+    connectOutlets();
+    bindControls();
+    connectCommands();
+    nameShortcuts();
+    m_ui->recordButton->setFocus();
+}
+
+MainCard::~MainCard() = default;
+
+void MainCard::connectOutlets()
+{
+    m_delegate->window = this;
+    m_delegate->audioDeviceMenus = m_deviceMenu;
+    m_delegate->audioDeviceBox = m_ui->audioDeviceBox;
+}
+
+void MainCard::bindControls()
+{
+    bind(m_ui->elapsedTime, "text", m_delegate, u"lengthOfRecording"_s);
+    bind(m_ui->audioDeviceBox, "text", m_delegate, u"currentDevice"_s);
+    bind(m_ui->outputFile, "text", m_delegate, u"currentOutputFile"_s);
+    bindEnabled(m_ui->recordButton, u"canRecord"_s);
+    bindEnabled(m_ui->pauseButton, u"canPause"_s);
+    bindEnabled(m_ui->stopButton, u"canStop"_s);
+    bindEnabled(m_ui->playButton, u"canPlay"_s);
+    bindEnabled(m_ui->preferencesButton, u"canShowPreferences"_s);
+    bindVisible(m_ui->showButton, u"visibleShowInFinder"_s);
+    bindVisible(m_ui->outputFile, u"visibleOutputFile"_s);
+
+    bind(m_ui->status, "text", &m_status, u"text"_s);
+    bind(m_ui->status, &m_status, u"warning"_s, [this](const QVariant &warning) {
+        m_ui->status->setProperty("important", warning);
+        m_ui->status->style()->unpolish(m_ui->status);
+        m_ui->status->style()->polish(m_ui->status);
+    });
+    m_ui->levelMeter->setSource([this] { return m_sound.takePeaks(); });
+    bind(m_ui->levelMeter, m_delegate, u"state"_s, [this](const QVariant &state) {
+        m_ui->levelMeter->setRunning(state.toInt() == RecorderStateRecording);
+    });
+}
+
+void MainCard::connectCommands()
+{
+    command(m_ui->recordButton, &AppDelegate::recordAction);
+    command(m_ui->pauseButton, &AppDelegate::pauseAction);
+    command(m_ui->stopButton, &AppDelegate::stopAction);
+    command(m_ui->playButton, &AppDelegate::playAction);
+    command(m_ui->showButton, &AppDelegate::showOutputInFinder);
+    command(m_ui->preferencesButton, &AppDelegate::changePreferencesAction);
+    command(m_ui->helpButton, &AppDelegate::getHelp);
+    command(m_ui->audioDeviceBox, &AppDelegate::selAudioDevcieAction);
+    connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, qApp, &QApplication::quit);
+}
+
+// A tool tip is the control's name and its key.
+void MainCard::nameShortcuts()
+{
+    const auto buttons = findChildren<QAbstractButton *>();
+    for (QAbstractButton *button : buttons) {
+        const QString key = button->shortcut().toString(QKeySequence::NativeText);
+        if (!key.isEmpty())
+            button->setToolTip(u"%1 (%2)"_s.arg(button->accessibleName(), key));
+    }
+}
+
+void MainCard::bindEnabled(QWidget *control, const QString &keyPath)
+{
+    bind(control, m_delegate, keyPath,
+        [this, control](const QVariant &enabled) { m_focus.setEnabled(control, enabled.toBool()); });
+}
+
+void MainCard::bindVisible(QWidget *control, const QString &keyPath)
+{
+    bind(control, m_delegate, keyPath,
+        [this, control](const QVariant &visible) { m_focus.setVisible(control, visible.toBool()); });
+}
+
+void MainCard::command(QAbstractButton *button, void (AppDelegate::*action)(QObject *))
+{
+    connect(button, &QAbstractButton::clicked, m_delegate,
+        [this, button, action] { (m_delegate->*action)(button); });
+}

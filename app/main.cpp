@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/AppDelegate.h"
+#include "app/MainCard.h"
+#include "platform/Binding.h"
+#include "platform/OpenFileLimit.h"
+#include "platform/TerminationSignals.h"
+#include "platform/desktop/FirstPaint.h"
+#include "platform/desktop/MainWindow.h"
+#include "platform/desktop/SleepInhibitor.h"
+#include "platform/desktop/WindowPlatform.h"
+
+#include <QApplication>
+#include <QIcon>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void nameApplication()
+{
+    QApplication::setApplicationName(u"flipside"_s);
+    QApplication::setApplicationDisplayName(u"Flipside"_s);
+    QApplication::setApplicationVersion(QStringLiteral(FLIPSIDE_VERSION));
+    QApplication::setDesktopFileName(u"io.github.flipside_recorder.Flipside"_s);
+}
+
+// The icon is drawn from paths and the back of the card is built while the user already looks at the front.
+// The encoder configuration comes with the back.
+void finishStart(const AppDelegate &delegate)
+{
+    QApplication::setWindowIcon(QIcon(u":/flipside/flipside.svg"_s));
+    delegate.preferencesIsShow();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    platform::raiseOpenFileLimit();
+    platform::preferPlatformThatPlacesWindows();
+    QApplication application(argc, argv);
+    nameApplication();
+    // The first list of devices is on its way while the card is built.
+    KTAudioControl::sharedAudioControl();
+
+    AppDelegate delegate;
+    QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
+    QObject::connect(
+        &application, &QApplication::aboutToQuit, &delegate, [&] { delegate.applicationWillTerminate(); });
+    const platform::TerminationSignals signals;
+    QObject::connect(&signals, &platform::TerminationSignals::terminationRequested, &QApplication::quit);
+    platform::SleepInhibitor sleep(u"Recording sound"_s);
+    platform::bind(&sleep, &delegate, u"state"_s,
+        [&](const QVariant &state) { sleep.setActive(state.toInt() == RecorderStateRecording); });
+
+    MainCard card(&delegate);
+    platform::setMainWindow(&card);
+    platform::afterFirstPaint(&card, [&] { finishStart(delegate); });
+    delegate.applicationDidFinishLaunching();
+    card.show();
+    return QApplication::exec();
+}
