@@ -1,0 +1,210 @@
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""The program on a whole private desktop with a sound server of its own, used as a person uses it: controls found by
+their accessible names, keys and clicks of a real pointer. Nothing inside the program is touched.
+
+A module of tests calls main(); its classes derive from RecorderTest. Run one by hand with
+
+    recording.py BINARY [--pipewire] [unittest arguments]
+"""
+
+import json
+import os
+import queue
+import re
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import unittest
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.join(HERE, "..", "support"))
+from desktop import Desktop, Failure, wait_until  # noqa: E402
+
+MICROPHONE = "USB Microphone"
+BYTES_PER_SECOND = 48000 * 2 * 2  # of decoded sound
+
+
+class SoundServer:
+    def __init__(self, pipewire):
+        options = ["--control"] + (["--pipewire"] if pipewire else [])
+        self.process = subprocess.Popen(
+            ["/usr/bin/python3", os.path.join(HERE, "..", "support", "sound_server.py"), *options,
+             "--mic", MICROPHONE + "=tone"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        self.environment = {"PULSE_SERVER": self.answer()["environment"]["PULSE_SERVER"]}
+
+    def answer(self):
+        answer = json.loads(self.process.stdout.readline())
+        if "error" in answer:
+            raise Failure(f"the sound server: {answer}")
+        return answer
+
+    def tell(self, command):
+        self.process.stdin.write(command + "\n")
+        self.process.stdin.flush()
+        return self.answer()
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.wait(15)
+        self.process.stdout.close()
+
+
+class StandIns:
+    """What the program has asked the desktop's services for."""
+
+    def __init__(self, desktop):
+        self.process = desktop.spawn(["/usr/bin/python3", os.path.join(HERE, "stand_ins.py")],
+                                     stdout=subprocess.PIPE, text=True)
+        self.lines = queue.Queue()
+        threading.Thread(target=self._read, daemon=True).start()
+        self.expect("ready 2")
+
+    def _read(self):
+        for line in self.process.stdout:
+            self.lines.put(line.strip())
+
+    def expect(self, line, deadline=5):
+        """The next call is this one."""
+        try:
+            said = self.lines.get(timeout=deadline)
+        except queue.Empty:
+            raise Failure(f"the desktop was not asked: {line}") from None
+        if not re.fullmatch(line, said):
+            raise Failure(f"the desktop was asked {said} instead of {line}")
+
+    def drain(self):
+        while not self.lines.empty():
+            self.lines.get()
+
+    def asked_nothing(self):
+        return self.lines.empty()
+
+
+class Recorder:
+    """The running program and its main controls."""
+
+    def __init__(self, desktop, sound, home, binary, environment=None):
+        self.desktop = desktop
+        self.home = home
+        self.folder = os.path.join(home, "Recordings")
+        os.makedirs(self.folder, exist_ok=True)
+        places = {"HOME": home, "XDG_CONFIG_HOME": os.path.join(home, ".config")}
+        self.program = desktop.start([binary], {**sound.environment, **places, **(environment or {})})
+        self.wait_for("button", "Record")
+
+    def wait_for(self, role, key, deadline=20):
+        return self.program.wait_for(role, key, deadline)
+
+    def button(self, name):
+        return self.wait_for("button", name)
+
+    def press(self, name):
+        button = self.button(name)
+        wait_until(lambda: button.enabled, f"{name} to be enabled")
+        button.press()
+
+    def click(self, name):
+        button = self.button(name)
+        wait_until(lambda: button.enabled, f"{name} to be enabled")
+        button.click(self.desktop)
+
+    def text(self, description):
+        label = self.program.find("label", description)
+        return label.text if label else None
+
+    @property
+    def status(self):
+        return self.text("Status")
+
+    @property
+    def elapsed(self):
+        """The elapsed time that is shown, in seconds."""
+        hours, minutes, seconds = self.text("Elapsed time").split(":")
+        return int(hours) * 3600 + int(minutes) * 60 + float(seconds)
+
+    @property
+    def output_file(self):
+        return self.text("Output file")
+
+    def wait_status(self, status, deadline=20):
+        try:
+            wait_until(lambda: re.fullmatch(status, self.status or ""), f'status "{status}"', deadline)
+        except Failure as failure:
+            raise Failure(f'{failure}, it is "{self.status}"') from None
+
+    def wait_elapsed(self, seconds, deadline=20):
+        wait_until(lambda: self.elapsed >= seconds, f"{seconds} s recorded", deadline)
+
+    def choose_folder(self, folder):
+        """Answers the folder chooser that is open."""
+        self.wait_for("text", "Directory:")
+        self.desktop.key("ctrl+a")
+        self.desktop.type(folder)
+        self.desktop.key("Return")
+        self.program.wait_gone("text", "Directory:")
+
+    def record(self):
+        """The first recording in a new home: asks for the folder."""
+        self.click("Record")
+        self.choose_folder(self.folder)
+        self.wait_status("Recording from .*")
+
+    def end(self):
+        return self.program.end()
+
+
+def decoded_seconds(path):
+    """The length of the sound in the file; fails for a file with a fault in it."""
+    answer = subprocess.run(["mpg123", "-q", "-s", "--stereo", "-r", "48000", path], capture_output=True)
+    if answer.returncode or answer.stderr.strip():
+        raise Failure(f"mpg123 {path}: {answer.stderr.decode()}")
+    return len(answer.stdout) / BYTES_PER_SECOND
+
+
+class RecorderTest(unittest.TestCase):
+    # Given by main(); one desktop for all tests of a process, since the accessibility library connects once.
+    binary = None
+    pipewire = False
+    desktop = None
+    stand_ins = None
+
+    def setUp(self):
+        self.sound = SoundServer(self.pipewire)
+        self.addCleanup(self.sound.end)
+        self.home = tempfile.mkdtemp(dir=self.desktop.folder)
+        self.stand_ins.drain()
+
+    def start(self, **environment):
+        recorder = Recorder(self.desktop, self.sound, self.home, self.binary, environment)
+        self.addCleanup(self.finish, recorder)
+        return recorder
+
+    def finish(self, recorder):
+        recorder.end()
+        log = recorder.program.log()
+        self.assertNotIn("Sanitizer", log)
+        self.assertNotIn("runtime error", log)
+
+    def recordings(self):
+        folder = os.path.join(self.home, "Recordings")
+        return [os.path.join(folder, name) for name in sorted(os.listdir(folder))]
+
+    def one_recording(self):
+        files = self.recordings()
+        self.assertEqual(len(files), 1, files)
+        return files[0]
+
+
+def main():
+    RecorderTest.binary = os.path.abspath(sys.argv.pop(1))
+    if "--pipewire" in sys.argv:
+        sys.argv.remove("--pipewire")
+        RecorderTest.pipewire = True
+    with Desktop() as RecorderTest.desktop:
+        RecorderTest.stand_ins = StandIns(RecorderTest.desktop)
+        # The accessibility library warns about itself.
+        unittest.main(verbosity=2, warnings="ignore")

@@ -1,0 +1,137 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""Devices that come and go, servers that do not answer, folders that vanish, and the way to the preferences and back."""
+
+import os
+import shutil
+import time
+
+from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until
+
+SAID_WITHIN = 2.5
+"""Seconds: two for the program, the rest for the accessibility bus to be read on a busy machine."""
+
+
+class Devices(RecorderTest):
+    def device(self, recorder):
+        return recorder.button("Input device").description
+
+    def wait_device(self, recorder, name):
+        wait_until(lambda: self.device(recorder) == name, f"{name} to be chosen")
+
+    def test_a_device_is_chosen_from_the_menu_and_a_new_one_resets_the_choice(self):
+        self.sound.tell("load Line=tone")
+        self.sound.tell("default " + MICROPHONE)
+        recorder = self.start()
+        self.wait_device(recorder, MICROPHONE)
+        recorder.click("Input device")
+        # The toolkit keeps pop-up menus out of the accessible tree, so the menu is used with the keyboard. It reads
+        # backwards: a monitor of an output, the other device, the default one.
+        windows = ("search", "--onlyvisible", "--pid", recorder.program.pid)
+        wait_until(lambda: len(self.desktop.xdotool(*windows).split()) == 2, "the menu")
+        for key in ("Down", "Down", "Return"):
+            self.desktop.key(key)
+        self.wait_device(recorder, "Line")
+
+        self.sound.tell("load Headset=tone")
+        self.wait_device(recorder, MICROPHONE)
+
+    def test_an_unplugged_microphone_is_missed_and_goes_on_when_it_is_back(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.wait_elapsed(1)
+        self.sound.tell("unload " + MICROPHONE)
+        recorder.wait_status(f"No sound is arriving from {MICROPHONE}", SAID_WITHIN)
+        shown = recorder.elapsed
+        self.assertTrue(recorder.button("Stop").enabled)
+        self.sound.tell(f"load {MICROPHONE}=tone")
+        recorder.wait_status(f"Recording from {MICROPHONE}")
+        recorder.wait_elapsed(shown + 1)
+        recorder.press("Stop")
+        recorder.wait_status("Ready")
+        self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
+
+    def test_a_restarted_server_is_found_again(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.wait_elapsed(1)
+        self.sound.tell("kill")
+        recorder.wait_status(f"No sound is arriving from {MICROPHONE}", SAID_WITHIN)
+        shown = recorder.elapsed
+        self.sound.tell("start")
+        recorder.wait_status(f"Recording from {MICROPHONE}")
+        recorder.wait_elapsed(shown + 1)
+
+    def test_a_muted_microphone_is_told(self):
+        self.sound.tell("load Muted=silence")
+        self.sound.tell("default Muted")
+        recorder = self.start()
+        recorder.record()
+        recorder.wait_status("Only silence from Muted", 5 + SAID_WITHIN)
+
+    def test_without_a_server_the_start_fails_and_says_so(self):
+        self.sound.tell("kill")
+        recorder = self.start()
+        recorder.wait_status("No input device")
+        recorder.click("Record")
+        recorder.choose_folder(recorder.folder)
+        recorder.wait_for("label", "Failed to start record.")
+        recorder.wait_for("label", "Unsupport format: 16 bits per channel, 48000.000000 sample rate, "
+                                   "2 channels per frame, flags: 12")
+        recorder.press("OK")
+        recorder.program.wait_gone("label", "Failed to start record.")
+        wait_until(lambda: recorder.button("Record").enabled, "Record")
+
+        self.sound.tell("start")
+        self.wait_device(recorder, MICROPHONE)
+        recorder.click("Record")
+        recorder.wait_status("Recording .*")
+
+    def test_a_server_that_does_not_answer_holds_nobody_up(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.press("Stop")
+        recorder.wait_status("Ready")
+        recorder.end()
+
+        self.sound.tell("freeze")
+        self.addCleanup(self.sound.tell, "thaw")
+        began = time.monotonic()
+        recorder = self.start()
+        self.assertLess(time.monotonic() - began, 3)
+        recorder.click("Record")
+        recorder.wait_for("label", "Failed to start record.", 5)
+
+
+class Folders(RecorderTest):
+    def test_a_folder_that_vanishes_is_told_and_asked_for_again(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.wait_elapsed(1)
+        shutil.rmtree(recorder.folder)
+        recorder.wait_status("The folder is gone", SAID_WITHIN)
+        recorder.press("Stop")
+        recorder.wait_status("Ready")
+
+        os.mkdir(recorder.folder + " 2")
+        recorder.click("Record")
+        recorder.choose_folder(recorder.folder + " 2")
+        recorder.wait_status("Recording .*")
+        self.assertEqual(os.path.dirname(recorder.output_file), recorder.folder + " 2")
+
+    def test_preferences_turn_over_and_back(self):
+        recorder = self.start()
+        front = self.desktop.active_window_geometry()
+        recorder.click("Preferences")
+        recorder.wait_for("button", "Done")
+        wait_until(lambda: self.desktop.active_window_geometry() == front, "the back where the front was")
+        wait_until(lambda: recorder.program.find("button", "Record") is None, "the front to be gone")
+        recorder.click("Done")
+        recorder.wait_for("button", "Record")
+        wait_until(lambda: recorder.program.find("button", "Done") is None, "the back to be gone")
+        self.assertEqual(self.desktop.active_window_geometry(), front)
+
+
+if __name__ == "__main__":
+    main()
