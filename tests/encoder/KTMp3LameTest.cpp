@@ -10,11 +10,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <cmath>
-#include <dirent.h>
 #include <gtest/gtest.h>
 #include <limits>
-#include <malloc.h>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 using testsupport::LogCapture;
@@ -234,34 +231,6 @@ TEST_F(KTMp3LameTest, AnyConfigurationGivesAFile)
                 EXPECT_NEAR(testsupport::decodedByMpg123(path()).seconds(), 0.3, 0.1) << channels << quality;
             }
         }
-    }
-}
-
-// The capture thread may come first. Its buffers are refused until the encoder is ready, and then taken.
-TEST_F(KTMp3LameTest, BuffersMayArriveWhileTheEncoderIsSetUp)
-{
-    const Sound sound = testsupport::noise(44100, 2, 0.02);
-    for (int round = 0; round < 20; ++round) {
-        const auto lame = writer();
-        std::atomic<int> refused = 0;
-        std::atomic<int> taken = 0;
-        std::jthread capture([&](const std::stop_token &stop) {
-            while (!stop.stop_requested()) {
-                const bool ok = lame->addPCMDataToEncode_shortInt(sound.samples.constData(), sound.frames());
-                ++(ok ? taken : refused);
-            }
-        });
-        while (refused < 2)
-            std::this_thread::yield();
-        EXPECT_EQ(taken, 0);
-        EXPECT_TRUE(lame->readyToEncode());
-        while (taken < 3)
-            std::this_thread::yield();
-        capture.request_stop();
-        capture.join();
-        lame->finalizeEncode();
-        EXPECT_EQ(log.count(notReady.first()), refused);
-        log.clear();
     }
 }
 
