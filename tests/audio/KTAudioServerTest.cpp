@@ -133,7 +133,7 @@ TEST_P(EitherKTAudioServer, deliversWhatCameBeforeAPauseAndNothingOfIt)
     EXPECT_LE(frames[kept], beforeResume + slack);
 }
 
-TEST_F(KTAudioServer, goesOnWithADeviceThatIsPluggedInAgain)
+TEST_P(EitherKTAudioServer, goesOnWithADeviceThatIsPluggedInAgain)
 {
     control->setDelegate(&changes);
     ASSERT_TRUE(record());
@@ -156,7 +156,7 @@ TEST_F(KTAudioServer, goesOnWithADeviceThatIsPluggedInAgain)
     EXPECT_THAT(changes.count, testing::AllOf(testing::Ge(2), testing::Le(3)));
 }
 
-TEST_F(KTAudioServer, goesOnWhenTheServerIsBack)
+TEST_P(EitherKTAudioServer, goesOnWhenTheServerIsBack)
 {
     ASSERT_TRUE(record());
     control->setDelegate(&changes);
@@ -168,7 +168,8 @@ TEST_F(KTAudioServer, goesOnWhenTheServerIsBack)
     recorder->stopRecord();
 
     EXPECT_EQ(breaks(collector.frames()).size(), 1U);
-    EXPECT_GE(breaks(collector.frames()).front(), kept - block);
+    EXPECT_GE(breaks(collector.frames()).front(), kept);
+    EXPECT_EQ(control->inputDevicesName().size(), 2);
     EXPECT_EQ(changes.count, 0) << "a server that restarts has the same devices";
 }
 

@@ -149,7 +149,8 @@ class Microphone:
             "load-module", "module-pipe-source", f"source_name={key}", f"file={path}", "format=s16le",
             f"rate={RATE}", "channels=2", properties).strip()
         # A pipe is read only while somebody records, and would give what it held by then: somebody always does.
-        self.listener = self.server.spawn("parec", "-d", key, "--latency-msec=100", stdout=subprocess.DEVNULL)
+        self.listener = self.server.spawn("parec", "-d", key, "--latency-msec=100", f"--rate={RATE}",
+                                          stdout=subprocess.DEVNULL)
         self.pipe = os.open(path, os.O_WRONLY | os.O_NONBLOCK)
         fcntl.fcntl(self.pipe, fcntl.F_SETPIPE_SZ, 1 << 17)
         self.stopping = threading.Event()

@@ -33,7 +33,7 @@ PulseConnection::PulseConnection()
     , m_context(newContext(m_loop.get()))
     , m_lostAt(Clock::now())
 {
-    m_devices.setListed([this] { notify(&Listener::devicesListed); });
+    m_devices.setListed([this] { devicesListed(); });
     pa_threaded_mainloop_set_name(m_loop.get(), "flipside-sound");
     // Connected from the loop's own thread, because looking a server up may take its time.
     connectAfter(0ms);
@@ -53,7 +53,7 @@ void PulseConnection::stop()
         const PulseLock lock(m_loop.get());
         if (m_timer)
             pa_threaded_mainloop_get_api(m_loop.get())->time_free(std::exchange(m_timer, nullptr));
-        notify(&Listener::disconnected);
+        notify(&Listener::stopped);
         m_devices.stop();
         m_context.reset();
     }
@@ -136,6 +136,13 @@ void PulseConnection::contextLost()
         m_devices.forget();
     notify(&Listener::disconnected);
     retryLater();
+}
+
+void PulseConnection::devicesListed()
+{
+    if (m_devices.isIncomplete())
+        retryLater();
+    notify(&Listener::devicesListed);
 }
 
 void PulseConnection::notify(void (Listener::*event)())

@@ -26,6 +26,7 @@ public:
         virtual ~Listener() = default;
         virtual void connected() { }
         virtual void disconnected() = 0;
+        virtual void stopped() = 0; // for good
         virtual void devicesListed() { } // a fresh list, the same one as before or not
     };
 
@@ -56,6 +57,7 @@ private:
     void contextStateChanged();
     void contextReady();
     void contextLost();
+    void devicesListed();
     void notify(void (Listener::*event)());
 
     PulseLoopHandle m_loop;

@@ -7,6 +7,21 @@
 
 namespace sound {
 
+using namespace std::chrono_literals;
+
+namespace {
+
+// A server that restarts finds its devices one after the other.
+constexpr auto completeAfter = 2s;
+
+bool contains(const DeviceList &list, const QString &key)
+{
+    return std::any_of(
+        list.sources.begin(), list.sources.end(), [&](const Source &source) { return source.key == key; });
+}
+
+} // namespace
+
 DeviceList PulseDevices::list() const
 {
     std::scoped_lock lock(m_mutex);
@@ -28,6 +43,8 @@ bool PulseDevices::isListed() const
 void PulseDevices::follow(pa_context *context)
 {
     m_context = context;
+    if (isListed())
+        m_completeAt = std::chrono::steady_clock::now() + completeAfter;
     pa_context_set_subscribe_callback(context, event, this);
     const auto mask = pa_subscription_mask_t(PA_SUBSCRIPTION_MASK_SOURCE | PA_SUBSCRIPTION_MASK_SERVER);
     m_subscription.reset(pa_context_subscribe(context, mask, nullptr, nullptr));
@@ -58,9 +75,15 @@ void PulseDevices::stop()
 
 bool PulseDevices::isKnown(const QString &sourceKey) const
 {
-    const auto &sources = m_list.sources; // only this thread writes it
-    return std::any_of(
-        sources.begin(), sources.end(), [&](const Source &source) { return source.key == sourceKey; });
+    return contains(m_list, sourceKey); // only this thread writes it
+}
+
+// The user's choice of device does not survive its leaving the list, so it must not leave for a moment only.
+bool PulseDevices::misses(const DeviceList &list) const
+{
+    return std::chrono::steady_clock::now() < m_completeAt
+        && std::any_of(m_list.sources.begin(), m_list.sources.end(),
+            [&](const Source &known) { return !contains(list, known.key); });
 }
 
 void PulseDevices::serverInfo(pa_context *, const pa_server_info *info, void *self)
@@ -91,7 +114,8 @@ void PulseDevices::listComplete(bool success)
 {
     m_serverRequest.reset();
     m_sourcesRequest.reset();
-    if (success)
+    m_incomplete = success && misses(m_incoming);
+    if (success && !m_incomplete)
         publish(m_incoming);
     if (m_askAgain)
         refresh();

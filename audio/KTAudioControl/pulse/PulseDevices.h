@@ -24,7 +24,7 @@ public:
 
     // Called after each change of list().
     void setChanged(std::function<void()> changed) { m_changed = std::move(changed); }
-    // Called after each answer of the server. Set once.
+    // Called after each answer of the server. Set once, by the connection.
     void setListed(std::function<void()> listed) { m_listedCallback = std::move(listed); }
     // Listens to the server's events and asks for the first list.
     void follow(pa_context *context);
@@ -34,6 +34,9 @@ public:
     void stop();
     // There is no server.
     void forget() { publish({}); }
+    // A server that has just come back still misses devices that it had before; they are kept in the list for
+    // a while, and it has to be asked again.
+    bool isIncomplete() const { return m_incomplete; }
     bool isKnown(const QString &sourceKey) const;
 
 private:
@@ -41,6 +44,7 @@ private:
     static void sourceInfo(pa_context *, const pa_source_info *info, int last, void *self);
     static void event(pa_context *, pa_subscription_event_type_t, std::uint32_t index, void *self);
     void listComplete(bool success);
+    bool misses(const DeviceList &list) const;
     void publish(const DeviceList &list);
 
     pa_context *m_context = nullptr;
@@ -49,10 +53,12 @@ private:
     PulseOperationHandle m_sourcesRequest;
     DeviceList m_incoming;
     bool m_askAgain = false;
+    bool m_incomplete = false;
+    std::chrono::steady_clock::time_point m_completeAt;
     std::function<void()> m_changed;
     std::function<void()> m_listedCallback;
 
-    std::binary_semaphore m_firstList {0};
+    std::binary_semaphore m_firstList{0};
     mutable std::mutex m_mutex; // guards what follows; only the loop's thread writes it
     DeviceList m_list;
     bool m_isListed = false;

@@ -40,6 +40,7 @@ protected:
 
     void connected() override;
     void disconnected() override { streamFailed(); }
+    void stopped() override { m_stream.reset(); }
 
 private:
     void stateChanged();
