@@ -69,8 +69,7 @@ void PulseCaptureStream::streamReady()
 void PulseCaptureStream::streamLost()
 {
     m_flush.reset();
-    if (m_corked)
-        m_corked->give(false);
+    corked(false);
     if (!std::exchange(m_lost, true))
         m_client->captureLost();
     connection().retryLater();
@@ -91,36 +90,67 @@ void PulseCaptureStream::readAvailable()
     // Nothing yet is no data and no bytes; a hole is no data and its length.
     while (isReady() && pa_stream_peek(stream(), &data, &bytes) == 0 && bytes > 0) {
         if (m_deliver)
-            m_client->captured(data, bytes);
+            collect(data, bytes);
         pa_stream_drop(stream());
     }
+}
+
+// The server sends sound as its source has it, often in pieces of a few milliseconds. Each delivery wakes the
+// threads that follow it, so short pieces are put together first.
+void PulseCaptureStream::collect(const void *data, std::size_t bytes)
+{
+    const bool whole = !data || (m_collected.isEmpty() && bytes >= bytesIn(fragment));
+    if (whole) {
+        deliverCollected();
+        m_client->captured(data, bytes);
+        return;
+    }
+    m_collected.append(static_cast<const char *>(data), qsizetype(bytes));
+    if (std::size_t(m_collected.size()) >= bytesIn(fragment))
+        deliverCollected();
+}
+
+void PulseCaptureStream::deliverCollected()
+{
+    if (m_collected.isEmpty())
+        return;
+    m_client->captured(m_collected.constData(), std::size_t(m_collected.size()));
+    m_collected.resize(0);
 }
 
 // The server answers on the connection that the sound comes on, so what it had sent before is delivered
 // before its answer is.
 void PulseCaptureStream::pause()
 {
-    const auto corked = std::make_shared<PulseAnswer>();
+    const auto answer = std::make_shared<PulseAnswer>();
     PulseOperationHandle operation;
     {
         const PulseLock lock(connection().loop());
         m_paused = true;
         if (isReady()) {
-            const auto done = [](pa_stream *, int success, void *answer) {
-                static_cast<PulseAnswer *>(answer)->give(success);
+            const auto done = [](pa_stream *, int success, void *self) {
+                static_cast<PulseCaptureStream *>(self)->corked(success);
             };
-            operation.reset(pa_stream_cork(stream(), 1, done, corked.get()));
+            operation.reset(pa_stream_cork(stream(), 1, done, this));
         }
         if (operation)
-            m_corked = corked;
+            m_corked = answer;
         else
-            corked->give(false);
+            answer->give(false);
     }
-    corked->waitFor(pauseDeadline);
+    answer->waitFor(pauseDeadline);
     const PulseLock lock(connection().loop());
     operation.reset();
     m_corked.reset();
+    m_collected.resize(0);
     m_deliver = false;
+}
+
+void PulseCaptureStream::corked(bool success)
+{
+    deliverCollected();
+    if (m_corked)
+        m_corked->give(success);
 }
 
 // Delivery begins when the server has thrown away what it may have kept during the pause, and it captures

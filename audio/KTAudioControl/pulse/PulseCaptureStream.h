@@ -5,6 +5,8 @@
 
 #include "audio/KTAudioControl/pulse/PulseStream.h"
 
+#include <QByteArray>
+
 namespace sound {
 
 // Captures from one source, and from no other: when the source or the server goes away it waits for a source
@@ -28,10 +30,14 @@ private:
     void streamLost() override;
     void devicesListed() override;
     void readAvailable();
+    void collect(const void *data, std::size_t bytes);
+    void deliverCollected();
+    void corked(bool success);
     void flushed();
 
     const QString m_sourceKey;
     CaptureClient *const m_client;
+    QByteArray m_collected; // captured, not delivered yet; less than a fragment
     bool m_deliver = true; // neither paused nor still throwing away what a pause has left behind
     bool m_paused = false;
     bool m_lost = false;
