@@ -153,6 +153,13 @@ class Recorder:
         self.choose_folder(self.folder)
         self.wait_status("Recording from .*")
 
+    def windows(self):
+        """How many windows are on the screen, menus included; None when one of them is just going."""
+        try:
+            return len(self.desktop.xdotool("search", "--onlyvisible", "--pid", self.program.pid).split())
+        except Failure:
+            return None
+
     def end(self):
         return self.program.end()
 

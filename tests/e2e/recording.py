@@ -132,6 +132,7 @@ class Recording(RecorderTest):
     def test_every_command_has_its_key(self):
         recorder = self.start()
         recorder.record()
+        recorder.wait_elapsed(4)
         self.stand_ins.drain()
         for keys, status in (("ctrl+p", "Paused, recording .*"), ("ctrl+r", "Recording .*"), ("ctrl+period", "Ready"),
                              ("ctrl+space", "Playing .*"), ("ctrl+p", "Paused, playing .*"),

@@ -28,8 +28,7 @@ class Devices(RecorderTest):
         recorder.click("Input device")
         # The toolkit keeps pop-up menus out of the accessible tree, so the menu is used with the keyboard. It reads
         # backwards: a monitor of an output, the other device, the default one.
-        windows = ("search", "--onlyvisible", "--pid", recorder.program.pid)
-        wait_until(lambda: len(self.desktop.xdotool(*windows).split()) == 2, "the menu")
+        wait_until(lambda: recorder.windows() == 2, "the menu")
         for key in ("Down", "Down", "Return"):
             self.desktop.key(key)
         self.wait_device(recorder, "Line")
@@ -123,14 +122,13 @@ class Folders(RecorderTest):
     def test_preferences_turn_over_and_back(self):
         recorder = self.start()
         front = self.desktop.active_window_geometry()
-        recorder.click("Preferences")
-        recorder.wait_for("button", "Done")
-        wait_until(lambda: self.desktop.active_window_geometry() == front, "the back where the front was")
-        wait_until(lambda: recorder.program.find("button", "Record") is None, "the front to be gone")
-        recorder.click("Done")
-        recorder.wait_for("button", "Record")
-        wait_until(lambda: recorder.program.find("button", "Done") is None, "the back to be gone")
-        self.assertEqual(self.desktop.active_window_geometry(), front)
+        for button, back in (("Preferences", "Done"), ("Done", "Preferences")):
+            recorder.click(button)
+            recorder.wait_for("button", back)
+            # The card has turned over when the window that it turned in is gone.
+            wait_until(lambda: recorder.windows() == 1, "the end of the flip")
+            self.assertIsNone(recorder.program.find("button", button))
+            self.assertEqual(self.desktop.active_window_geometry(), front)
 
 
 if __name__ == "__main__":
