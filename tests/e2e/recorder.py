@@ -8,16 +8,15 @@ A module of tests calls main(); its classes derive from RecorderTest. Run one by
     recording.py BINARY [--pipewire] [unittest arguments]
 """
 
+import array
 import json
 import os
 import queue
 import re
-import signal
 import subprocess
 import sys
 import tempfile
 import threading
-import time
 import unittest
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -25,15 +24,15 @@ sys.path.insert(0, os.path.join(HERE, "..", "support"))
 from desktop import Desktop, Failure, wait_until  # noqa: E402
 
 MICROPHONE = "USB Microphone"
-BYTES_PER_SECOND = 48000 * 2 * 2  # of decoded sound
+SAMPLES_PER_SECOND = 48000 * 2  # of decoded sound
 
 
 class SoundServer:
-    def __init__(self, pipewire):
+    def __init__(self, pipewire, signal="tone"):
         options = ["--control"] + (["--pipewire"] if pipewire else [])
         self.process = subprocess.Popen(
             ["/usr/bin/python3", os.path.join(HERE, "..", "support", "sound_server.py"), *options,
-             "--mic", MICROPHONE + "=tone"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+             "--mic", f"{MICROPHONE}={signal}"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         self.environment = {"PULSE_SERVER": self.answer()["environment"]["PULSE_SERVER"]}
 
     def answer(self):
@@ -164,12 +163,16 @@ class Recorder:
         return self.program.end()
 
 
-def decoded_seconds(path):
-    """The length of the sound in the file; fails for a file with a fault in it."""
+def decoded(path):
+    """The sound in the file, 16-bit stereo; fails for a file with a fault in it."""
     answer = subprocess.run(["mpg123", "-q", "-s", "--stereo", "-r", "48000", path], capture_output=True)
     if answer.returncode or answer.stderr.strip():
         raise Failure(f"mpg123 {path}: {answer.stderr.decode()}")
-    return len(answer.stdout) / BYTES_PER_SECOND
+    return array.array("h", answer.stdout)
+
+
+def decoded_seconds(path):
+    return len(decoded(path)) / SAMPLES_PER_SECOND
 
 
 class RecorderTest(unittest.TestCase):

@@ -18,6 +18,8 @@ import subprocess
 import tempfile
 import time
 
+import ground
+
 DEADLINE = 20.0
 """Seconds that any wait may take before the test fails."""
 
@@ -59,10 +61,11 @@ def need(command):
 
 class Desktop:
     def __init__(self, window_manager=("openbox",), compositor=("picom", "--backend", "xrender", "--config", "/dev/null"),
-                 size=(1280, 900), scale=1, background="#5d7286"):
+                 size=(1280, 900), scale=1, background=(0x8496A6, 0x46535F)):
         self.window_manager = window_manager
         self.compositor = compositor
         self.size = size
+        self.scale = scale
         self.background = background
         self.processes = []
         self.folder = tempfile.mkdtemp(prefix="flipside-desktop-")
@@ -91,7 +94,7 @@ class Desktop:
             self._start_display()
             self._start_bus()
             if self.background:
-                subprocess.run([need("xsetroot"), "-solid", self.background], env=self.env, check=True)
+                ground.paint(self.env["DISPLAY"], self.size, *self.background)
             if self.window_manager:
                 self.spawn(self.window_manager)
                 self._wait_for_window_manager()
@@ -357,6 +360,6 @@ class Control:
         return box.x, box.y, box.width, box.height
 
     def click(self, desktop):
-        """Clicks the middle of the control with the real pointer."""
-        x, y, width, height = self.extents
+        """Clicks the middle of the control with the real pointer; extents are in points, the pointer is in pixels."""
+        x, y, width, height = (desktop.scale * length for length in self.extents)
         desktop.xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)
