@@ -84,5 +84,5 @@ QString RecordingEstimate::explanation() const
     if (m_aimsAtBitrate)
         return u"A recording with a bitrate target always starts at %1kbps."_s.arg(
             number(m_kilobitsPerSecond));
-    return u"With a quality target the size depends on the sound: music needs most, speech and silence less."_s;
+    return u"With a quality target the size depends on the sound:\nmusic needs most, speech and silence less."_s;
 }

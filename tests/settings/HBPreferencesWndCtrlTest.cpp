@@ -9,7 +9,6 @@
 #include "ui/ElidedLabel.h"
 #include "ui/ValueSlider.h"
 
-#include <QAccessible>
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QMenu>
@@ -322,49 +321,6 @@ TEST_F(HBPreferencesWndCtrlTest, TabFollowsTheEyeAndReachesEveryControlThatIsEna
                          u"boxEncoderEngine"_s})
                 + last);
     }
-}
-
-TEST_F(HBPreferencesWndCtrlTest, EveryControlHasItsRoleAndKeyForAssistiveTechnology)
-{
-    open();
-    const auto named = [this](const char *control, QAccessible::Role role, const QString &name) {
-        QAccessibleInterface *found = QAccessible::queryAccessibleInterface(find<QWidget>(control));
-        EXPECT_EQ(found->role(), role) << control;
-        EXPECT_EQ(found->text(QAccessible::Name), name);
-    };
-    named("bitrateTarget", QAccessible::RadioButton, u"Bitrate target"_s);
-    named("qualityTarget", QAccessible::RadioButton, u"Quality target"_s);
-    named("quality", QAccessible::Slider, u"Quality"_s);
-    named("bitrate", QAccessible::Slider, u"Bitrate"_s);
-    named("constantBitrate", QAccessible::CheckBox, u"Restrict encoder to constant bitrate"_s);
-    named("boxEncoderEngine", QAccessible::Button, u"Engine quality"_s);
-    named("boxVbrMode", QAccessible::Button, u"VBR mode"_s);
-    named("chooseFolder", QAccessible::Button, u"Choose folder"_s);
-    named("showFolder", QAccessible::Button, u"Show folder"_s);
-    named("done", QAccessible::Button, u"Done"_s);
-    for (const auto &[label, key] : {std::pair{"workingFolder", u"Working folder"_s},
-             std::pair{"qualityValue", u"Quality value"_s}, std::pair{"bitrateValue", u"Bitrate value"_s}}) {
-        QAccessibleInterface *found = QAccessible::queryAccessibleInterface(find<QWidget>(label));
-        EXPECT_EQ(found->text(QAccessible::Description), key);
-        EXPECT_EQ(found->text(QAccessible::Name), textOf(label));
-    }
-    QAccessibleValueInterface *quality
-        = QAccessible::queryAccessibleInterface(find<QWidget>("quality"))->valueInterface();
-    quality->setCurrentValue(2.5);
-    EXPECT_EQ(controller->config()->encodeQuality(), 2.5);
-}
-
-TEST_F(HBPreferencesWndCtrlTest, TitlesCarryTheirAttributes)
-{
-    open();
-    const QColor grey = QColor::fromRgbF(164 / 255.0F, 173 / 255.0F, 178 / 255.0F);
-    EXPECT_EQ(controller->attributeTitleForDone(),
-        (platform::AttributedString{u"Done"_s, Qt::white, Qt::AlignHCenter, 13.0}));
-    EXPECT_EQ(controller->attributeTitleForBitrate(),
-        (platform::AttributedString{u"Bitrate"_s, grey, Qt::AlignLeft, 13.0}));
-    EXPECT_EQ(controller->attributeTitleForQuality().string, textOf("qualityTitle"));
-    EXPECT_EQ(
-        HBPreferencesWndCtrl::keyPathsForValuesAffectingCanShowInFinder(), QStringList{u"workingPath"_s});
 }
 
 } // namespace
