@@ -6,10 +6,9 @@
 #include <QImage>
 #include <QTransform>
 
-class QPainter;
 class QWidget;
 
-// A window's face as it was when the flip began, ready to be drawn in perspective. Implicitly shared.
+// A window's face as it was when the flip began, ready to be seen in perspective. Implicitly shared.
 class FlipPicture {
 public:
     FlipPicture() = default;
@@ -17,19 +16,26 @@ public:
     // yet.
     FlipPicture(QWidget *window, double devicePixelRatio);
 
-    bool isNull() const { return m_image.isNull(); }
-    QSizeF size() const { return m_image.deviceIndependentSize(); }
+    bool isNull() const { return m_face.isNull(); }
+    // Premultiplied, in pixels of the screen, padded as FlipWarp needs it.
+    const QImage &face() const { return m_face; }
+    // A small copy of the same for shadows; which is this much smaller.
+    const QImage &shape() const { return m_shape; }
+    double shapeScale() const { return m_shapeScale; }
 
-    // From the picture's points (y downwards, origin top left) to a quadrilateral with its corners in the
-    // order top left, top right, bottom right, bottom left. Not invertible when the quadrilateral is seen
-    // edge-on.
+    // From the pixels of the face, without its padding, to a quadrilateral with its corners in the order top
+    // left, top right, bottom right, bottom left. Not invertible when the quadrilateral is seen edge-on.
     QTransform transformTo(const QPolygonF &quadrilateral) const;
 
-    void draw(QPainter &painter, const QTransform &transform) const;
-    // The outline alone, from a small copy: for a shadow.
-    void drawShape(QPainter &painter, const QTransform &transform) const;
+    // A part of the face, without padding, through which nothing is seen; may be empty.
+    QRect opaquePart() const { return m_opaquePart; }
 
 private:
-    QImage m_image;
+    QSize size() const;
+    QRect largestOpaquePart() const;
+
+    QImage m_face;
     QImage m_shape;
+    double m_shapeScale = 1;
+    QRect m_opaquePart;
 };

@@ -4,8 +4,8 @@
 #include "ui/FlipShadow.h"
 #include "ui/FlipPicture.h"
 
-#include <QPainter>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace {
@@ -66,67 +66,78 @@ QRectF FlipShadow::reach(const QRectF &bounds)
     return bounds.adjusted(-Reach, -Reach, Reach, Reach).translated(Offset);
 }
 
-void FlipShadow::draw(
-    QPainter &painter, const FlipPicture &picture, const QTransform &transform, const QRectF &bounds)
+void FlipShadow::begin(
+    const FlipPicture &picture, const QTransform &transform, const QRectF &bounds, double devicePixelRatio)
 {
-    const double resolution
-        = std::min(painter.device()->devicePixelRatioF() * ScreenShare, FinestPixelsPerPoint);
+    m_scale = std::min(ScreenShare, FinestPixelsPerPoint / devicePixelRatio);
+    m_offset = Offset.y() * devicePixelRatio;
+    m_mixedY = -1;
+    const double reach = Reach * devicePixelRatio;
+    const QRectF extent = bounds.adjusted(-reach, -reach, reach, reach);
     // On a fixed grid, so that the shadow does not shimmer as it moves.
-    const QRectF extent = bounds.adjusted(-Reach, -Reach, Reach, Reach);
-    const QPointF origin(
-        std::floor(extent.x() * resolution) / resolution, std::floor(extent.y() * resolution) / resolution);
-    const QSize size(static_cast<int>(std::ceil((extent.right() - origin.x()) * resolution)),
-        static_cast<int>(std::ceil((extent.bottom() - origin.y()) * resolution)));
-
-    prepare(size);
-    drawOutline(picture,
-        transform * QTransform::fromTranslate(-origin.x(), -origin.y())
-            * QTransform::fromScale(resolution, resolution),
-        size);
-    blur(size, Sigma * resolution);
-    colour(size);
-    painter.drawImage(
-        QRectF(origin + Offset, QSizeF(size) / resolution), m_shadow, QRectF({0, 0}, QSizeF(size)));
+    m_origin = QPoint(static_cast<int>(std::floor(extent.x() * m_scale)),
+        static_cast<int>(std::floor(extent.y() * m_scale)));
+    m_size = QSize(static_cast<int>(std::ceil(extent.right() * m_scale)) - m_origin.x(),
+        static_cast<int>(std::ceil(extent.bottom() * m_scale)) - m_origin.y());
+    const auto pixels = static_cast<std::size_t>(m_size.width()) * m_size.height();
+    m_plane.assign(pixels, 0);
+    m_turnedPlane.resize(pixels);
+    takeOutline(picture, transform);
+    blur(Sigma * devicePixelRatio * m_scale);
 }
 
-void FlipShadow::prepare(const QSize &size)
+void FlipShadow::takeOutline(const FlipPicture &picture, const QTransform &transform)
 {
-    if (m_outline.width() >= size.width() && m_outline.height() >= size.height())
+    const double faceScale = 1 / picture.shapeScale();
+    const QTransform toMask = QTransform::fromTranslate(-FlipWarp::Padding, -FlipWarp::Padding)
+        * QTransform::fromScale(faceScale, faceScale) * transform * QTransform::fromScale(m_scale, m_scale)
+        * QTransform::fromTranslate(-m_origin.x(), -m_origin.y());
+    if (!m_warp.begin(picture.shape(), toMask, m_size.width()))
         return;
-    const QSize room = size.expandedTo(m_outline.size());
-    m_outline = QImage(room, QImage::Format_Alpha8);
-    m_shadow = QImage(room, QImage::Format_ARGB32_Premultiplied);
-    m_plane.resize(static_cast<std::size_t>(room.width()) * room.height());
-    m_turnedPlane.resize(m_plane.size());
-}
-
-void FlipShadow::drawOutline(const FlipPicture &picture, const QTransform &toMask, const QSize &size)
-{
-    m_outline.fill(0);
-    QPainter painter(&m_outline);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    picture.drawShape(painter, toMask);
-    painter.end();
-    uchar *row = m_plane.data();
-    for (int y = 0; y < size.height(); ++y, row += size.width())
-        std::copy_n(m_outline.constScanLine(y), size.width(), row);
-}
-
-void FlipShadow::blur(const QSize &size, double sigma)
-{
-    for (const int radius : boxRadii(sigma)) {
-        blurAndTurn(m_plane.data(), m_turnedPlane.data(), size.width(), size.height(), radius);
-        blurAndTurn(m_turnedPlane.data(), m_plane.data(), size.height(), size.width(), radius);
+    uchar *alpha = m_plane.data();
+    for (int y = 0; y < m_size.height(); ++y) {
+        m_row.assign(static_cast<std::size_t>(m_size.width()), 0);
+        m_warp.drawRow(m_row.data());
+        alpha = std::transform(m_row.begin(), m_row.end(), alpha, [](QRgb pixel) { return qAlpha(pixel); });
     }
 }
 
-void FlipShadow::colour(const QSize &size)
+void FlipShadow::blur(double sigma)
+{
+    for (const int radius : boxRadii(sigma)) {
+        blurAndTurn(m_plane.data(), m_turnedPlane.data(), m_size.width(), m_size.height(), radius);
+        blurAndTurn(m_turnedPlane.data(), m_plane.data(), m_size.height(), m_size.width(), radius);
+    }
+}
+
+// From the middle of a pixel of the screen to the middle of a pixel of the mask.
+void FlipShadow::mixRows(int y)
 {
     constexpr auto Strength = static_cast<unsigned>(Opacity * 256);
-    const uchar *alpha = m_plane.data();
-    for (int y = 0; y < size.height(); ++y) {
-        auto *pixel = reinterpret_cast<QRgb *>(m_shadow.scanLine(y));
-        for (int x = 0; x < size.width(); ++x)
-            pixel[x] = (*alpha++ * Strength >> 8) << 24;
+    const double place
+        = std::clamp((y + 0.5 - m_offset) * m_scale - 0.5 - m_origin.y(), 0.0, m_size.height() - 1.001);
+    const auto row = static_cast<int>(place);
+    const auto share = static_cast<unsigned>((place - row) * 256);
+    const uchar *upper = m_plane.data() + static_cast<std::ptrdiff_t>(row) * m_size.width();
+    const uchar *lower = upper + m_size.width();
+    m_mixed.resize(static_cast<std::size_t>(m_size.width()));
+    for (int x = 0; x < m_size.width(); ++x)
+        m_mixed[x] = static_cast<quint16>((upper[x] * (256 - share) + lower[x] * share) * Strength >> 8);
+    m_mixedY = y;
+}
+
+void FlipShadow::writePixels(QRgb *pixels, int x, int y, int count)
+{
+    constexpr int PointBits = 16;
+    if (y != m_mixedY)
+        mixRows(y);
+    const int step = static_cast<int>(m_scale * (1 << PointBits));
+    const int last = ((m_size.width() - 1) << PointBits) - 1;
+    int place = static_cast<int>(std::lround(((x + 0.5) * m_scale - 0.5 - m_origin.x()) * (1 << PointBits)));
+    for (int index = 0; index < count; ++index, place += step) {
+        const int inside = std::clamp(place, 0, last);
+        const unsigned share = static_cast<unsigned>(inside) >> 8 & 0xffU;
+        const quint16 *mask = m_mixed.data() + (inside >> PointBits);
+        pixels[index] = (mask[0] * (256 - share) + mask[1] * share) >> 16 << 24;
     }
 }

@@ -3,12 +3,12 @@
 
 #pragma once
 
-#include <QImage>
-#include <array>
+#include "ui/FlipWarp.h"
+
+#include <QRectF>
 #include <vector>
 
 class FlipPicture;
-class QPainter;
 
 // The soft shadow under a turning picture: 80 % black, 8 points straight down. The outline is drawn at a
 // quarter of the screen's resolution, blurred by three boxes, which comes nearest to a Gauss curve for the
@@ -18,18 +18,28 @@ public:
     // Where a shadow leaves its mark, for a picture within `bounds`. Points.
     static QRectF reach(const QRectF &bounds);
 
-    // Draws the shadow of the picture as the transform places it; `bounds` holds the transformed picture.
-    void draw(
-        QPainter &painter, const FlipPicture &picture, const QTransform &transform, const QRectF &bounds);
+    // For a picture that `transform` places within `bounds`, in pixels of the screen.
+    void begin(const FlipPicture &picture, const QTransform &transform, const QRectF &bounds,
+        double devicePixelRatio);
+    // Writes the shadow's pixels from (x, y) on. Premultiplied.
+    void writePixels(QRgb *pixels, int x, int y, int count);
 
 private:
-    void prepare(const QSize &size);
-    void drawOutline(const FlipPicture &picture, const QTransform &toMask, const QSize &size);
-    void blur(const QSize &size, double sigma);
-    void colour(const QSize &size);
+    void takeOutline(const FlipPicture &picture, const QTransform &transform);
+    void blur(double sigma);
+    void mixRows(int y);
 
-    QImage m_outline;
-    QImage m_shadow;
+    FlipWarp m_warp;
+    // Pixels of the mask in a pixel of the screen; where the mask begins, in its own pixels; the shadow's
+    // offset down.
+    double m_scale = 1;
+    QPoint m_origin;
+    QSize m_size;
+    double m_offset = 0;
     std::vector<uchar> m_plane;
     std::vector<uchar> m_turnedPlane;
+    std::vector<QRgb> m_row;
+    // Two rows of the mask mixed for one row of the screen, with 8 bits after the point.
+    std::vector<quint16> m_mixed;
+    int m_mixedY = -1;
 };

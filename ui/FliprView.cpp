@@ -181,25 +181,28 @@ void FliprView::drawRect(const QRect &)
     m_lastValue = value;
     if (FlipGeometry::showsBack(value) && !m_finalImage.isNull())
         m_picture = std::exchange(m_finalImage, FlipPicture());
-    const QPolygonF corners = quadrilateral(value);
-    const QTransform transform = m_picture.transformTo(corners);
-
-    QPainter painter(this);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    m_shadow.draw(painter, m_picture, transform, corners.boundingRect());
-    m_picture.draw(painter, transform);
-    painter.end();
-    m_drawn = FlipShadow::reach(corners.boundingRect()).united(corners.boundingRect()).toAlignedRect();
-
+    drawPicture(quadrilateral(value));
     m_frameTime = static_cast<float>(clock.nsecsElapsed() / 1e9);
     ++m_statistics.frames;
     m_statistics.longestFrameTime = std::max(m_statistics.longestFrameTime, m_frameTime);
 }
 
+// In pixels of the screen, so that a picture that lies flat is copied as it is.
+void FliprView::drawPicture(const QPolygonF &corners)
+{
+    const double ratio = devicePixelRatioF();
+    const QTransform toPixels = QTransform::fromScale(ratio, ratio);
+    m_drawn = FlipFrame::reach(corners) & rect();
+    const QRect area = toPixels.mapRect(QRectF(m_drawn)).toAlignedRect();
+    QPainter painter(this);
+    painter.scale(1 / ratio, 1 / ratio);
+    painter.drawImage(area.topLeft(), m_frame.composed(m_picture, toPixels.map(corners), area, ratio),
+        QRect({0, 0}, area.size()));
+}
+
 void FliprView::display()
 {
-    const QRectF next = quadrilateral(m_animation->currentValue()).boundingRect();
-    repaint(FlipShadow::reach(next).united(next).toAlignedRect() | m_drawn);
+    repaint(FlipFrame::reach(quadrilateral(m_animation->currentValue())) | m_drawn);
 }
 
 void FliprView::paintEvent(QPaintEvent *event)

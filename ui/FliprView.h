@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "ui/FlipFrame.h"
 #include "ui/FlipPicture.h"
-#include "ui/FlipShadow.h"
 #include "ui/FliprAnimation.h"
 
 #include <QElapsedTimer>
@@ -86,6 +86,7 @@ private:
     void fadeTo(double opacity, std::chrono::milliseconds time);
     void vanish();
     QPolygonF quadrilateral(float value) const;
+    void drawPicture(const QPolygonF &corners);
 
     QRectF m_originalRect;
     // The flipping window's size before it was cut at the screen's edges: the margins outlast a flip at an
@@ -97,7 +98,7 @@ private:
     FlipPicture m_picture;
     // Until the middle of the turn.
     FlipPicture m_finalImage;
-    FlipShadow m_shadow;
+    FlipFrame m_frame;
     std::unique_ptr<FliprAnimation> m_animation;
     std::unique_ptr<InputBlock> m_inputBlock;
     double m_totalDuration = 0;

@@ -50,8 +50,8 @@ QFrame *segments()
     for (const char *text : {"Bitrate", "Quality"}) {
         auto *segment = new SegmentButton;
         segment->setText(QString::fromLatin1(text));
-        segment->setChecked(true);
         row->addWidget(segment);
+        segment->setChecked(true);
     }
     return frame;
 }

@@ -48,7 +48,7 @@ QImage picture(xcb_connection_t *connection, xcb_window_t root, const QRect &par
 
 bool inputHasEnded()
 {
-    pollfd input {0, POLLIN, 0};
+    pollfd input{0, POLLIN, 0};
     return poll(&input, 1, 0) > 0;
 }
 
@@ -60,9 +60,11 @@ void writePictures(const std::vector<Sample> &samples, const QString &folder, in
     std::size_t last = samples.size() - 1;
     while (last > first && samples[last - 1].picture == samples.back().picture)
         --last;
+    const qint64 start = samples[first].milliseconds, time = samples[last].milliseconds - start;
     for (int index = 0; index < count; ++index) {
-        const std::size_t chosen = first + (last - first) * index / (count - 1);
-        samples[chosen].picture.save(
+        while (first < last && samples[first].milliseconds - start < time * index / (count - 1))
+            ++first;
+        samples[first].picture.save(
             QStringLiteral("%1/%2.png").arg(folder).arg(index, 2, 10, QLatin1Char('0')));
     }
 }
