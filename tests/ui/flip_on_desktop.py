@@ -17,6 +17,7 @@ from desktop import Desktop, Failure, end_process, wait_until  # noqa: E402
 
 DESKTOPS = {
     "openbox": {},
+    "openbox-2x": {"scale": 2, "size": (2560, 1800)},
     "xfwm4": {"window_manager": ("xfwm4", "--compositor=on"), "compositor": None},
 }
 CARD = (460, 392)
@@ -57,8 +58,9 @@ class Watch:
 
     def __init__(self, desktop, sampler, corner, pictures=None):
         x, y = corner
-        part = (x - 100, y - 90, CARD[0] + 200, CARD[1] + 190)
-        command = [sampler, *map(str, part), str(x + PROBE[0]), str(y + PROBE[1]), str(WATCH_DEADLINE)]
+        probe = [x + PROBE[0] * desktop.scale, y + PROBE[1] * desktop.scale]
+        part = [x - 100, y - 90, CARD[0] + 200, CARD[1] + 190] if pictures else [*probe, 1, 1]
+        command = [sampler, *map(str, [*part, *probe, WATCH_DEADLINE])]
         if pictures:
             command += [pictures, "12"]
         self.process = subprocess.Popen(command, env=desktop.env, stdin=subprocess.PIPE,
@@ -87,8 +89,9 @@ def check_nothing_shows_through(samples):
 
 def check_end(desktop, program, title, corner):
     geometry = desktop.active_window_geometry()
-    if geometry != (*corner, *CARD):
-        raise Failure(f"the active window is at {geometry}, expected {corner} {CARD}")
+    expected = (*corner, *(length * desktop.scale for length in CARD))
+    if geometry != expected:
+        raise Failure(f"the active window is at {geometry}, expected {expected}")
     window = desktop.xdotool("getactivewindow")
     if desktop.xdotool("getwindowname", window) != title:
         raise Failure(f"{title} is not the active window")

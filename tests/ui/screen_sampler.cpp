@@ -11,10 +11,12 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <poll.h>
+#include <thread>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -97,6 +99,8 @@ int main(int argc, char **argv)
             "%lld %d %d %d\n", samples.back().milliseconds, colour.red(), colour.green(), colour.blue());
         if (argc < 10)
             samples.clear();
+        // What is watched needs the processor too.
+        std::this_thread::sleep_for(std::chrono::milliseconds(3));
     }
     if (argc == 10)
         writePictures(samples, QString::fromLocal8Bit(argv[8]), std::atoi(argv[9]));
