@@ -9,9 +9,7 @@
 #include "ui/TitleStrip.h"
 #include "ui_MainWindow.h"
 
-#include <QApplication>
 #include <QMenu>
-#include <QShortcut>
 #include <QStyle>
 
 using namespace Qt::StringLiterals;
@@ -89,14 +87,15 @@ void MainCard::connectCommands()
     command(m_ui->preferencesButton, &AppDelegate::changePreferencesAction);
     command(m_ui->helpButton, &AppDelegate::getHelp);
     command(m_ui->audioDeviceBox, &AppDelegate::selAudioDevcieAction);
-    connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, qApp, &QApplication::quit);
 }
 
-// A tool tip is the control's name and its key.
+// A tool tip is the control's name and its key. Closing the card is quitting.
 void MainCard::nameShortcuts()
 {
     const auto buttons = findChildren<QAbstractButton *>();
     for (QAbstractButton *button : buttons) {
+        if (button->accessibleName() == u"Close")
+            button->setShortcut(QKeySequence::Quit);
         const QString key = button->shortcut().toString(QKeySequence::NativeText);
         if (!key.isEmpty())
             button->setToolTip(u"%1 (%2)"_s.arg(button->accessibleName(), key));

@@ -10,9 +10,11 @@
 #include "platform/desktop/MainWindow.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/WindowPlatform.h"
+#include "settings/HBPreferencesWndCtrl.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +34,8 @@ void finishStart(const AppDelegate &delegate)
 {
     QApplication::setWindowIcon(QIcon(u":/flipside/flipside.svg"_s));
     delegate.preferencesIsShow();
+    // As on the front, where it is the close button's.
+    new QShortcut(QKeySequence::Quit, delegate.preferencesWndCtrl()->window(), &QApplication::quit);
 }
 
 } // namespace

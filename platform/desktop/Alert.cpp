@@ -4,12 +4,15 @@
 #include "platform/desktop/Alert.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 
 namespace platform {
 
 namespace {
+
+constexpr QSize kIconSize(48, 48);
 
 Alert::Presenter &presenter()
 {
@@ -21,7 +24,7 @@ Alert::Presenter &presenter()
 void runMessageBox(const Alert &alert)
 {
     QMessageBox box(QApplication::activeWindow());
-    box.setIcon(QMessageBox::Warning);
+    box.setIconPixmap(QApplication::windowIcon().pixmap(kIconSize, box.devicePixelRatioF()));
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowTitle(QApplication::applicationDisplayName());
     box.setTextFormat(Qt::PlainText);
