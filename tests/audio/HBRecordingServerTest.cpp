@@ -52,7 +52,9 @@ protected:
         return waitUntil([&] { return listener.elapsed >= milliseconds; }, std::chrono::seconds(20));
     }
 
-    // Right in length, level and frequency. What the encoder holds back at a stop is less than 0.15 s.
+    // Right in length, level and frequency. Counted but not in the file are the last frames, which the
+    // encoder holds back (0.15 s at most), and what came while the encoder was set up: a pipe that nobody has
+    // read yet is up to 0.2 s ahead of the clock.
     void expectTheTone()
     {
         QString complaint;
@@ -60,7 +62,8 @@ protected:
         EXPECT_TRUE(complaint.isEmpty()) << qPrintable(complaint);
         EXPECT_EQ(recorded.rate, 48000);
         ASSERT_EQ(recorded.channels, 2);
-        EXPECT_NEAR(recorded.seconds(), double(listener.elapsed) / 1000 - 0.075, 0.075);
+        EXPECT_LE(recorded.seconds(), double(listener.elapsed) / 1000);
+        EXPECT_GE(recorded.seconds(), double(listener.elapsed) / 1000 - 0.35);
         for (qsizetype at = 24000; at + 24000 < recorded.frames() - 4800; at += 24000) {
             const auto left = recorded.channel(0).mid(at, 24000);
             const auto right = recorded.channel(1).mid(at, 24000);

@@ -13,6 +13,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <deque>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -51,6 +52,8 @@ protected:
         config->setEncoderTarget(KTMp3LameConfig::BitrateTarget);
         config->setIsCBR(true);
     }
+    // Reports that still wait refer to the listener and to formats.
+    ~HBRecordingTaskTest() override { turnMainLoop(); }
 
     std::shared_ptr<HBRecordingTask> makeTask(const QString &name = u"recording.mp3"_s)
     {
@@ -70,8 +73,9 @@ protected:
 
     void hand(HBRecordingTask &task, const QByteArray &buffer, const AudioStreamBasicDescription &description)
     {
+        formats.push_back(description);
         task.KTAudioRecorderDataRecord(
-            nullptr, buffer.constData(), std::uint32_t(buffer.size()), description);
+            nullptr, buffer.constData(), std::uint32_t(buffer.size()), formats.back());
     }
 
     QByteArray contents(const QString &name = u"recording.mp3"_s) const
@@ -88,6 +92,7 @@ protected:
     std::uint32_t device = 0;
     QSharedPointer<KTMp3LameConfig> config = QSharedPointer<KTMp3LameConfig>::create();
     Listener listener;
+    std::deque<AudioStreamBasicDescription> formats; // stay where they are
     LogCapture log;
 };
 
