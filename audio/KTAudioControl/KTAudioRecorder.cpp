@@ -13,7 +13,7 @@
 namespace {
 
 // What a hole is filled with, in as many pieces as it takes. All zeros is silence in every capture format.
-constexpr std::array<std::byte, 24 * 1024> silence{};
+constexpr std::array<std::byte, 24576> silence{};
 
 } // namespace
 

@@ -3,6 +3,7 @@
 
 #include "tests/support/PrivateSoundServer.h"
 
+#include <QDeadlineTimer>
 #include <QJsonDocument>
 #include <stdexcept>
 
@@ -12,22 +13,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList commandLine(const QStringList &microphones, PrivateSoundServer::Kind kind)
-{
-    QStringList command{
-        u"python3"_s, QStringLiteral(FLIPSIDE_TEST_SUPPORT "/sound_server.py"), u"--control"_s};
-    if (kind == PrivateSoundServer::Kind::PipeWire)
-        command.append(u"--pipewire"_s);
-    for (const QString &microphone : microphones)
-        command.append({u"--mic"_s, microphone});
-    return command;
-}
+constexpr int stepDeadline = 20'000; // milliseconds; the script's own is shorter
 
 } // namespace
 
 PrivateSoundServer::PrivateSoundServer(const QStringList &microphones, Kind kind)
-    : m_script(commandLine(microphones, kind))
 {
+    QStringList arguments{QStringLiteral(FLIPSIDE_TEST_SUPPORT "/sound_server.py"), u"--control"_s};
+    if (kind == Kind::PipeWire)
+        arguments.append(u"--pipewire"_s);
+    for (const QString &microphone : microphones)
+        arguments.append({u"--mic"_s, microphone});
+    m_script.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_script.start(u"python3"_s, arguments);
     const QJsonObject environment = answer().value("environment"_L1).toObject();
     qputenv("PULSE_SERVER", environment.value("PULSE_SERVER"_L1).toString().toUtf8());
 }
@@ -35,6 +33,9 @@ PrivateSoundServer::PrivateSoundServer(const QStringList &microphones, Kind kind
 PrivateSoundServer::~PrivateSoundServer()
 {
     qunsetenv("PULSE_SERVER");
+    m_script.closeWriteChannel();
+    if (!m_script.waitForFinished(stepDeadline))
+        m_script.kill();
 }
 
 qint64 PrivateSoundServer::position(const QString &name)
@@ -44,15 +45,19 @@ qint64 PrivateSoundServer::position(const QString &name)
 
 QJsonObject PrivateSoundServer::command(const QString &line)
 {
-    m_script.writeLine(line.toUtf8());
+    m_script.write(line.toUtf8() + '\n');
     return answer();
 }
 
 QJsonObject PrivateSoundServer::answer()
 {
+    const QDeadlineTimer deadline(stepDeadline);
+    while (!m_script.canReadLine())
+        if (!m_script.waitForReadyRead(int(deadline.remainingTime())))
+            throw std::runtime_error("The sound server does not answer.");
     const QByteArray line = m_script.readLine();
-    const QJsonObject answer = QJsonDocument::fromJson(line).object();
-    if (answer.isEmpty() ? line != "{}" : answer.contains("error"_L1))
+    QJsonObject answer = QJsonDocument::fromJson(line).object();
+    if (answer.isEmpty() ? line != "{}\n" : answer.contains("error"_L1))
         throw std::runtime_error("The sound server says " + line.toStdString());
     return answer;
 }

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "tests/support/ChildProcess.h"
-
 #include <QJsonObject>
+#include <QProcess>
+#include <QStringList>
 
 namespace testsupport {
 
@@ -39,7 +39,7 @@ private:
     QJsonObject command(const QString &line);
     QJsonObject answer();
 
-    ChildProcess m_script; // the end of its input is its order to leave
+    QProcess m_script; // the end of its input is its order to leave
 };
 
 } // namespace testsupport

@@ -144,6 +144,8 @@ class Microphone:
         path = os.path.join(self.server.directory, key + ".pipe")
         if os.path.exists(path):  # left by a server that was killed
             os.unlink(path)
+        if self.module:  # the world did not stand still while the server was gone
+            self.position += RATE
         properties = f'''source_properties="device.description='{self.name}'"'''
         self.module = self.server.pactl(
             "load-module", "module-pipe-source", f"source_name={key}", f"file={path}", "format=s16le",
