@@ -24,14 +24,15 @@ namespace CardStyle {
 
 namespace {
 
-// The desktops' usual 10 points at 96 dots per inch.
+// The desktops' usual fonts have 9 to 11 points at 96 dots per inch. Cards are drawn for 10 points.
 constexpr double UsualFontPixels = 13.34;
+constexpr double LargestUsualFontPixels = 15;
 constexpr double LargestTextScale = 2.0;
 
 double measuredTextScale()
 {
     const double pixels = QFontInfo(QApplication::font()).pixelSize();
-    return std::clamp(pixels / UsualFontPixels, 1.0, LargestTextScale);
+    return pixels <= LargestUsualFontPixels ? 1 : std::min(pixels / UsualFontPixels, LargestTextScale);
 }
 
 QPalette palette()

@@ -36,7 +36,7 @@ inline constexpr QColor FocusRing{0x7f, 0xc4, 0xf0};
 // Makes the application dark, whatever theme the desktop has. Done once, by the first card at the latest.
 void install();
 
-// 1 for the usual desktop font (13 to 14 pixels) and smaller ones, up to 2 for a user who asked for larger
+// 1 for the usual desktop fonts (up to 15 pixels), up to 2 for a user who asked for larger
 // text.
 double textScale();
 int scaled(double points);

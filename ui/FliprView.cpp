@@ -287,5 +287,7 @@ void FliprView::vanish()
     m_stageTimer.stop();
     m_fade.stop();
     window()->hide();
+    // Between flips nothing of a picture's size is kept.
     m_picture = FlipPicture();
+    m_frame = FlipFrame();
 }

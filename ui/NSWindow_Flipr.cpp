@@ -65,7 +65,8 @@ void flipToShowWindow(QWidget *window, QWidget *otherWindow, bool forward)
         return;
     if (window)
         otherWindow->move(window->frameGeometry().topLeft());
-    if (window && window->isVisible() && FlipPermission::granted())
+    const bool seen = window && window->isVisible() && !window->isMinimized();
+    if (seen && FlipPermission::granted())
         viewOf(flippingWindow())->setInitialWindow(window, otherWindow, forward);
     else
         WindowExchange::exchange(window, otherWindow);

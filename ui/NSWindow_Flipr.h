@@ -16,7 +16,7 @@ void releaseFlippingWindow();
 
 // Puts `otherWindow` where `window` is, top left corner on top left corner, with a flip that starts at once
 // and ends within the event loop; `forward` makes the right edge recede first. A flip that is asked for while
-// one runs is ignored. Where a flip is not possible or not wanted, and when `window` is not visible, the
+// one runs is ignored. Where a flip is not possible or not wanted, and when `window` is not to be seen, the
 // windows are exchanged before this returns.
 void flipToShowWindow(QWidget *window, QWidget *otherWindow, bool forward);
 

@@ -237,6 +237,17 @@ TEST_F(FliprViewTest, LeavesTheFinalWindowVisibleWhenTheFlippingWindowIsReleased
     EXPECT_FALSE(QApplication::overrideCursor());
 }
 
+TEST_F(FliprViewTest, ExchangesTheWindowsWhenItsOwnIsNeverDrawn)
+{
+    flip();
+    NSWindow_Flipr::flippingWindow()->hide();
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(view()->statistics().frames, 0);
+    EXPECT_FALSE(front->isVisible());
+    EXPECT_TRUE(back->isVisible());
+    EXPECT_EQ(back->windowOpacity(), 1);
+}
+
 TEST_F(FliprViewTest, KeepsItsMarginsAfterAFlipAtTheEdgeOfTheScreen)
 {
     const QSize screen = front->screen()->availableGeometry().size();

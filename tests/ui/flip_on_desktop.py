@@ -18,6 +18,8 @@ from desktop import Desktop, Failure, end_process, wait_until  # noqa: E402
 DESKTOPS = {
     "openbox": {},
     "openbox-2x": {"scale": 2, "size": (2560, 1800)},
+    "without-compositor": {"compositor": None},
+    "without-animations": {},
     "xfwm4": {"window_manager": ("xfwm4", "--compositor=on"), "compositor": None},
 }
 CARD = (460, 392)
@@ -121,17 +123,41 @@ def flip(desktop, program, sampler, press, title, pictures=None):
     check_end(desktop, program, title, corner)
 
 
+def exchange(desktop, program, press, title):
+    """Where no flip is possible or wanted the other card is there at once, in the same place."""
+    corner = desktop.active_window_geometry()[:2]
+    press()
+    wait_until(lambda: desktop.xdotool("getactivewindow", "getwindowname") == title, f"{title} to be active")
+    check_end(desktop, program, title, corner)
+    if program.log():
+        raise Failure(f"there was a flip: {program.log()}")
+
+
+def ask_for_no_animations(desktop):
+    service = os.path.join(os.path.dirname(os.path.abspath(__file__)), "settings_portal.py")
+    process = desktop.spawn(["/usr/bin/python3", service], stdout=subprocess.PIPE)
+    if process.stdout.readline() != b"ready\n":
+        raise Failure("the settings service did not start")
+
+
 def main():
     demo, sampler, name = sys.argv[1:4]
     pictures = sys.argv[5] if len(sys.argv) > 5 else None
     with Desktop(**DESKTOPS[name]) as desktop:
+        if name == "without-animations":
+            ask_for_no_animations(desktop)
         program = desktop.start([demo])
         button = program.wait_for("button", "Preferences")
         wait_until(desktop.active_window_geometry, "the card to be active")
         print(name)
-        flip(desktop, program, sampler, lambda: button.click(desktop), "Preferences", pictures)
-        done = program.wait_for("button", "Done")
-        flip(desktop, program, sampler, lambda: done.click(desktop), "Flipside")
+        if name.startswith("without"):
+            exchange(desktop, program, lambda: button.click(desktop), "Preferences")
+            done = program.wait_for("button", "Done")
+            exchange(desktop, program, lambda: done.click(desktop), "Flipside")
+        else:
+            flip(desktop, program, sampler, lambda: button.click(desktop), "Preferences", pictures)
+            done = program.wait_for("button", "Done")
+            flip(desktop, program, sampler, lambda: done.click(desktop), "Flipside")
         end_process(program.process)
 
 
