@@ -1,13 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "encoder/KTMp3LameConfig.h"
-#include "settings/HBPreferencesWndCtrl.h"
 #include "tests/app/RecorderRig.h"
 #include "tests/support/Waiting.h"
 
 #include <QAction>
-#include <QFileInfo>
 #include <QMenu>
 
 namespace {
@@ -18,29 +15,18 @@ using testsupport::waitUntil;
 
 using AppDelegateRecordingTest = RecorderRigTest;
 
-TEST_F(AppDelegateRecordingTest, TheFileIsNamedAfterTheSecondItBeginsIn)
-{
-    const auto name = [] { return QDateTime::currentDateTime().toString(u"yyyy-MM-dd HH'h'mm'm'ss's'"_s); };
-    const QString before = name();
-    record();
-    const QString after = name();
-    const QFileInfo file(delegate.currentOutputFile());
-    EXPECT_TRUE(file.exists());
-    EXPECT_EQ(file.path(), home.path());
-    EXPECT_TRUE(file.fileName() == before + u".mp3"_s || file.fileName() == after + u".mp3"_s);
-}
-
-TEST_F(AppDelegateRecordingTest, TwoRecordingsOfOneSecondShareTheirName)
+TEST_F(AppDelegateRecordingTest, ARecordingIsNamedAfterItsSecondAndSharesTheNameWithAnotherOneInIt)
 {
     // The clock may move on in between, but not every time.
     for (int attempt = 0; attempt < 5; ++attempt) {
-        const qint64 second = QDateTime::currentSecsSinceEpoch();
+        const QDateTime before = QDateTime::currentDateTime();
         record();
-        const QUrl first = delegate.currentOutputURL();
+        const QString first = delegate.currentOutputFile();
         delegate.stopAction();
         record();
-        if (QDateTime::currentSecsSinceEpoch() == second) {
-            EXPECT_EQ(delegate.currentOutputURL(), first);
+        if (QDateTime::currentSecsSinceEpoch() == before.toSecsSinceEpoch()) {
+            EXPECT_EQ(first, home.filePath(before.toString(u"yyyy-MM-dd HH'h'mm'm'ss's.mp3'"_s)));
+            EXPECT_EQ(delegate.currentOutputFile(), first);
             return;
         }
         delegate.stopAction();
@@ -56,24 +42,6 @@ TEST_F(AppDelegateRecordingTest, OfTwoQuickPressesTheSecondIsRefused)
     settle();
     EXPECT_EQ(delegate.state(), RecorderStateRecording);
     EXPECT_EQ(log.lines(), QStringList(u"Current state can not start record."_s));
-}
-
-TEST_F(AppDelegateRecordingTest, WithoutAFolderTheUserIsAskedForOne)
-{
-    delegate.preferencesWndCtrl()->setWorkingPathWithURL(QUrl::fromLocalFile(home.filePath(u"gone"_s)));
-    record();
-    EXPECT_EQ(foldersAskedFor, 1);
-    EXPECT_EQ(delegate.state(), RecorderStateIdle);
-    EXPECT_FALSE(delegate.visibleOutputFile());
-    EXPECT_TRUE(log.lines().isEmpty());
-
-    QDir(home.path()).mkdir(u"chosen"_s);
-    folderChosen = QUrl::fromLocalFile(home.filePath(u"chosen"_s));
-    record();
-    EXPECT_EQ(foldersAskedFor, 2);
-    EXPECT_EQ(delegate.state(), RecorderStateRecording);
-    EXPECT_EQ(delegate.preferencesWndCtrl()->readWorkingPath(), home.filePath(u"chosen"_s));
-    EXPECT_EQ(QFileInfo(delegate.currentOutputFile()).path(), home.filePath(u"chosen"_s));
 }
 
 TEST_F(AppDelegateRecordingTest, AStartThatFailsSaysSoAndKeepsTheNameOfTheFile)
@@ -99,36 +67,6 @@ TEST_F(AppDelegateRecordingTest, AStartThatFailsSaysSoAndKeepsTheNameOfTheFile)
     EXPECT_EQ(delegate.state(), RecorderStateRecording);
 }
 
-TEST_F(AppDelegateRecordingTest, WithoutADeviceAndInAVanishedFolderTheStartFails)
-{
-    sound->setDevices(QStringList());
-    ASSERT_TRUE(waitUntil([&] { return delegate.currentDevice().isNull(); }));
-    record();
-    EXPECT_EQ(alerts.size(), 1);
-
-    sound->setDevices(QStringList{u"Microphone"_s});
-    ASSERT_TRUE(waitUntil([&] { return !delegate.currentDevice().isNull(); }));
-    // It is there when it is looked for and cannot be written to afterwards: a file is a folder that is none.
-    QFile file(home.filePath(u"file"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    delegate.preferencesWndCtrl()->setWorkingPathWithURL(QUrl::fromLocalFile(file.fileName()));
-    record();
-    EXPECT_EQ(alerts.size(), 2);
-    EXPECT_EQ(delegate.state(), RecorderStateIdle);
-}
-
-TEST_F(AppDelegateRecordingTest, TheConfigurationIsSharedWithEveryRecording)
-{
-    record();
-    EXPECT_EQ(delegate.recordingTask()->config(), delegate.preferencesWndCtrl()->config());
-    const auto first = delegate.recordingTask();
-    delegate.stopAction();
-    EXPECT_EQ(delegate.recordingTask(), first);
-    record();
-    EXPECT_NE(delegate.recordingTask(), first);
-    EXPECT_EQ(delegate.recordingTask()->config(), first->config());
-}
-
 TEST_F(AppDelegateRecordingTest, AFinishedRecordingIsRevealedUnlessTheUserHasTurnedThatOff)
 {
     bringTo(RecorderStateRecordingPaused);
@@ -138,53 +76,22 @@ TEST_F(AppDelegateRecordingTest, AFinishedRecordingIsRevealedUnlessTheUserHasTur
     delegate.stopAction();
     EXPECT_EQ(revealed.size(), 1);
 
-    int announced = 0;
-    QObject::connect(&delegate, &AppDelegate::showInFinderWhenFinishRecordingChanged, [&] { ++announced; });
     delegate.setShowInFinderWhenFinishRecording(false);
-    delegate.setShowInFinderWhenFinishRecording(false);
-    EXPECT_EQ(announced, 1);
     bringTo(RecorderStateRecording);
     delegate.stopAction();
     EXPECT_TRUE(revealed.isEmpty());
 }
 
-TEST_F(AppDelegateRecordingTest, TheElapsedTextFollowsTheSoundAndStaysUntilTheNextReport)
-{
-    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:00.0"_s);
-    record();
-    hear();
-    hear();
-    hear();
-    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:01.5"_s);
-    delegate.stopAction();
-    record();
-    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:01.5"_s);
-    hear();
-    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:00.5"_s);
-}
-
-TEST_F(AppDelegateRecordingTest, PlaybackThatEndsByItselfCanBeStartedAgain)
-{
-    bringTo(RecorderStatePlaying);
-    HBPlayTask *const task = delegate.playTask();
-    while (!sound->playbackDraining())
-        sound->pull(4096);
-    sound->finishPlayback();
-    ASSERT_TRUE(waitUntil([&] { return delegate.state() == RecorderStateIdle; }));
-    delegate.playAction();
-    EXPECT_EQ(delegate.state(), RecorderStatePlaying);
-    EXPECT_EQ(delegate.playTask(), task);
-    EXPECT_TRUE(sound->playbackOpen());
-}
-
-TEST_F(AppDelegateRecordingTest, AFileThatIsGoneIsPlayedToItsEndAtOnce)
+TEST_F(AppDelegateRecordingTest, TheElapsedTextStaysUntilTheNextReport)
 {
     bringTo(RecorderStateRecording);
+    hear();
+    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:01.0"_s);
     delegate.stopAction();
-    QFile::remove(delegate.currentOutputFile());
-    delegate.playAction();
-    EXPECT_EQ(delegate.state(), RecorderStatePlaying);
-    EXPECT_TRUE(waitUntil([&] { return delegate.state() == RecorderStateIdle; }));
+    record();
+    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:01.0"_s);
+    hear();
+    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:00.5"_s);
 }
 
 struct Length {
@@ -200,53 +107,31 @@ TEST(LengthFromDurationTest, CutsOffAndNeverRounds)
         EXPECT_EQ(AppDelegate::lengthFromDuration(length.milliseconds), length.text);
 }
 
-// Devices
-
-class AppDelegateDevicesTest : public RecorderRigTest {
-protected:
-    AppDelegateDevicesTest()
-    {
-        delegate.audioDeviceMenus = &menu;
-        setDevices({u"A"_s, u"B & C"_s, u"D"_s});
-    }
-
-    void setDevices(const QStringList &names)
-    {
+TEST_F(AppDelegateRecordingTest, TheDeviceMenuReadsBackwardsAndAChoiceLastsUntilTheListChanges)
+{
+    QMenu menu;
+    delegate.audioDeviceMenus = &menu;
+    const auto setDevices = [&](const QStringList &names) {
         sound->setDevices(names);
         const auto listed = [&] { return KTAudioControl::sharedAudioControl()->inputDevicesName() == names; };
         ASSERT_TRUE(waitUntil([&] { return listed() && menu.actions().size() == names.size(); }));
-    }
-
-    QAction *item(qsizetype index) { return menu.actions().at(index); }
-
-    QMenu menu;
-};
-
-TEST_F(AppDelegateDevicesTest, TheMenuListsThemBackwardsAndTheFirstIsChosen)
-{
-    EXPECT_EQ(item(0)->text(), u"D"_s);
-    EXPECT_EQ(item(1)->text(), u"B && C"_s);
-    EXPECT_EQ(item(2)->text(), u"A"_s);
-    EXPECT_FALSE(item(0)->isCheckable());
+    };
+    setDevices({u"A"_s, u"B & C"_s, u"D"_s});
+    QStringList titles;
+    for (const QAction *item : menu.actions())
+        titles.append(item->text());
+    EXPECT_EQ(titles, QStringList({u"D"_s, u"B && C"_s, u"A"_s}));
     EXPECT_EQ(delegate.currentDevice(), u"A"_s);
-}
 
-TEST_F(AppDelegateDevicesTest, AChoiceIsKeptByNameUntilTheListChanges)
-{
-    item(1)->trigger();
-    EXPECT_EQ(delegate.currentDevice(), u"B & C"_s);
+    menu.actions().at(1)->trigger();
     delegate.devicesChanged(&menu);
-    delegate.devicesChanged(nullptr);
     EXPECT_EQ(delegate.currentDevice(), u"B & C"_s);
     record();
-    EXPECT_EQ(sound->captureSourceKey(), u"key:B & C"_s);
-
     setDevices({u"A"_s, u"B & C"_s});
     EXPECT_EQ(delegate.currentDevice(), u"A"_s);
     EXPECT_EQ(sound->captureSourceKey(), u"key:B & C"_s);
     setDevices({});
     EXPECT_TRUE(delegate.currentDevice().isNull());
-    EXPECT_EQ(delegate.state(), RecorderStateRecording);
 }
 
 } // namespace

@@ -39,20 +39,6 @@ TEST(DiskWatchTest, MeasuresTheRateOnceThereIsEnoughToMeasure)
     EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
 }
 
-TEST(DiskWatchTest, SaysWhatIsLost)
-{
-    using Judgement = DiskWatch::Judgement;
-    const DiskWatch::TimePoint now{};
-    for (const auto &[file, judgement] : {std::pair{fileOf(1, 0), Judgement::Full},
-             {OutputFileState{.folderExists = true}, Judgement::FileGone},
-             {OutputFileState{}, Judgement::FolderGone}, {fileOf(1, kMegabyte), Judgement::NearlyFull}}) {
-        DiskWatch disk;
-        disk.start(now);
-        disk.look(file, 1s, now);
-        EXPECT_EQ(disk.judgement(), judgement);
-    }
-}
-
 TEST(DiskWatchTest, AFileThatDoesNotGrowIsNotWritten)
 {
     DiskWatch disk;
@@ -89,12 +75,6 @@ protected:
     {
         return waitUntil([&] { return status.text() == text; }, 2s);
     }
-    // Delivers half a second of zeros.
-    void hearNothing()
-    {
-        sound->push(QByteArray(96000, '\0'));
-        settle();
-    }
 
     std::mutex mutex;
     OutputFileState file = fileOf(1, 1000 * kMegabyte);
@@ -122,26 +102,24 @@ TEST_F(StatusLineTest, SaysWhatTheRecorderDoes)
     EXPECT_FALSE(status.isWarning());
 }
 
-TEST_F(StatusLineTest, NamesTheDeviceOfTheRecordingAndNotOfTheNextOne)
+TEST_F(StatusLineTest, MissesSoundAndHearsSilenceByTheClock)
 {
+    using Judgement = SoundWatch::Judgement;
     bringTo(RecorderStateRecording);
-    delegate.setCurrentDevice(u"Other"_s);
-    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
-    delegate.pauseAction();
-    record();
-    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
-    delegate.stopAction();
-    delegate.setCurrentDevice(u"Microphone"_s);
-}
-
-TEST_F(StatusLineTest, SaysThatNoSoundArrivesAndThatItDoesAgain)
-{
-    bringTo(RecorderStateRecording);
-    watch.judge();
-    now += 1300ms;
+    EXPECT_NEAR(watch.takePeaks()[0], 19900.0 / 32768, 1e-4);
+    EXPECT_EQ(watch.takePeaks()[0], 0);
+    now += 1200ms;
+    EXPECT_EQ(watch.judge(), Judgement::Fine);
+    now += 1ms;
     EXPECT_TRUE(says(u"No sound is arriving from Microphone"_s));
     EXPECT_TRUE(status.isWarning());
-    EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    for (int i = 0; i < 4; ++i) {
+        sound->push(QByteArray(96000, '\0'));
+        EXPECT_EQ(watch.judge(), Judgement::Fine);
+        now += 1s;
+    }
+    sound->push(QByteArray(96000, '\0'));
+    EXPECT_TRUE(says(u"Only silence from Microphone"_s));
     hear();
     EXPECT_TRUE(says(u"Recording from Microphone"_s));
     EXPECT_FALSE(status.isWarning());
@@ -150,20 +128,6 @@ TEST_F(StatusLineTest, SaysThatNoSoundArrivesAndThatItDoesAgain)
     now += 1h;
     record();
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
-}
-
-TEST_F(StatusLineTest, SaysThatOnlySilenceArrives)
-{
-    bringTo(RecorderStateRecording);
-    for (int i = 0; i < 5; ++i) {
-        watch.judge();
-        EXPECT_FALSE(status.isWarning());
-        now += 1s;
-        hearNothing();
-    }
-    EXPECT_TRUE(says(u"Only silence from Microphone"_s));
-    hear();
-    EXPECT_TRUE(says(u"Recording from Microphone"_s));
 }
 
 TEST_F(StatusLineTest, SaysWhatIsWrongWithTheDisk)
@@ -182,15 +146,6 @@ TEST_F(StatusLineTest, SaysWhatIsWrongWithTheDisk)
     EXPECT_TRUE(alerts.isEmpty());
     delegate.stopAction();
     EXPECT_EQ(status.text(), u"Ready"_s);
-}
-
-TEST_F(StatusLineTest, TheLevelMeterAndTheWatchDoNotTakeSoundFromEachOther)
-{
-    bringTo(RecorderStateRecording);
-    hear();
-    watch.judge();
-    EXPECT_NEAR(watch.takePeaks()[0], 19900.0 / 32768, 1e-4);
-    EXPECT_EQ(watch.takePeaks()[0], 0);
 }
 
 } // namespace

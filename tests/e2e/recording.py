@@ -159,6 +159,9 @@ class Recording(RecorderTest):
         self.desktop.key("Return")
         recorder.wait_elapsed(recorder.elapsed + 0.5)
         self.assertRegex(recorder.status, "Recording .*")
+        self.desktop.key("Tab")
+        pause = recorder.button("Pause")
+        wait_until(lambda: pause.focused, "Tab to go on to Pause")
 
 
 if __name__ == "__main__":

@@ -51,24 +51,6 @@ class Devices(RecorderTest):
         recorder.wait_status("Ready")
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
 
-    def test_a_restarted_server_is_found_again(self):
-        recorder = self.start()
-        recorder.record()
-        recorder.wait_elapsed(1)
-        self.sound.tell("kill")
-        recorder.wait_status(f"No sound is arriving from {MICROPHONE}", SAID_WITHIN)
-        shown = recorder.elapsed
-        self.sound.tell("start")
-        recorder.wait_status(f"Recording from {MICROPHONE}")
-        recorder.wait_elapsed(shown + 1)
-
-    def test_a_muted_microphone_is_told(self):
-        self.sound.tell("load Muted=silence")
-        self.sound.tell("default Muted")
-        recorder = self.start()
-        recorder.record()
-        recorder.wait_status("Only silence from Muted", 5 + SAID_WITHIN)
-
     def test_without_a_server_the_start_fails_and_says_so(self):
         self.sound.tell("kill")
         recorder = self.start()

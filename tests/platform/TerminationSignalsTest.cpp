@@ -24,21 +24,6 @@ TEST_P(TerminationSignalsTest, ArriveFromTheMainLoopAndHaveTheirOwnEffectAfterwa
     EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
 }
 
-TEST_P(TerminationSignalsTest, AreNotHeardWhereTheParentHasThemIgnored)
-{
-    const auto previous = std::signal(GetParam(), SIG_IGN);
-    {
-        platform::TerminationSignals signals;
-        bool received = false;
-        QObject::connect(
-            &signals, &platform::TerminationSignals::terminationRequested, [&] { received = true; });
-        raise(GetParam());
-        QCoreApplication::processEvents();
-        EXPECT_FALSE(received);
-    }
-    std::signal(GetParam(), previous);
-}
-
 INSTANTIATE_TEST_SUITE_P(Signals, TerminationSignalsTest, testing::Values(SIGTERM, SIGINT, SIGHUP));
 
 } // namespace

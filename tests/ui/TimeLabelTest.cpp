@@ -22,20 +22,6 @@ TEST(TimeLabelTest, NoDigitMovesWhenAnotherOneChanges)
     }
 }
 
-// What is drawn of the two digits on the left must not depend on the digit on the right.
-TEST(TimeLabelTest, OnlyTheChangedCellIsDrawnDifferently)
-{
-    TimeLabel label;
-    label.setText(u"00:00:00.1"_s);
-    label.resize(label.sizeHint());
-    const QImage before = label.grab().toImage();
-    label.setText(u"00:00:00.8"_s);
-    const QImage after = label.grab().toImage();
-    const QRect unchanged(0, 0, int(label.cellEdges().at(9)) - 2, label.height());
-    EXPECT_EQ(before.copy(unchanged), after.copy(unchanged));
-    EXPECT_NE(before, after);
-}
-
 TEST(TimeLabelTest, ALongTextIsDrawnSmallerAndNotCutOff)
 {
     TimeLabel label;
