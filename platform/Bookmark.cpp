@@ -115,7 +115,7 @@ std::optional<QByteArray> resolved(const Token &token)
     // is known by the rest alone.
     if (atOldPath && atOldPath->isSameFolder(token.identity))
         return token.path;
-    if (const auto renamed = renamedFolder(token))
+    if (auto renamed = renamedFolder(token))
         return renamed;
     // Deleted and made again on the same disk. On another device it is the empty folder that waits for a disk
     // to be mounted on it.
