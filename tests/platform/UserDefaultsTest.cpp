@@ -127,7 +127,7 @@ TEST_F(UserDefaultsTest, AFolderThatCannotBeMadeLosesNothingInThisProcess)
 
 TEST_F(UserDefaultsTest, TwoProcessesKeepEachOthersSettings)
 {
-    constexpr int rounds = 200;
+    constexpr int rounds = 60;
     pid_t writers[2] = {};
     for (int writer = 0; writer < 2; ++writer) {
         writers[writer] = fork();
