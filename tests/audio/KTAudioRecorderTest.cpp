@@ -8,13 +8,12 @@
 
 #include <cstdlib>
 #include <future>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <limits>
 #include <new>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using testing::FloatNear;
 using testsupport::FrameCollector;
 
 namespace {
@@ -226,8 +225,8 @@ TEST_F(KTAudioRecorderTest, measuresThePeakOfEachChannel)
         system->push(pushed);
         EXPECT_EQ(allocations, before) << "allocated on the capture thread";
         const KTAudioLevels levels = other.takeLevels();
-        EXPECT_THAT(levels.peak[0], FloatNear(left, 1e-6F));
-        EXPECT_THAT(levels.peak[1], FloatNear(right, 1e-6F));
+        EXPECT_NEAR(levels.peak[0], left, 1e-6F);
+        EXPECT_NEAR(levels.peak[1], right, 1e-6F);
         EXPECT_EQ(levels.frames, std::size_t(pushed.size()) / format.mBytesPerFrame);
         EXPECT_EQ(other.takeLevels().peak[0], 0.0F);
     }

@@ -94,7 +94,7 @@ TEST_P(EitherKTAudioServer, losesRepeatsAndSwapsNoFrame)
 {
     EXPECT_THAT(control->inputDevicesName(), ElementsAre(u"Microphone"_s, u"Monitor of Speakers"_s));
     ASSERT_TRUE(record());
-    ASSERT_TRUE(waitForFrames(3 * second));
+    ASSERT_TRUE(waitForFrames(2 * second));
 
     EXPECT_EQ(recorder->state(), KTAudioTransportStateRunning);
     EXPECT_EQ(recorder->currentDataFormat(), stereo16);

@@ -14,7 +14,9 @@ class KTAudioControl;
 class KTAudioControlDelegate {
 public:
     virtual ~KTAudioControlDelegate() = default;
-    // The list of input names has changed. Main thread, from the main loop.
+    // Other names are in the list than before. A new order alone, as of a new default input, is not reported,
+    // nor is a sound server that restarts and has the same devices within two seconds. Main thread, from the
+    // main loop.
     virtual void audioControlInputDeviceChanged(KTAudioControl *control) = 0;
 };
 

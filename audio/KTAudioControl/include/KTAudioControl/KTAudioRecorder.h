@@ -34,23 +34,28 @@ struct KTAudioLevels {
 class KTAUDIO_EXPORT KTAudioRecorder {
 public:
     explicit KTAudioRecorder(std::uint32_t deviceID);
-    // Ends capture; no data follows.
+    // Ends capture at once; no data follows.
     ~KTAudioRecorder();
 
     // Not owned: the delegate outlives the recorder.
     void setDelegate(KTAudioRecorderDelegate *delegate);
 
-    // Captures in the requested format where possible and in one that currentDataFormat() tells otherwise.
-    // False, and still stopped, when the device is unknown, the server does not answer within a second, or
-    // the format would not be one an encoder can take.
+    // Captures in the requested format where possible and in one that currentDataFormat() tells otherwise:
+    // linear PCM, native-endian, interleaved and packed, one or two channels, 16, 24 or 32 bits, a rate that
+    // MPEG audio knows. False, and still stopped, when the device is unknown, the server refuses or does not
+    // answer within a second, or something else than linear PCM is requested. After the first successful
+    // start every later one captures in the format of the first.
     bool startRecordWithFormat(const AudioStreamBasicDescription &format);
     // The same object with the same content from a successful start on, as long as the recorder lives.
     const AudioStreamBasicDescription &currentDataFormat() const;
     std::int32_t state() const; // KTAudioTransportState
 
+    // What had been captured before the call is delivered before it returns, as far as a fifth of a second
+    // allows. No data callback runs or comes after it has returned, and what is captured until resumeRecord()
+    // is never delivered. Both wait for a data callback under way.
     void pauseRecord();
     void resumeRecord();
-    // No data callback runs or comes after it has returned.
+    // Ends capture as a pause does.
     void stopRecord();
 
     // Measured on the capture thread without a lock or an allocation; taking resets it.
