@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 // An archive of settings is about one kilobyte, forty objects and four levels.
-constexpr qsizetype mostBytes = 16 * 1024;
+constexpr qsizetype mostBytes = 16384;
 constexpr int mostObjects = 1000;
 constexpr int mostLevels = 16;
 
