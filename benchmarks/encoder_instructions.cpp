@@ -20,7 +20,7 @@
 namespace {
 
 constexpr int rate = 48000;
-constexpr int seconds = 3;
+constexpr int frames = 3 * rate;
 constexpr int block = rate / 50;
 constexpr int kbps = 192;
 
@@ -31,7 +31,7 @@ template <typename Sample> std::vector<Sample> music()
 {
     std::vector<Sample> samples;
     quint32 noise = 1;
-    for (int frame = 0; frame < rate * seconds; ++frame) {
+    for (int frame = 0; frame < frames; ++frame) {
         const double time = double(frame) / rate;
         noise = noise * 1664525 + 1013904223;
         for (const double pitch : {440.0, 523.25}) {
@@ -64,7 +64,7 @@ int encodeBare(lame_t lame, const qint32 *samples)
 }
 int encodeBare(lame_t lame, const qint64 *samples)
 {
-    for (int i = 0; i < block; ++i) {
+    for (qsizetype i = 0; i < block; ++i) {
         left[i] = samples[2 * i];
         right[i] = samples[2 * i + 1];
     }
@@ -100,7 +100,7 @@ bool add(KTMp3Lame &writer, const double *samples)
 
 extern "C" __attribute__((noinline)) void measured(const Encode &encode)
 {
-    for (qsizetype frame = 0; frame < rate * seconds; frame += block)
+    for (qsizetype frame = 0; frame < frames; frame += block)
         encode(frame);
 }
 

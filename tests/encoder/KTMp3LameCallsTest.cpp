@@ -64,6 +64,7 @@ extern "C" int __sanitizer_install_malloc_and_free_hooks(
 [[maybe_unused]] const int installed
     = __sanitizer_install_malloc_and_free_hooks(countAllocation, [](auto) {});
 #else
+// NOLINTBEGIN(bugprone-reserved-identifier): these are the C library's own names
 extern "C" {
 void *__libc_malloc(size_t);
 void *__libc_calloc(size_t, size_t);
@@ -84,6 +85,7 @@ void *realloc(void *memory, size_t size)
     return __libc_realloc(memory, size);
 }
 }
+// NOLINTEND(bugprone-reserved-identifier)
 #endif
 
 extern "C" {
@@ -129,8 +131,7 @@ TEST(KTMp3LameCallsTest, MessagesReachTheWriterThatCallsAlsoWhenTwoEncodeAtOnce)
 {
     const QTemporaryDir folder;
     const short samples[20] = {};
-    std::array<Listener, 2> *writers = new std::array<Listener, 2>;
-    const std::unique_ptr<std::array<Listener, 2>> owner(writers);
+    const auto writers = std::make_unique<std::array<Listener, 2>>();
     hookOrder.clear();
     for (Listener &writer : *writers) {
         writer.setOutFile(folder.filePath(u"out.mp3"_s));
@@ -214,7 +215,7 @@ TEST(KTMp3LameCallsTest, NoPcmCallAllocates)
         ASSERT_TRUE(writer->readyToEncode());
         countingAllocations = false;
         ASSERT_GT(allocations, 0) << "the counter does not count";
-        const std::vector<qint64> samples(2 * 2400);
+        const std::vector<qint64> samples(4800);
         const void *data = samples.data();
         // libmp3lame makes room for its input when a call is longer than any before: once in a recording.
         ASSERT_TRUE(writer->addPCMDataToEncode_int(static_cast<const int *>(data), 2400));

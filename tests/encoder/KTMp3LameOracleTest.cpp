@@ -24,7 +24,8 @@ Sound music(int rate, int channels)
 {
     Sound sound = testsupport::noise(rate, channels, 0.6);
     for (qsizetype i = 0; i < sound.samples.size(); ++i) {
-        const double time = double(i / channels) / rate;
+        const qsizetype frame = i / channels;
+        const double time = double(frame) / rate;
         const double beat = std::fmod(time, 0.2);
         const double tone = beat < 0.12 ? std::sin(time * (i % channels ? 2900.0 : 2700.0)) * 16000 : 0;
         sound.samples[i] = qint16(tone + (beat < 0.16 ? sound.samples[i] / 8.0 : 0));

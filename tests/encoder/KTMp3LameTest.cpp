@@ -127,7 +127,7 @@ TEST_F(KTMp3LameTest, IntegersOfEverySizeGiveTheSameBytesAndRealsTheSameSound)
         const auto encoded = [&](auto add) {
             const auto lame = writer();
             EXPECT_TRUE(lame->readyToEncode());
-            for (qsizetype at = 0; at < sound.samples.size(); at += 2205 * channels)
+            for (qsizetype at = 0; at < sound.samples.size(); at += qsizetype(2205) * channels)
                 EXPECT_TRUE(add(*lame, at, qMin<qsizetype>(2205, (sound.samples.size() - at) / channels)));
             lame->finalizeEncode();
             return contents(path());
@@ -174,20 +174,17 @@ TEST_F(KTMp3LameTest, WhatTheEncoderCannotTakeIsRefusedAndTheEncodingGoesOn)
     const Sound sound = testsupport::noise(48000, 2, 1);
     const auto lame = writer();
     ASSERT_TRUE(lame->readyToEncode());
-    const QList<qint16> minute = [&] {
-        QList<qint16> samples;
-        for (int second = 0; second < 20; ++second)
-            samples += sound.samples;
-        return samples;
-    }();
+    QList<qint16> twentySeconds;
+    for (int second = 0; second < 20; ++second)
+        twentySeconds += sound.samples;
     // 20 seconds at 320 kbit/s are 800000 bytes; 13 seconds are 520000, and fit.
     for (int i = 0; i < 3; ++i) {
         log.clear();
-        EXPECT_FALSE(lame->addPCMDataToEncode_shortInt(minute.constData(), 20 * 48000));
+        EXPECT_FALSE(lame->addPCMDataToEncode_shortInt(twentySeconds.constData(), 960000));
         EXPECT_EQ(log.lines(), bufferTooSmall);
     }
     EXPECT_EQ(QFileInfo(path()).size(), 0);
-    EXPECT_TRUE(lame->addPCMDataToEncode_shortInt(minute.constData(), 13 * 48000));
+    EXPECT_TRUE(lame->addPCMDataToEncode_shortInt(twentySeconds.constData(), 624000));
     EXPECT_NEAR(double(QFileInfo(path()).size()), 520000, 3000);
 
     for (const float strange :
@@ -203,11 +200,11 @@ TEST_F(KTMp3LameTest, WhatTheEncoderCannotTakeIsRefusedAndTheEncodingGoesOn)
         EXPECT_TRUE(lame->addPCMDataToEncode(floats.constData(), 2399));
     }
     log.clear();
-    EXPECT_FALSE(lame->addPCMDataToEncode_shortInt(minute.constData(), -1));
+    EXPECT_FALSE(lame->addPCMDataToEncode_shortInt(twentySeconds.constData(), -1));
     EXPECT_EQ(log.lines(), QStringList{u"malloc failed.."_s});
     EXPECT_TRUE(lame->addPCMDataToEncode_shortInt(nullptr, 100));
     EXPECT_TRUE(lame->addPCMDataToEncode_long(nullptr, 100));
-    EXPECT_TRUE(lame->addPCMDataToEncode_shortInt(minute.constData(), 4800));
+    EXPECT_TRUE(lame->addPCMDataToEncode_shortInt(twentySeconds.constData(), 4800));
     lame->finalizeEncode();
     log.clear();
     lame->logErrorMessage(-9);
