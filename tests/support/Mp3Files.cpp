@@ -7,6 +7,7 @@
 #include <QtEndian>
 #include <cmath>
 #include <complex>
+#include <functional>
 #include <lame/lame.h>
 #include <memory>
 #include <numbers>
@@ -18,18 +19,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Sizes are not to be trusted: a program that writes to a pipe cannot know them in advance.
-Sound parsedWav(const QByteArray &wav)
+Sound made(int rate, int channels, double seconds, const std::function<double(double time)> &sample)
 {
-    const qsizetype data = wav.indexOf("data");
-    if (!wav.startsWith("RIFF") || data < 36)
-        return {};
-    Sound sound;
-    sound.channels = qFromLittleEndian<quint16>(wav.constData() + 22);
-    sound.rate = qFromLittleEndian<qint32>(wav.constData() + 24);
-    const QByteArray samples = wav.mid(data + 8);
-    sound.samples.resize(samples.size() / 2);
-    qFromLittleEndian<qint16>(samples.constData(), sound.samples.size(), sound.samples.data());
+    Sound sound{rate, channels, {}};
+    for (qsizetype i = 0; i < qsizetype(rate * seconds) * channels; ++i)
+        sound.samples.append(qint16(std::lround(32767 * sample(double(i / channels) / rate))));
     return sound;
 }
 
@@ -40,34 +34,27 @@ QByteArray Sound::bytes() const
     return QByteArray(reinterpret_cast<const char *>(samples.constData()), samples.size() * 2);
 }
 
-QList<qint16> Sound::channel(int index) const
+double Sound::amplitude(int channel, double frequency, double from) const
 {
-    QList<qint16> result;
-    for (qsizetype i = index; i < samples.size(); i += channels)
-        result.append(samples[i]);
-    return result;
+    std::complex<double> sum = 0;
+    for (qsizetype i = 0; i < rate / 2; ++i) {
+        const double sample = samples.value((qsizetype(from * rate) + i) * channels + channel) / 32767.0;
+        sum += std::polar(sample, -2 * std::numbers::pi * frequency * double(i) / rate);
+    }
+    return 4 * std::abs(sum) / rate;
 }
 
-Sound tone(int rate, const QList<double> &frequencies, double seconds, double amplitude)
+Sound tone(int rate, int channels, double seconds)
 {
-    Sound sound{rate, int(frequencies.size()), {}};
-    for (qsizetype frame = 0; frame < qsizetype(rate * seconds); ++frame) {
-        for (const double frequency : frequencies) {
-            const double phase = 2 * std::numbers::pi * frequency * double(frame) / rate;
-            sound.samples.append(qint16(std::lround(32767 * amplitude * std::sin(phase))));
-        }
-    }
-    return sound;
+    return made(rate, channels, seconds,
+        [](double time) { return 0.5 * std::sin(2 * std::numbers::pi * 440 * time); });
 }
 
 Sound noise(int rate, int channels, double seconds)
 {
-    Sound sound{rate, channels, {}};
     std::minstd_rand random(1);
-    std::uniform_int_distribution<int> sample(-12000, 12000);
-    for (qsizetype i = 0; i < qsizetype(rate * seconds) * channels; ++i)
-        sound.samples.append(qint16(sample(random)));
-    return sound;
+    std::uniform_real_distribution<double> sample(-0.4, 0.4);
+    return made(rate, channels, seconds, [&](double) { return sample(random); });
 }
 
 QByteArray encodedMp3(const Sound &sound, int kbps)
@@ -90,22 +77,22 @@ QByteArray encodedMp3(const Sound &sound, int kbps)
     return mp3.first(size);
 }
 
-Sound decodedByMpg123(const QString &path, QString *error)
+// The sizes in the header are not to be trusted: a program that writes to a pipe cannot know them in advance.
+Sound decodedByMpg123(const QString &path)
 {
     QProcess mpg123;
     mpg123.start(u"mpg123"_s, {u"-q"_s, u"--no-gapless"_s, u"-e"_s, u"s16"_s, u"-w"_s, u"-"_s, path});
-    mpg123.waitForFinished(30000);
-    if (error)
-        *error = mpg123.exitCode() == 0 ? QString() : QString::fromLocal8Bit(mpg123.readAllStandardError());
-    return parsedWav(mpg123.readAllStandardOutput());
-}
-
-double amplitudeAt(const QList<qint16> &samples, int rate, double frequency)
-{
-    std::complex<double> sum = 0;
-    for (qsizetype i = 0; i < samples.size(); ++i)
-        sum += std::polar(samples[i] / 32767.0, -2 * std::numbers::pi * frequency * double(i) / rate);
-    return samples.isEmpty() ? 0 : 2 * std::abs(sum) / double(samples.size());
+    const bool ended = mpg123.waitForFinished(30000);
+    const QByteArray wav = mpg123.readAllStandardOutput();
+    const qsizetype data = wav.indexOf("data");
+    if (!ended || !mpg123.readAllStandardError().isEmpty() || !wav.startsWith("RIFF") || data < 36)
+        return {};
+    Sound sound;
+    sound.channels = qFromLittleEndian<quint16>(wav.constData() + 22);
+    sound.rate = qFromLittleEndian<qint32>(wav.constData() + 24);
+    sound.samples.resize((wav.size() - data - 8) / 2);
+    qFromLittleEndian<qint16>(wav.constData() + data + 8, sound.samples.size(), sound.samples.data());
+    return sound;
 }
 
 } // namespace testsupport

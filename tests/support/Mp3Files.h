@@ -18,24 +18,18 @@ struct Sound {
     qsizetype frames() const { return channels ? samples.size() / channels : 0; }
     double seconds() const { return rate ? double(frames()) / rate : 0; }
     QByteArray bytes() const;
-    QList<qint16> channel(int index) const;
-    bool operator==(const Sound &) const = default;
+    // Amplitude (1 is full scale) of the part of a channel that has this frequency, over half a second.
+    double amplitude(int channel, double frequency, double from) const;
 };
 
-// A sine of each frequency in a channel of its own, at this amplitude (1 is full scale).
-Sound tone(int rate, const QList<double> &frequencies, double seconds, double amplitude = 0.5);
-
+// A sine of 440 Hz in every channel, at half of full scale.
+Sound tone(int rate, int channels, double seconds);
 // Noise that is never the same twice, so that any part of it tells where it comes from. The same for every
 // run.
 Sound noise(int rate, int channels, double seconds);
-
 // MPEG frames without an information frame, straight from libmp3lame.
 QByteArray encodedMp3(const Sound &sound, int kbps = 128);
-
-// What the mpg123 program makes of a file, nothing trimmed; empty with a complaint in `error` where it fails.
-Sound decodedByMpg123(const QString &path, QString *error = nullptr);
-
-// Amplitude (1 is full scale) of the part of one channel that has this frequency.
-double amplitudeAt(const QList<qint16> &samples, int rate, double frequency);
+// What the mpg123 program makes of a file, nothing trimmed; empty where it complains.
+Sound decodedByMpg123(const QString &path);
 
 } // namespace testsupport
