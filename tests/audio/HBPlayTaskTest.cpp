@@ -28,7 +28,7 @@ TEST(HBPlayTaskTest, GatesCommandsByTheOnePlayersStateAndForwardsItsEnd)
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"a name with %20 and #.mp3"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(encodedMp3(tone(48000, 2, 0.2)));
+    file.write(encodedMp3(tone(48000, {440, 880}, 0.2)));
     file.close();
     const ScriptedSoundSystemScope sound;
     Listener listener;

@@ -210,7 +210,8 @@ TEST_F(KTAudioPlayerTest, PlaysGrowingCutAndDamagedFilesAsFarAsTheyGo)
 
 TEST_F(KTAudioPlayerTest, ConvertsALaterFormatToTheFirst)
 {
-    write(encodedMp3(tone(48000, 2, 1)) + encodedMp3(tone(44100, 1, 1)) + encodedMp3(tone(22050, 2, 1)));
+    write(encodedMp3(tone(48000, {440, 440}, 1)) + encodedMp3(tone(44100, {440}, 1))
+        + encodedMp3(tone(22050, {440, 440}, 1)));
     player->playWithFile(path);
     const QByteArray bytes = pullAll();
     const auto *samples = reinterpret_cast<const qint16 *>(bytes.constData());

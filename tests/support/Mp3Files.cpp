@@ -19,11 +19,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Sound made(int rate, int channels, double seconds, const std::function<double(double time)> &sample)
+using Sampler = std::function<double(double time, int channel)>;
+
+Sound made(int rate, int channels, double seconds, const Sampler &sample)
 {
     Sound sound{rate, channels, {}};
     for (qsizetype i = 0; i < qsizetype(rate * seconds) * channels; ++i)
-        sound.samples.append(qint16(std::lround(32767 * sample(double(i / channels) / rate))));
+        sound.samples.append(
+            qint16(std::lround(32767 * sample(double(i / channels) / rate, int(i % channels)))));
     return sound;
 }
 
@@ -44,17 +47,18 @@ double Sound::amplitude(int channel, double frequency, double from) const
     return 4 * std::abs(sum) / rate;
 }
 
-Sound tone(int rate, int channels, double seconds)
+Sound tone(int rate, const QList<double> &frequencies, double seconds)
 {
-    return made(rate, channels, seconds,
-        [](double time) { return 0.5 * std::sin(2 * std::numbers::pi * 440 * time); });
+    return made(rate, int(frequencies.size()), seconds, [&](double time, int channel) {
+        return 0.5 * std::sin(2 * std::numbers::pi * frequencies[channel] * time);
+    });
 }
 
 Sound noise(int rate, int channels, double seconds)
 {
     std::minstd_rand random(1);
     std::uniform_real_distribution<double> sample(-0.4, 0.4);
-    return made(rate, channels, seconds, [&](double) { return sample(random); });
+    return made(rate, channels, seconds, [&](double, int) { return sample(random); });
 }
 
 QByteArray encodedMp3(const Sound &sound, int kbps)

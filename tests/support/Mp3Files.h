@@ -22,8 +22,8 @@ struct Sound {
     double amplitude(int channel, double frequency, double from) const;
 };
 
-// A sine of 440 Hz in every channel, at half of full scale.
-Sound tone(int rate, int channels, double seconds);
+// A sine of each frequency in a channel of its own, at half of full scale.
+Sound tone(int rate, const QList<double> &frequencies, double seconds);
 // Noise that is never the same twice, so that any part of it tells where it comes from. The same for every
 // run.
 Sound noise(int rate, int channels, double seconds);
