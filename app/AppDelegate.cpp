@@ -205,7 +205,7 @@ void AppDelegate::recordWithAccess()
     }
 }
 
-void AppDelegate::selectWorkingPathWithCompleteHandler(std::function<void(bool chosen)> completion)
+void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion)
 {
     platform::chooseFolder(window, [self = QPointer(this), completion](const std::optional<QUrl> &folder) {
         if (self && folder)

@@ -164,7 +164,7 @@ Q_SIGNALS:
 
 private:
     void recordWithAccess();
-    void selectWorkingPathWithCompleteHandler(std::function<void(bool chosen)> completion);
+    void selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion);
     void startRecord();
     QUrl createUniquePathFile() const;
     void alertFailedStartRecording(const AudioStreamBasicDescription &description);

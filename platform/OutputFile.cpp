@@ -7,9 +7,9 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QThreadPool>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <thread>
 
 namespace platform {
 
@@ -40,12 +40,13 @@ OutputFileState examineOutputFile(const QString &path)
     return state;
 }
 
+// A thread that nobody waits for: a disk that never answers must not hold up the end of the process either.
 void examineOutputFileLater(const QString &path, std::function<void(const OutputFileState &)> done)
 {
-    QThreadPool::globalInstance()->start(
-        [path, done = std::move(done), examine = examinerInUse() ? examinerInUse() : examineOutputFile] {
-            postToMainQueue([done, state = examine(path)] { done(state); });
-        });
+    const auto examine = examinerInUse() ? examinerInUse() : examineOutputFile;
+    std::thread([path, done = std::move(done), examine] {
+        postToMainQueue([done, state = examine(path)] { done(state); });
+    }).detach();
 }
 
 void setOutputFileExaminer(std::function<OutputFileState(const QString &path)> examiner)

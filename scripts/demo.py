@@ -125,8 +125,8 @@ class Demo:
         sound = decoded(path)
         seconds = len(sound) / SAMPLES_PER_SECOND
         report = subprocess.run(["mpg123", "-t", path], capture_output=True, text=True).stderr
-        kind = re.search(r"^MPEG \d.* L .*$", report, re.MULTILINE)[0]
-        say(f"mpg123 decodes {os.path.basename(path)} without a complaint: {kind}, {seconds:.2f} s.")
+        layer = re.search(r"^MPEG \d.* L \S+", report, re.MULTILINE)[0]
+        say(f"mpg123 decodes {os.path.basename(path)} without a complaint: {layer}, {seconds:.2f} s.")
         if abs(seconds - shown) > 0.15:
             raise Failure(f"{shown} s were shown and {seconds} s are in the file")
         peak = max(map(abs, sound)) / 32768

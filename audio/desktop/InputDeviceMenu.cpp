@@ -17,7 +17,7 @@ QString shownTitle(QString name)
 
 } // namespace
 
-void rebuild(QMenu *menu, const QStringList &names, std::function<void(QAction *item)> chosen)
+void rebuild(QMenu *menu, const QStringList &names, const std::function<void(QAction *item)> &chosen)
 {
     menu->clear();
     for (const QString &name : names) {

@@ -14,7 +14,7 @@ namespace InputDeviceMenu {
 
 // Takes every item away and adds one for each name. Each new item goes to the top, so the menu reads
 // backwards: the first device, which is the one that is chosen then, is the last item.
-void rebuild(QMenu *menu, const QStringList &names, std::function<void(QAction *item)> chosen);
+void rebuild(QMenu *menu, const QStringList &names, const std::function<void(QAction *item)> &chosen);
 
 QString title(const QAction *item);
 

@@ -59,25 +59,29 @@ class StatusLineTest : public RecorderRigTest {
 protected:
     StatusLineTest()
     {
-        platform::setOutputFileExaminer([this](const QString &) {
-            const std::scoped_lock lock(mutex);
-            return file;
+        platform::setOutputFileExaminer([disk = disk](const QString &) {
+            const std::scoped_lock lock(disk->mutex);
+            return disk->file;
         });
     }
     ~StatusLineTest() override { platform::setOutputFileExaminer({}); }
 
     void setFile(const OutputFileState &state)
     {
-        const std::scoped_lock lock(mutex);
-        file = state;
+        const std::scoped_lock lock(disk->mutex);
+        disk->file = state;
     }
     bool says(const QString &text)
     {
         return waitUntil([&] { return status.text() == text; }, 2s);
     }
 
-    std::mutex mutex;
-    OutputFileState file = fileOf(1, 1000 * kMegabyte);
+    // Outlives the test as long as somebody still looks at it.
+    struct Disk {
+        std::mutex mutex;
+        OutputFileState file = fileOf(1, 1000 * kMegabyte);
+    };
+    std::shared_ptr<Disk> disk = std::make_shared<Disk>();
     SoundWatch::Clock::time_point now{};
     SoundWatch watch{[this] { return now; }};
     StatusLine status{&delegate, &watch};
