@@ -41,6 +41,7 @@ public:
     AudioStreamBasicDescription m_format;
     bool m_formatIsSettled = false;
     LevelMeter m_levels;
+    bool m_heard = false; // capture thread, while there is a stream
     KTAudioTransportState m_state = KTAudioTransportStateStopped;
     std::unique_ptr<sound::CaptureStream> m_stream; // last, because it calls into everything above
 
@@ -57,6 +58,7 @@ bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format)
     m_spec = *spec;
     m_format = descriptionOf(m_spec);
     m_levels.take();
+    m_heard = false;
     m_stream = sound::soundSystem().openCapture(m_sourceKey, m_spec, this);
     m_formatIsSettled = m_formatIsSettled || m_stream;
     return bool(m_stream);
@@ -65,6 +67,8 @@ bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format)
 void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
 {
     Q_ASSERT(bytes % m_format.mBytesPerFrame == 0);
+    if (!std::exchange(m_heard, true))
+        qCDebug(lcAudio, "The first sound has arrived.");
     if (!data)
         return deliverSilence(bytes);
     m_levels.measure(data, bytes / m_format.mBytesPerFrame, m_spec);

@@ -3,6 +3,8 @@
 
 #include "platform/desktop/FirstPaint.h"
 
+#include "platform/Logging.h"
+
 #include <QEvent>
 #include <QTimer>
 #include <QWidget>
@@ -27,6 +29,7 @@ protected:
             watched->removeEventFilter(this);
             // The picture reaches the screen at the end of this event.
             QTimer::singleShot(0, this, [this] {
+                qCDebug(lcPlatform, "First paint.");
                 m_work();
                 deleteLater();
             });
