@@ -15,6 +15,7 @@ namespace {
 
 // With the watches' own limits, whatever goes wrong is said within two seconds.
 constexpr int kIntervalMilliseconds = 500;
+constexpr std::chrono::milliseconds kDiskAnswersWithin{1200};
 
 std::chrono::milliseconds recordedTime(const HBRecordingTask &task)
 {
@@ -81,14 +82,18 @@ void StatusLine::timerEvent(QTimerEvent *event)
 // A disk that does not answer is not asked again before it does; the window never waits for it.
 void StatusLine::lookAtDisk()
 {
-    if (std::exchange(m_lookingAtDisk, true))
+    if (m_lookingSince)
         return;
+    m_lookingSince = steady_clock::now();
+    const QString path = m_delegate->currentOutputFile();
     platform::examineOutputFileLater(
-        m_delegate->currentOutputFile(), [self = QPointer(this)](const platform::OutputFileState &file) {
+        path, [self = QPointer(this), path](const platform::OutputFileState &file) {
             if (!self)
                 return;
-            self->m_lookingAtDisk = false;
-            self->judgeDisk(file);
+            self->m_lookingSince.reset();
+            // Another recording may have begun meanwhile.
+            if (path == self->m_delegate->currentOutputFile())
+                self->judgeDisk(file);
             self->refresh();
         });
 }
@@ -137,6 +142,8 @@ QString StatusLine::stateText() const
 // The worst first: what is lost already, then what is being lost, then what may be.
 QString StatusLine::problem(SoundWatch::Judgement sound) const
 {
+    if (m_lookingSince && steady_clock::now() - *m_lookingSince > kDiskAnswersWithin)
+        return tr("The disk does not answer");
     switch (m_disk.judgement()) {
     case DiskWatch::Judgement::FolderGone:
         return tr("The folder is gone");

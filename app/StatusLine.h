@@ -8,6 +8,8 @@
 
 #include <QBasicTimer>
 #include <QObject>
+#include <chrono>
+#include <optional>
 
 class AppDelegate;
 
@@ -45,7 +47,7 @@ private:
     SoundWatch *m_sound;
     DiskWatch m_disk;
     QBasicTimer m_timer;
-    bool m_lookingAtDisk = false;
+    std::optional<std::chrono::steady_clock::time_point> m_lookingSince; // at the disk, without an answer
     int m_state = 0;
     QString m_device; // of the recording; the choice for the next one may differ
     QString m_text;

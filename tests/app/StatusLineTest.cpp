@@ -73,7 +73,7 @@ protected:
     }
     bool says(const QString &text)
     {
-        return waitUntil([&] { return status.text() == text; }, 2s);
+        return waitUntil([&] { return status.text() == text; });
     }
 
     // Outlives the test as long as somebody still looks at it.
@@ -146,6 +146,10 @@ TEST_F(StatusLineTest, SaysWhatIsWrongWithTheDisk)
         setFile(state);
         EXPECT_TRUE(says(text)) << qPrintable(text);
         EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    }
+    {
+        const std::scoped_lock hold(disk->mutex);
+        EXPECT_TRUE(says(u"The disk does not answer"_s));
     }
     EXPECT_TRUE(alerts.isEmpty());
     delegate.stopAction();
