@@ -62,6 +62,9 @@ void PulseCaptureStream::connectStream(pa_stream *stream)
 void PulseCaptureStream::streamReady()
 {
     m_deliver = !m_paused;
+    // A command may have come while the server was making the stream.
+    if (pa_stream_is_corked(stream()) != int(m_paused))
+        const PulseOperationHandle cork(pa_stream_cork(stream(), int(m_paused), nullptr, nullptr));
     if (std::exchange(m_lost, false))
         m_client->captureBack();
 }
