@@ -84,6 +84,8 @@ void KeyPathObserver::listen()
 
 void KeyPathObserver::valueChanged()
 {
+    if (!m_root)
+        return;
     // With a single key the object at its end cannot have been replaced.
     if (m_keys.size() > 1)
         listen();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QVariant>
 #include <functional>
 
@@ -20,7 +21,8 @@ void setValueForKeyPath(QObject *root, const QString &keyPath, const QVariant &v
 
 // Calls `changed` after each change of the value at `keyPath`, also when an object on the way is replaced,
 // and follows the new one from then on. Every key on the way needs a NOTIFY signal: that is what it listens
-// to. The observer may be deleted from inside `changed`.
+// to. The observer may be deleted from inside `changed`, and it may outlive the root: objects on the way that
+// are shared go on changing, and it says nothing any more.
 class KeyPathObserver : public QObject {
     Q_OBJECT
 
@@ -33,7 +35,7 @@ private Q_SLOTS:
 private:
     void listen();
 
-    QObject *m_root;
+    QPointer<QObject> m_root;
     QStringList m_keys;
     std::function<void()> m_changed;
     QList<QMetaObject::Connection> m_connections;

@@ -139,6 +139,21 @@ TEST_F(KeyPathTest, AnObserverMayLeaveWhileItIsNotified)
     EXPECT_EQ(calls, 1);
 }
 
+TEST_F(KeyPathTest, AnObserverWhoseRootIsGoneSaysNothing)
+{
+    const auto inner = QSharedPointer<Inner>::create();
+    auto root = std::make_unique<Outer>();
+    root->setInner(inner);
+    QObject control;
+    int calls = 0;
+    new platform::KeyPathObserver(
+        root.get(), QStringLiteral("inner.target"), [&] { ++calls; }, &control);
+    inner->setTarget(1);
+    root.reset();
+    inner->setTarget(2);
+    EXPECT_EQ(calls, 1);
+}
+
 TEST_F(KeyPathTest, ATwoWayBindingCarriesValuesBothWaysAndSurvivesItsEnds)
 {
     const auto inner = QSharedPointer<Inner>::create();
