@@ -42,9 +42,11 @@ const QImage &FlipFrame::composed(
 
     const QRect covered = coveredPart(picture, transform) & area;
     QRect card = bounds.toAlignedRect().adjusted(-1, -1, 1, 1) & area;
-    const QTransform toCard = QTransform::fromTranslate(-FlipWarp::Padding, -FlipWarp::Padding) * transform
+    const FlipPicture::Face &face = picture.face(bounds.width());
+    const QTransform toCard = QTransform::fromTranslate(-FlipWarp::Padding, -FlipWarp::Padding)
+        * QTransform::fromScale(face.columns, 1) * transform
         * QTransform::fromTranslate(-card.x(), -card.y());
-    if (!m_warp.begin(picture.face(), toCard, card.width()))
+    if (!m_warp.begin(face.image, toCard, card.width()))
         card = QRect();
     for (int y = area.top(); y <= area.bottom(); ++y)
         composeRow(y - area.top(), area, covered, card);

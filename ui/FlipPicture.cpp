@@ -41,6 +41,24 @@ QImage padded(const QImage &image)
     return result;
 }
 
+QRgb average(QRgb a, QRgb b)
+{
+    return (a & b) + (((a ^ b) & 0xfefefefeU) >> 1);
+}
+
+// Each two columns in one.
+QImage halved(const QImage &image)
+{
+    QImage result(QSize((image.width() + 1) / 2, image.height()), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *source = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        auto *target = reinterpret_cast<QRgb *>(result.scanLine(y));
+        for (int x = 0; x < image.width(); x += 2)
+            *target++ = average(source[x], source[std::min(x + 1, image.width() - 1)]);
+    }
+    return result;
+}
+
 bool isOpaque(const QRgb *pixels, int count)
 {
     return std::all_of(pixels, pixels + count, [](QRgb pixel) { return qAlpha(pixel) == 255; });
@@ -51,21 +69,29 @@ bool isOpaque(const QRgb *pixels, int count)
 FlipPicture::FlipPicture(QWidget *window, double devicePixelRatio)
     : m_shapeScale(std::min(1.0, ShapePixelsPerPoint / devicePixelRatio))
 {
-    const QImage image = rendered(window, devicePixelRatio);
-    const QSize small = (QSizeF(image.size()) * m_shapeScale).toSize().expandedTo(QSize(1, 1));
-    m_face = padded(image);
+    QImage image = rendered(window, devicePixelRatio);
+    m_size = image.size();
+    const QSize small = (QSizeF(m_size) * m_shapeScale).toSize().expandedTo(QSize(1, 1));
     m_shape = padded(image.scaled(small, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    int columns = 1;
+    for (Face &face : m_faces) {
+        face = {padded(image), columns};
+        image = halved(image);
+        columns *= 2;
+    }
     m_opaquePart = largestOpaquePart();
 }
 
-QSize FlipPicture::size() const
+const FlipPicture::Face &FlipPicture::face(double seenWidth) const
 {
-    return m_face.size() - QSize(2 * FlipWarp::Padding, 2 * FlipWarp::Padding);
+    const auto wideEnough
+        = [&](const Face &face) { return face.columns == 1 || m_size.width() >= seenWidth * face.columns; };
+    return *std::find_if(m_faces.rbegin(), m_faces.rend(), wideEnough);
 }
 
 QTransform FlipPicture::transformTo(const QPolygonF &quadrilateral) const
 {
-    const QRectF face(QPointF(0, 0), size());
+    const QRectF face(QPointF(0, 0), m_size);
     const QPolygonF corners{face.topLeft(), face.topRight(), face.bottomRight(), face.bottomLeft()};
     QTransform transform;
     if (!QTransform::quadToQuad(corners, quadrilateral, transform))
@@ -77,13 +103,14 @@ QTransform FlipPicture::transformTo(const QPolygonF &quadrilateral) const
 QRect FlipPicture::largestOpaquePart() const
 {
     constexpr int Padding = FlipWarp::Padding;
-    const int furthest = std::min(size().width(), size().height()) / 2;
+    const QImage &face = m_faces.front().image;
+    const int furthest = std::min(m_size.width(), m_size.height()) / 2;
     int inset = 0;
-    while (inset < furthest && qAlpha(m_face.pixel(Padding + inset, Padding + inset)) < 255)
+    while (inset < furthest && qAlpha(face.pixel(Padding + inset, Padding + inset)) < 255)
         ++inset;
-    const QRect part = QRect({0, 0}, size()).adjusted(inset, inset, -inset, -inset);
+    const QRect part = QRect({0, 0}, m_size).adjusted(inset, inset, -inset, -inset);
     for (int y = part.top(); y <= part.bottom(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(m_face.constScanLine(y + Padding));
+        const auto *line = reinterpret_cast<const QRgb *>(face.constScanLine(y + Padding));
         if (!isOpaque(line + part.left() + Padding, part.width()))
             return {};
     }

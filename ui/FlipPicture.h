@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QTransform>
+#include <array>
 
 class QWidget;
 
@@ -16,9 +17,17 @@ public:
     // yet.
     FlipPicture(QWidget *window, double devicePixelRatio);
 
-    bool isNull() const { return m_face.isNull(); }
     // Premultiplied, in pixels of the screen, padded as FlipWarp needs it.
-    const QImage &face() const { return m_face; }
+    struct Face {
+        QImage image;
+        // So many of the picture's columns are averaged in one of the image's.
+        int columns = 1;
+    };
+
+    bool isNull() const { return m_shape.isNull(); }
+    // For a picture that is seen this wide: squeezed further, the warp would leave columns out, and texts
+    // would flicker.
+    const Face &face(double seenWidth) const;
     // A small copy of the same for shadows; which is this much smaller.
     const QImage &shape() const { return m_shape; }
     double shapeScale() const { return m_shapeScale; }
@@ -31,10 +40,11 @@ public:
     QRect opaquePart() const { return m_opaquePart; }
 
 private:
-    QSize size() const;
     QRect largestOpaquePart() const;
 
-    QImage m_face;
+    QSize m_size;
+    // The widest first.
+    std::array<Face, 4> m_faces;
     QImage m_shape;
     double m_shapeScale = 1;
     QRect m_opaquePart;

@@ -31,7 +31,9 @@ static_assert(CoverTime > FadeInTime);
 // A flipping window that is never drawn must not keep the user waiting.
 constexpr auto CoverDeadline = 500ms;
 // What compositors need to show a window whose opacity has changed.
-constexpr auto UncoverTime = 30ms;
+constexpr auto OpacityTime = 30ms;
+// The same on a busy machine, where nothing is lost by waiting.
+constexpr auto LongOpacityTime = 120ms;
 
 } // namespace
 
@@ -50,8 +52,10 @@ FliprView::FliprView(const QRect &frame, const QRectF &originalRect, QWidget *pa
 
 FliprView::~FliprView()
 {
-    if (m_finalWindow && isFlipping())
-        m_finalWindow->setWindowOpacity(1);
+    for (QWidget *window : {m_initialWindow.data(), m_finalWindow.data()}) {
+        if (window)
+            window->setWindowOpacity(1);
+    }
 }
 
 void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward)
@@ -130,6 +134,10 @@ void FliprView::stageEnded()
     case Stage::Covering:
         m_covered ? turn() : bringIn();
         break;
+    case Stage::Turning:
+        if (m_initialWindow)
+            m_initialWindow->hide();
+        break;
     case Stage::Uncovering:
         endFlip();
         m_stage = Stage::Fading;
@@ -140,18 +148,18 @@ void FliprView::stageEnded()
         vanish();
         break;
     case Stage::Idle:
-    case Stage::Turning:
         break;
     }
 }
 
 void FliprView::turn()
 {
-    m_stage = Stage::Turning;
     m_fade.stop();
     window()->setWindowOpacity(1);
+    // Before it is hidden: a window manager's frame around it is seen a moment longer, empty and black.
     if (m_initialWindow)
-        m_initialWindow->hide();
+        m_initialWindow->setWindowOpacity(0);
+    enter(Stage::Turning, LongOpacityTime);
     keepFinalWindowInPlace();
 
     const float firstFrameTime = m_frameTime;
@@ -235,7 +243,7 @@ void FliprView::bringIn()
         m_finalWindow->raise();
         m_finalWindow->activateWindow();
     }
-    enter(Stage::Uncovering, UncoverTime);
+    enter(Stage::Uncovering, OpacityTime);
 }
 
 void FliprView::exchangeAtOnce()
@@ -247,8 +255,10 @@ void FliprView::exchangeAtOnce()
 void FliprView::windowDestroyed()
 {
     // Nothing is left to bring in; a user must not be left without a window.
-    if (m_initialWindow)
+    if (m_initialWindow) {
+        m_initialWindow->setWindowOpacity(1);
         m_initialWindow->show();
+    }
     endFlip();
     vanish();
 }
@@ -264,6 +274,8 @@ void FliprView::endFlip()
         m_animation->stopAnimation();
         m_animation.release()->deleteLater();
     }
+    if (m_initialWindow)
+        m_initialWindow->setWindowOpacity(1);
     m_initialWindow = nullptr;
     m_finalWindow = nullptr;
     m_finalImage = FlipPicture();

@@ -158,8 +158,10 @@ TEST_F(FliprViewTest, EndsWithTheOtherWindowInPlace)
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BlankCursor);
 
     ASSERT_TRUE(waitForTurning());
-    EXPECT_FALSE(front->isVisible());
+    EXPECT_EQ(front->windowOpacity(), 0);
     EXPECT_EQ(view()->animation()->duration(), 0.75);
+    EXPECT_TRUE(waitUntil([this] { return !front->isVisible(); }));
+    EXPECT_TRUE(view()->isFlipping());
     NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), false);
     EXPECT_FALSE(front->isVisible()) << "a second flip is ignored";
 
@@ -167,6 +169,7 @@ TEST_F(FliprViewTest, EndsWithTheOtherWindowInPlace)
     EXPECT_EQ(back->geometry(), QRect(QPoint(300, 260), CardSize));
     EXPECT_EQ(back->windowOpacity(), 1);
     EXPECT_FALSE(front->isVisible());
+    EXPECT_EQ(front->windowOpacity(), 1);
     EXPECT_FALSE(QApplication::overrideCursor());
     EXPECT_EQ(ended, 1);
     EXPECT_GT(view()->statistics().frames, 5);
@@ -223,6 +226,7 @@ TEST_F(FliprViewTest, BringsTheInitialWindowBackWhenTheOtherIsDestroyed)
     back.reset();
     EXPECT_FALSE(view()->isFlipping());
     EXPECT_TRUE(front->isVisible());
+    EXPECT_EQ(front->windowOpacity(), 1);
     EXPECT_FALSE(QApplication::overrideCursor());
     EXPECT_FALSE(NSWindow_Flipr::flippingWindow()->isVisible());
 }

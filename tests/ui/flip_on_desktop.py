@@ -27,8 +27,10 @@ EDGE_ON_MILLISECONDS = 100
 """A few frames, in which the card is so narrow that its middle may be seen beside it."""
 EXCHANGE_MILLISECONDS = 300
 """How far from both ends of what is watched that is at least. Nearer to them the windows are exchanged."""
-# In points from the card's corner: on both cards a place without a control, on the axis of the turn.
-PROBE = (230, 42)
+# In points from the card's corner: on both cards a place without a control, on the axis of the turn; and two corners,
+# which are transparent.
+PLACES = ((230, 42), (1, 1), (458, 390))
+CARD_COLOUR = (0x32, 0x38, 0x3E)
 WATCH_DEADLINE = 20
 AFTERMATH = 0.25
 """Seconds that the screen is watched on after the end, while the flipping window fades."""
@@ -51,8 +53,12 @@ def pointer_is_visible(display):
 
 
 def is_card(colour):
-    """The card's greys at the probe; the desktop behind it is brighter."""
-    return max(colour) < 0x50
+    return all(abs(a - b) <= 8 for a, b in zip(colour, CARD_COLOUR))
+
+
+def is_black(colour):
+    """Darker than the desktop under the shadow, and than the card."""
+    return max(colour) < 0x18
 
 
 class Watch:
@@ -60,33 +66,34 @@ class Watch:
 
     def __init__(self, desktop, sampler, corner, pictures=None):
         x, y = corner
-        probe = [x + PROBE[0] * desktop.scale, y + PROBE[1] * desktop.scale]
-        part = [x - 100, y - 90, CARD[0] + 200, CARD[1] + 190] if pictures else [*probe, 1, 1]
-        command = [sampler, *map(str, [*part, *probe, WATCH_DEADLINE])]
+        places = " ".join(f"{x + across * desktop.scale},{y + down * desktop.scale}" for across, down in PLACES)
+        command = [sampler, str(WATCH_DEADLINE), places]
         if pictures:
-            command += [pictures, "12"]
+            command += [*map(str, (x - 100, y - 90, CARD[0] + 200, CARD[1] + 190)), pictures, "12"]
         self.process = subprocess.Popen(command, env=desktop.env, stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE, text=True)
         assert self.process.stdout.readline() == "ready\n"
 
     def samples(self):
-        """[(milliseconds, (red, green, blue))]"""
+        """[(milliseconds, [(red, green, blue) for each place])]"""
         output = self.process.communicate(timeout=60)[0]
         rows = [tuple(map(int, line.split())) for line in output.splitlines()]
-        return [(row[0], row[1:]) for row in rows]
+        return [(row[0], [row[i:i + 3] for i in range(1, len(row), 3)]) for row in rows]
 
 
 def check_nothing_shows_through(samples):
     if len(samples) < 25:
         raise Failure(f"only {len(samples)} looks at the screen are too few to see a flicker")
-    other = [time for time, colour in samples if not is_card(colour)]
+    black = [(time, colours) for time, colours in samples if any(map(is_black, colours))]
+    if black:
+        raise Failure(f"a window without content was seen: {black}")
+    other = [(time, colours[0]) for time, colours in samples if not is_card(colours[0])]
     print(f"  {len(samples)} looks, {len(other)} of them beside an edge-on card: {other}")
-    end = samples[-1][0]
-    is_edge_on = not other or (other[-1] - other[0] <= EDGE_ON_MILLISECONDS and other[0] >= EXCHANGE_MILLISECONDS
-                               and other[-1] <= end - EXCHANGE_MILLISECONDS)
+    times, end = [time for time, _ in other], samples[-1][0]
+    is_edge_on = not other or (times[-1] - times[0] <= EDGE_ON_MILLISECONDS and times[0] >= EXCHANGE_MILLISECONDS
+                               and times[-1] <= end - EXCHANGE_MILLISECONDS)
     if not is_edge_on:
-        odd = [(time, colour) for time, colour in samples if not is_card(colour)]
-        raise Failure(f"something other than a card was seen: {odd}")
+        raise Failure("something other than a card was seen")
 
 
 def check_end(desktop, program, title, corner):

@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-// Watches a part of the screen as a user sees it, compositor included:
+// Watches places on the screen as a user sees them, compositor included:
 //
-//     screen_sampler X Y WIDTH HEIGHT PROBE_X PROBE_Y SECONDS [FOLDER COUNT]
+//     screen_sampler SECONDS "X,Y X,Y ..." [X Y WIDTH HEIGHT FOLDER COUNT]
 //
-// Prints "ready", takes pictures as fast as it can for that long, then prints a line for each: milliseconds,
-// and red, green and blue at the probe. With a folder it also writes COUNT pictures, evenly spread over the
-// time in which the part changed, as 00.png, 01.png, ...
+// Prints "ready", then looks at the places, several times for each frame of a screen, until standard input
+// ends, for that long at most, and prints a line for each look: milliseconds, and red, green and blue of each
+// place. With a folder it also writes COUNT pictures of a part of the screen that holds all places, evenly
+// spread over the time in which that part changed, as 00.png, 01.png, ...
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -73,13 +74,47 @@ void writePictures(const std::vector<Sample> &samples, const QString &folder, in
 
 } // namespace
 
+namespace {
+
+std::vector<QPoint> placesIn(const QString &text)
+{
+    std::vector<QPoint> places;
+    for (const QString &place : text.split(QLatin1Char(' ')))
+        places.emplace_back(
+            place.section(QLatin1Char(','), 0, 0).toInt(), place.section(QLatin1Char(','), 1).toInt());
+    return places;
+}
+
+QRect around(const std::vector<QPoint> &places)
+{
+    QRect part;
+    for (const QPoint &place : places)
+        part |= QRect(place, QSize(1, 1));
+    return part;
+}
+
+void print(const Sample &sample, const QRect &part, const std::vector<QPoint> &places)
+{
+    std::printf("%lld", sample.milliseconds);
+    for (const QPoint &place : places) {
+        const QColor colour = sample.picture.pixelColor(place - part.topLeft());
+        std::printf(" %d %d %d", colour.red(), colour.green(), colour.blue());
+    }
+    std::putchar('\n');
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
-    if (argc != 8 && argc != 10)
+    if (argc != 3 && argc != 9)
         return 2;
-    const QRect part(std::atoi(argv[1]), std::atoi(argv[2]), std::atoi(argv[3]), std::atoi(argv[4]));
-    const QPoint probe = QPoint(std::atoi(argv[5]), std::atoi(argv[6])) - part.topLeft();
-    const double milliseconds = std::atof(argv[7]) * 1e3;
+    const bool keepsPictures = argc == 9;
+    const double milliseconds = std::atof(argv[1]) * 1e3;
+    const std::vector<QPoint> places = placesIn(QString::fromLocal8Bit(argv[2]));
+    const QRect part = keepsPictures
+        ? QRect(std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]), std::atoi(argv[6]))
+        : around(places);
     const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(connection.get()))
         return 1;
@@ -94,15 +129,13 @@ int main(int argc, char **argv)
         samples.push_back({clock.elapsed(), picture(connection.get(), root, part)});
         if (samples.back().picture.isNull())
             return 1;
-        const QColor colour = samples.back().picture.pixelColor(probe);
-        std::printf(
-            "%lld %d %d %d\n", samples.back().milliseconds, colour.red(), colour.green(), colour.blue());
-        if (argc < 10)
+        print(samples.back(), part, places);
+        if (!keepsPictures)
             samples.clear();
         // What is watched needs the processor too.
         std::this_thread::sleep_for(std::chrono::milliseconds(3));
     }
-    if (argc == 10)
-        writePictures(samples, QString::fromLocal8Bit(argv[8]), std::atoi(argv[9]));
+    if (keepsPictures)
+        writePictures(samples, QString::fromLocal8Bit(argv[7]), std::atoi(argv[8]));
     return 0;
 }
