@@ -29,26 +29,23 @@ Words pixelPair(const QRgb *pixels)
 }
 
 // `share` of the second in 256ths. The difference may wrap around, the sum comes back.
-Words mixed(Words first, Words second, quint16 share)
+template <typename Share> Words mixed(Words first, Words second, Share share)
 {
     return ((first << 8) + (second - first) * share + Half) >> 8;
 }
 
-// Shares in 256ths of the right and of the lower pixels. Where both are 0 the pixel stays as it is.
-QRgb blend(const QRgb *upper, const QRgb *lower, quint16 right, quint16 down)
+Words sharesOf(const quint16 *shares)
 {
-    const Words column = mixed(pixelPair(upper), pixelPair(lower), down);
-    const Words exchanged = __builtin_shufflevector(column, column, 4, 5, 6, 7, 0, 1, 2, 3);
-    const Words sum = mixed(column, exchanged, right);
-    const Bytes bytes = __builtin_convertvector(sum, Bytes);
-    QRgb pixel;
-    std::memcpy(&pixel, &bytes, sizeof pixel);
-    return pixel;
+    Words words;
+    std::memcpy(&words, shares, sizeof words);
+    return words;
 }
 
 // Premultiplied.
 QRgb over(QRgb pixel, QRgb ground)
 {
+    if (qAlpha(pixel) == 255)
+        return pixel;
     const auto rest = static_cast<quint64>(255 - qAlpha(pixel));
     constexpr quint64 Channels = 0x00ff00ff00ff00ffULL;
     const quint64 spread = (ground | static_cast<quint64>(ground) << 24) & Channels;
@@ -75,6 +72,7 @@ bool FlipWarp::begin(const QImage &source, const QTransform &transform, int widt
         return false;
     m_source = source;
     m_columns.resize(static_cast<std::size_t>(width));
+    m_shares.resize(4 * (m_columns.size() + 1));
     const int last = source.width() - 2;
     for (int x = 0; x < width; ++x) {
         // From the middle of a pixel to the middle of a pixel.
@@ -85,8 +83,8 @@ bool FlipWarp::begin(const QImage &source, const QTransform &transform, int widt
         const double height = (toSource.m12() * centre + toSource.m32()) / depth + step / 2 - 0.5;
         const int left = std::clamp(across >> PointBits, 0, last);
         const bool inside = left == across >> PointBits;
-        m_columns[x]
-            = {fixed(height), fixed(step), left, static_cast<quint16>(inside ? across >> 8 & 0xff : 0)};
+        m_columns[x] = {fixed(height), fixed(step), left};
+        std::fill_n(m_shares.begin() + 4 * x, 4, static_cast<quint16>(inside ? across >> 8 & 0xff : 0));
     }
     return true;
 }
@@ -106,17 +104,30 @@ void FlipWarp::drawRow(QRgb *row)
 
 void FlipWarp::drawColumns(QRgb *row, std::size_t first, std::size_t end)
 {
-    const auto *pixels = reinterpret_cast<const QRgb *>(m_source.constBits());
+    const auto *source = reinterpret_cast<const QRgb *>(m_source.constBits());
     const std::ptrdiff_t stride = m_source.bytesPerLine() / PixelBytes;
     const int last = m_source.height() - 2;
-    for (std::size_t index = first; index < end; ++index) {
-        Column &column = m_columns[index];
-        // The padding makes what is above and below transparent.
+    // Two neighbours in the source, mixed with the two below them. The padding makes what is above and below
+    // the picture transparent.
+    const auto columnPixels = [=](Column &column) {
         const int y = std::clamp(column.height >> PointBits, 0, last);
-        const QRgb *upper = pixels + y * stride + column.x;
-        const QRgb pixel
-            = blend(upper, upper + stride, column.share, static_cast<quint16>(column.height >> 8 & 0xff));
-        row[index] = qAlpha(pixel) == 255 ? pixel : over(pixel, row[index]);
+        const QRgb *upper = source + y * stride + column.x;
+        const auto down = static_cast<quint16>(column.height >> 8 & 0xff);
         column.height += column.step;
+        return mixed(pixelPair(upper), pixelPair(upper + stride), down);
+    };
+    // Two columns at a time; what is drawn of an odd last one's neighbour is thrown away.
+    for (std::size_t index = first; index < end; index += 2) {
+        const bool single = index + 1 == end;
+        const Words left = columnPixels(m_columns[index]);
+        const Words right = single ? left : columnPixels(m_columns[index + 1]);
+        const Words near = __builtin_shufflevector(left, right, 0, 1, 2, 3, 8, 9, 10, 11);
+        const Words far = __builtin_shufflevector(left, right, 4, 5, 6, 7, 12, 13, 14, 15);
+        const Bytes bytes = __builtin_convertvector(mixed(near, far, sharesOf(&m_shares[4 * index])), Bytes);
+        QRgb pixels[2];
+        std::memcpy(pixels, &bytes, sizeof pixels);
+        row[index] = over(pixels[0], row[index]);
+        if (!single)
+            row[index + 1] = over(pixels[1], row[index + 1]);
     }
 }

@@ -27,13 +27,14 @@ private:
         // The source's height for the row at hand and the step to the next row; 16 bits after the point.
         int height;
         int step;
-        // The left one of two neighbouring source pixels, and how much of the right one is seen in 256ths.
+        // The left one of two neighbouring source pixels.
         int x;
-        quint16 share;
     };
 
     void drawColumns(QRgb *row, std::size_t first, std::size_t end);
 
     QImage m_source;
     std::vector<Column> m_columns;
+    // How much of the right neighbour is seen, in 256ths: four times for each column, for its four channels.
+    std::vector<quint16> m_shares;
 };
