@@ -58,6 +58,8 @@ void StatusLine::followState()
         if (previous != RecorderStateRecordingPaused) {
             m_device = m_delegate->currentDevice();
             m_disk = DiskWatch();
+            m_lookingAt.clear();
+            m_lookingSince.reset();
         }
         m_disk.start(steady_clock::now());
         m_sound->start(m_delegate->recordingTask());
@@ -79,21 +81,20 @@ void StatusLine::timerEvent(QTimerEvent *event)
     refresh();
 }
 
-// A disk that does not answer is not asked again before it does; the window never waits for it.
+// A disk that does not answer is not asked again before it does; the window never waits for it. The next
+// recording may be on another disk: it asks for itself, and an answer that comes too late is not about it.
 void StatusLine::lookAtDisk()
 {
     if (m_lookingSince)
         return;
     m_lookingSince = steady_clock::now();
-    const QString path = m_delegate->currentOutputFile();
+    m_lookingAt = m_delegate->currentOutputFile();
     platform::examineOutputFileLater(
-        path, [self = QPointer(this), path](const platform::OutputFileState &file) {
-            if (!self)
+        m_lookingAt, [self = QPointer(this), path = m_lookingAt](const platform::OutputFileState &file) {
+            if (!self || path != self->m_lookingAt)
                 return;
             self->m_lookingSince.reset();
-            // Another recording may have begun meanwhile.
-            if (path == self->m_delegate->currentOutputFile())
-                self->judgeDisk(file);
+            self->judgeDisk(file);
             self->refresh();
         });
 }

@@ -47,6 +47,7 @@ private:
     SoundWatch *m_sound;
     DiskWatch m_disk;
     QBasicTimer m_timer;
+    QString m_lookingAt; // the file that the disk was asked about last, in this recording
     std::optional<std::chrono::steady_clock::time_point> m_lookingSince; // at the disk, without an answer
     int m_state = 0;
     QString m_device; // of the recording; the choice for the next one may differ

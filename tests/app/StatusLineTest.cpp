@@ -6,6 +6,9 @@
 #include "tests/app/RecorderRig.h"
 #include "tests/support/Waiting.h"
 
+#include <condition_variable>
+#include <mutex>
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -59,8 +62,10 @@ class StatusLineTest : public RecorderRigTest {
 protected:
     StatusLineTest()
     {
-        platform::setOutputFileExaminer([disk = disk](const QString &) {
-            const std::scoped_lock lock(disk->mutex);
+        platform::setOutputFileExaminer([disk = disk](const QString &path) {
+            std::unique_lock lock(disk->mutex);
+            while (path == disk->silentAbout)
+                disk->answers.wait(lock);
             return disk->file;
         });
     }
@@ -71,6 +76,12 @@ protected:
         const std::scoped_lock lock(disk->mutex);
         disk->file = state;
     }
+    void setSilentAbout(const QString &path)
+    {
+        const std::scoped_lock lock(disk->mutex);
+        disk->silentAbout = path;
+        disk->answers.notify_all();
+    }
     bool says(const QString &text)
     {
         return waitUntil([&] { return status.text() == text; });
@@ -79,6 +90,8 @@ protected:
     // Outlives the test as long as somebody still looks at it.
     struct Disk {
         std::mutex mutex;
+        std::condition_variable answers;
+        QString silentAbout;
         OutputFileState file = fileOf(1, 1000 * kMegabyte);
     };
     std::shared_ptr<Disk> disk = std::make_shared<Disk>();
@@ -147,13 +160,26 @@ TEST_F(StatusLineTest, SaysWhatIsWrongWithTheDisk)
         EXPECT_TRUE(says(text)) << qPrintable(text);
         EXPECT_EQ(delegate.state(), RecorderStateRecording);
     }
-    {
-        const std::scoped_lock hold(disk->mutex);
-        EXPECT_TRUE(says(u"The disk does not answer"_s));
-    }
     EXPECT_TRUE(alerts.isEmpty());
     delegate.stopAction();
     EXPECT_EQ(status.text(), u"Ready"_s);
+}
+
+TEST_F(StatusLineTest, ADiskThatNeverAnswersConcernsOneRecordingOnly)
+{
+    bringTo(RecorderStateRecording);
+    const QString first = delegate.currentOutputFile();
+    setSilentAbout(first);
+    EXPECT_TRUE(says(u"The disk does not answer"_s));
+    delegate.stopAction();
+    EXPECT_EQ(status.text(), u"Ready"_s);
+
+    bringTo(RecorderStateRecording);
+    ASSERT_NE(delegate.currentOutputFile(), first);
+    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
+    setFile(OutputFileState{});
+    EXPECT_TRUE(says(u"The folder is gone"_s));
+    setSilentAbout(QString());
 }
 
 } // namespace
