@@ -6,7 +6,6 @@
 #include "platform/Logging.h"
 #include "platform/PropertyListShape.h"
 
-#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <locale.h>
@@ -134,20 +133,6 @@ PropertyList parse(const QByteArray &data)
     return PropertyList(parsed);
 }
 
-bool hasValueThatIsNoNumber(plist_t object)
-{
-    plist_dict_iter iterator = nullptr;
-    plist_dict_new_iter(object, &iterator);
-    const std::unique_ptr<void, FreeDeleter> owner(iterator);
-    plist_t value = nullptr;
-    do {
-        plist_dict_next_item(object, iterator, nullptr, &value);
-        if (std::isnan(realValue(value).value_or(0.0)))
-            return true;
-    } while (value);
-    return false;
-}
-
 plist_t rootObject(plist_t archive, const char *className)
 {
     if (!isOfType(archive, PLIST_DICT)
@@ -159,7 +144,7 @@ plist_t rootObject(plist_t archive, const char *className)
     if (!isOfType(top, PLIST_DICT) || !isOfType(objects, PLIST_ARRAY))
         return nullptr;
     plist_t object = referredObject(objects, plist_dict_get_item(top, "root"));
-    if (!isOfType(object, PLIST_DICT) || hasValueThatIsNoNumber(object))
+    if (!isOfType(object, PLIST_DICT))
         return nullptr;
     plist_t description = referredObject(objects, plist_dict_get_item(object, "$class"));
     if (!isOfType(description, PLIST_DICT)
