@@ -8,6 +8,7 @@
 #include "ui/CardStyle.h"
 
 #include <QAbstractButton>
+#include <QKeySequence>
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
@@ -43,7 +44,10 @@ void bindTitle(QAbstractButton *button, QObject *source, const QString &keyPath)
     // A button's own kind decides on the alignment: a push button's title is centred, a check box's left.
     platform::bind(button, source, keyPath, [button](const QVariant &value) {
         const auto title = value.value<AttributedString>();
+        // A new text takes a button's shortcut away.
+        const QKeySequence keys = button->shortcut();
         button->setText(title.string);
+        button->setShortcut(keys);
         applyAttributes(button, title);
     });
 }

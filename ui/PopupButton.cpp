@@ -6,6 +6,7 @@
 #include "ui/IconPaths.h"
 #include "ui/TextDisplay.h"
 
+#include <QKeySequence>
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -26,7 +27,10 @@ PopupButton::PopupButton(QWidget *parent)
 
 void PopupButton::setText(const QString &text)
 {
+    // A name is no title: its & marks no letter, and what the box shows does not change its shortcut.
+    const QKeySequence keys = shortcut();
     QPushButton::setText(text);
+    setShortcut(keys);
     setToolTip(TextDisplay::toolTip(text));
     updateGeometry();
 }

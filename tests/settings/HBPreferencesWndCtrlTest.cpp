@@ -225,6 +225,18 @@ TEST_F(HBPreferencesWndCtrlTest, OnlyMenuItemsChooseByTitle)
     EXPECT_EQ(controller->config()->encoderEngineQualityName(), u"high"_s);
 }
 
+TEST_F(HBPreferencesWndCtrlTest, EveryControlActsOnTheKeyThatItsToolTipNames)
+{
+    open();
+    testsupport::expectKeysOfToolTips(card, 7);
+    QTest::keyClick(card, Qt::Key_B, Qt::AltModifier);
+    EXPECT_TRUE(testsupport::waitUntil([this] { return !controller->config()->enableQualityTarget(); }));
+    QTest::keyClick(card, Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(testsupport::waitUntil([this] { return controller->config()->isCBR(); }));
+    controller->config()->setEncoderEngineQuality(KTMp3LameConfig::FastQuality);
+    testsupport::expectKeysOfToolTips(card, 7);
+}
+
 TEST_F(HBPreferencesWndCtrlTest, WhatHasNoEffectOnTheTargetIsDisabled)
 {
     open();

@@ -73,8 +73,9 @@ TEST_F(KTMP3ConfigureWndCtrlTest, EveryChangeIsInTheCallersObjectBeforeOk)
     EXPECT_EQ(controller.config(), config);
     QTest::keyClick(find<QWidget>("quality"), Qt::Key_Home);
     EXPECT_EQ(config->encodeQuality(), 0.0);
-    find<QAbstractButton>("bitrateTarget")->click();
-    EXPECT_EQ(config->encoderTarget(), 0);
+    testsupport::expectKeysOfToolTips(sheet, 5);
+    QTest::keyClick(sheet, Qt::Key_B, Qt::AltModifier);
+    EXPECT_TRUE(testsupport::waitUntil([this] { return config->encoderTarget() == 0; }));
     EXPECT_FALSE(find<QWidget>("quality")->isEnabled());
     find<QCheckBox>("constantBitrate")->click();
     EXPECT_TRUE(config->isCBR());

@@ -8,7 +8,9 @@
 #include "platform/desktop/FolderChooser.h"
 #include "platform/desktop/MainWindow.h"
 
+#include <QAbstractButton>
 #include <QDir>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QWidget>
@@ -63,6 +65,18 @@ template <typename Control> Control *control(QWidget *window, const char *name)
     auto *found = window->findChild<Control *>(QString::fromLatin1(name));
     EXPECT_NE(found, nullptr) << name;
     return found;
+}
+
+// Every button whose tool tip names a key has just this one as its shortcut.
+inline void expectKeysOfToolTips(const QWidget *window, int buttons)
+{
+    static const QRegularExpression named(QStringLiteral("\\((Alt\\+.)\\)$"));
+    for (const auto *button : window->findChildren<QAbstractButton *>()) {
+        const auto match = named.match(button->toolTip());
+        buttons -= match.hasMatch();
+        EXPECT_EQ(button->shortcut(), QKeySequence(match.captured(1))) << qPrintable(button->objectName());
+    }
+    EXPECT_EQ(buttons, 0);
 }
 
 } // namespace testsupport
