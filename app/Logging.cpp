@@ -3,4 +3,4 @@
 
 #include "app/Logging.h"
 
-Q_LOGGING_CATEGORY(lcApp, "flipside.app")
+Q_LOGGING_CATEGORY(lcApp, "flipside.app", QtInfoMsg)

@@ -3,4 +3,4 @@
 
 #include "encoder/Logging.h"
 
-Q_LOGGING_CATEGORY(lcEncoder, "flipside.encoder")
+Q_LOGGING_CATEGORY(lcEncoder, "flipside.encoder", QtInfoMsg)

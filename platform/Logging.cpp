@@ -3,4 +3,4 @@
 
 #include "platform/Logging.h"
 
-Q_LOGGING_CATEGORY(lcPlatform, "flipside.platform")
+Q_LOGGING_CATEGORY(lcPlatform, "flipside.platform", QtInfoMsg)

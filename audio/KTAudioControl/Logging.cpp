@@ -3,4 +3,4 @@
 
 #include "audio/KTAudioControl/Logging.h"
 
-Q_LOGGING_CATEGORY(lcAudio, "flipside.audio")
+Q_LOGGING_CATEGORY(lcAudio, "flipside.audio", QtInfoMsg)
