@@ -150,8 +150,9 @@ TEST_P(EitherKTAudioServer, goesOnWithADeviceThatIsPluggedInAgain)
 
     server.plug(u"Microphone"_s); // counts from zero again
     ASSERT_TRUE(waitForFrames(second / 2));
-    // PipeWire may stumble when a source that drives it comes or goes.
-    EXPECT_THAT(breaks(collector.frames()), testing::Contains(kept));
+    // PipeWire may stumble when a source that drives it comes or goes, and end one with a little silence.
+    const auto isAtTheGap = testing::AllOf(testing::Ge(kept - second / 10), testing::Le(kept));
+    EXPECT_THAT(breaks(collector.frames()), testing::Contains(isAtTheGap));
     EXPECT_LT(collector.frames()[kept], second / 2);
     EXPECT_TRUE(waitUntil([&] { return control->inputDevicesName().contains(u"Microphone"_s); }));
     EXPECT_THAT(changes.count, testing::AllOf(testing::Ge(2), testing::Le(3)));

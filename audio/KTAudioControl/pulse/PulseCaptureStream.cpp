@@ -62,6 +62,7 @@ void PulseCaptureStream::connectStream(pa_stream *stream)
 void PulseCaptureStream::streamReady()
 {
     m_deliver = !m_paused;
+    m_collected.reserve(2 * bytesIn(fragment)); // nothing is allocated while sound comes in
     // A command may have come while the server was making the stream.
     if (pa_stream_is_corked(stream()) != int(m_paused))
         const PulseOperationHandle cork(pa_stream_cork(stream(), int(m_paused), nullptr, nullptr));
@@ -72,7 +73,7 @@ void PulseCaptureStream::streamReady()
 void PulseCaptureStream::streamLost()
 {
     m_flush.reset();
-    corked(false);
+    corked();
     if (!std::exchange(m_lost, true))
         m_client->captureLost();
     connection().retryLater();
@@ -131,15 +132,14 @@ void PulseCaptureStream::pause()
         const PulseLock lock(connection().loop());
         m_paused = true;
         if (isReady()) {
-            const auto done = [](pa_stream *, int success, void *self) {
-                static_cast<PulseCaptureStream *>(self)->corked(success);
-            };
+            const auto done
+                = [](pa_stream *, int, void *self) { static_cast<PulseCaptureStream *>(self)->corked(); };
             operation.reset(pa_stream_cork(stream(), 1, done, this));
         }
         if (operation)
             m_corked = answer;
         else
-            answer->give(false);
+            answer->give();
     }
     answer->waitFor(pauseDeadline);
     const PulseLock lock(connection().loop());
@@ -149,11 +149,11 @@ void PulseCaptureStream::pause()
     m_deliver = false;
 }
 
-void PulseCaptureStream::corked(bool success)
+void PulseCaptureStream::corked()
 {
     deliverCollected();
     if (m_corked)
-        m_corked->give(success);
+        m_corked->give();
 }
 
 // Delivery begins when the server has thrown away what it may have kept during the pause, and it captures

@@ -32,7 +32,7 @@ private:
     void readAvailable();
     void collect(const void *data, std::size_t bytes);
     void deliverCollected();
-    void corked(bool success);
+    void corked();
     void flushed();
 
     const QString m_sourceKey;

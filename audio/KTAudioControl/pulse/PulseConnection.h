@@ -7,9 +7,9 @@
 #include "audio/KTAudioControl/pulse/PulseHandles.h"
 
 #include <QList>
+#include <QSemaphore>
 #include <chrono>
 #include <optional>
-#include <semaphore>
 
 namespace sound {
 
@@ -68,28 +68,22 @@ private:
     std::optional<Clock::time_point> m_lostAt; // no value while a connection stands
 };
 
-// One answer from the loop's thread that another thread waits for. The waiting thread must not hold the lock.
+// One answer from the loop's thread that another thread waits for, without the lock. What the answer is it
+// looks up under the lock. (std::binary_semaphore would do, but that of GCC 12 can miss a release and wait in
+// vain.)
 class PulseAnswer {
 public:
     // Lock. Only the first one counts.
-    void give(bool yes)
+    void give()
     {
-        if (m_given)
-            return;
-        m_given = true;
-        m_yes = yes;
-        m_semaphore.release();
+        if (!std::exchange(m_given, true))
+            m_semaphore.release();
     }
-    // False when the deadline passes first.
-    bool waitFor(std::chrono::milliseconds deadline)
-    {
-        return m_semaphore.try_acquire_for(deadline) && m_yes;
-    }
+    void waitFor(std::chrono::milliseconds deadline) { m_semaphore.tryAcquire(1, int(deadline.count())); }
 
 private:
-    std::binary_semaphore m_semaphore{0};
+    QSemaphore m_semaphore;
     bool m_given = false;
-    bool m_yes = false;
 };
 
 } // namespace sound

@@ -31,7 +31,7 @@ DeviceList PulseDevices::list() const
 void PulseDevices::waitForList(std::chrono::milliseconds deadline)
 {
     if (!isListed())
-        m_firstList.try_acquire_for(deadline);
+        m_firstList.tryAcquire(1, int(deadline.count()));
 }
 
 bool PulseDevices::isListed() const

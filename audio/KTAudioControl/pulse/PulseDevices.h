@@ -6,8 +6,8 @@
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseHandles.h"
 
+#include <QSemaphore>
 #include <mutex>
-#include <semaphore>
 
 namespace sound {
 
@@ -58,7 +58,7 @@ private:
     std::function<void()> m_changed;
     std::function<void()> m_listedCallback;
 
-    std::binary_semaphore m_firstList{0};
+    QSemaphore m_firstList;
     mutable std::mutex m_mutex; // guards what follows; only the loop's thread writes it
     DeviceList m_list;
     bool m_isListed = false;

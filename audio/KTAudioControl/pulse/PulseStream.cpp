@@ -48,7 +48,7 @@ bool PulseStream::open()
         if (m_connection->readyContext())
             start();
         else if (!m_connection->isConnecting())
-            m_opened.give(false);
+            m_opened.give();
     }
     m_opened.waitFor(openDeadline);
     const PulseLock lock(m_connection->loop());
@@ -88,7 +88,7 @@ void PulseStream::stateChanged()
     if (state == PA_STREAM_READY) {
         m_hasRun = true;
         streamReady();
-        m_opened.give(true);
+        m_opened.give();
     } else if (!PA_STREAM_IS_GOOD(state)) {
         streamFailed();
     }
@@ -98,7 +98,7 @@ void PulseStream::streamFailed()
 {
     const bool ran = m_stream && m_hasRun;
     m_stream.reset();
-    m_opened.give(false);
+    m_opened.give();
     if (ran)
         streamLost();
 }
