@@ -127,9 +127,10 @@ bool KTMp3Lame::readyToEncode()
         return false;
     }
     configLameEncoder();
-    const bool accepted = lame_init_params(m_handle.get()) >= 0;
+    if (lame_init_params(m_handle.get()) < 0)
+        return false;
     m_encoder.store(m_handle.get(), std::memory_order_release);
-    return accepted;
+    return true;
 }
 
 void KTMp3Lame::configLameEncoder()

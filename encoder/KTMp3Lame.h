@@ -22,7 +22,7 @@ struct lame_global_struct;
 // Threads: the PCM calls belong to the capture thread, one at a time; everything else to the main thread,
 // apart from the accessors of outFile and meta, which any thread may use. PCM calls may overlap
 // readyToEncode(), which publishes the encoder when it is set up; until then they are refused. They must not
-// overlap finalizeEncode() nor the destructor.
+// overlap configLameEncoder(), finalizeEncode() nor the destructor.
 //
 // The buffers are part of the object, so that no PCM call allocates: more than half a megabyte, for the heap.
 class KTMp3Lame {
@@ -70,7 +70,7 @@ public:
     // The log line of a result of the encoder; none for 0 and above.
     void logErrorMessage(qint32 code) const;
     // What the encoder says, on the thread that called it. Does nothing here.
-    virtual void reportMessage(const QString &message, qint32 messageType);
+    virtual void reportMessage(const QString &message, qint32 msgType);
 
     // A cover picture of at most 600 x 600 as JPEG; the same data when it is no picture. Any thread.
     static QByteArray downAlbumArtSize(const QByteArray &imageData);
@@ -101,7 +101,8 @@ private:
     QString m_outFile;
     std::unique_ptr<std::FILE, FileCloser> m_file;
     std::unique_ptr<lame_global_struct, HandleCloser> m_handle;
-    // The handle as the capture thread sees it: null until everything behind it is in place.
+    // The handle as the capture thread sees it: null until everything behind it is in place, and for good
+    // when the encoder refuses its settings.
     std::atomic<lame_global_struct *> m_encoder = nullptr;
     std::array<unsigned char, outputCapacity + outputMargin> m_output;
     std::array<long, splitLength> m_left;

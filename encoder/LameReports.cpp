@@ -12,7 +12,7 @@
 struct LameReportHooks {
     // The messages are libmp3lame's own, a line each. One that does not fit means that its arguments are no
     // longer what its format says; nothing is written past the buffer, and going on would not be safe.
-    static void report(const char *format, va_list arguments, qint32 messageType)
+    static void report(const char *format, va_list arguments, qint32 msgType)
     {
         if (!LameReports::s_writer)
             return;
@@ -20,7 +20,7 @@ struct LameReportHooks {
         const int length = std::vsnprintf(text, sizeof text, format, arguments);
         if (length >= int(sizeof text))
             qFatal("A message of the encoder needs %d bytes.", length);
-        LameReports::s_writer->reportMessage(QString::fromUtf8(text), messageType);
+        LameReports::s_writer->reportMessage(QString::fromUtf8(text), msgType);
     }
     static void error(const char *format, va_list arguments)
     {
