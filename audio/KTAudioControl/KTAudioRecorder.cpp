@@ -9,11 +9,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace {
 
 // What a hole is filled with, in as many pieces as it takes. All zeros is silence in every capture format.
-constexpr std::array<std::byte, 24576> silence{};
+alignas(std::max_align_t) constexpr std::array<std::byte, 24576> silence{};
 
 } // namespace
 
