@@ -28,7 +28,7 @@ public:
 protected:
     bool event(QEvent *event) override
     {
-        const std::function<void()> work = takeFirst();
+        const std::function<void()> work = event->type() == QEvent::User ? takeFirst() : nullptr;
         if (!work)
             return QObject::event(event);
         work();
