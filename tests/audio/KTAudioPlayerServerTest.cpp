@@ -121,6 +121,18 @@ TEST_F(KTAudioPlayerServerTest, EverySampleIsHeardBeforeTheEndIsReportedAndAPaus
     EXPECT_TRUE(speakers.listen([&] { return listener.ends == 1; }));
     EXPECT_TRUE(before + trimmed(speakers.heard) == trimmed(decodedByMpg123(path).bytes()));
     EXPECT_LT(before.size(), speakers.heard.size());
+
+    speakers.heard.clear();
+    player->playWithFile(path);
+    qsizetype heardAtStop = 0;
+    EXPECT_TRUE(speakers.listen([&] {
+        if (speakers.heard.size() > 48000 && player->state() == KTAudioTransportStateRunning) {
+            player->stop();
+            heardAtStop = speakers.heard.size();
+        }
+        return player->state() == KTAudioTransportStateStopped;
+    }));
+    EXPECT_LT(trimmed(speakers.heard.sliced(heardAtStop)).size(), 96000) << "half a second after a stop";
 }
 
 TEST_F(KTAudioPlayerServerTest, AServerThatDiesOrNeverAnswersEndsThePlayback)

@@ -185,8 +185,8 @@ TEST_F(KTAudioRecorderTest, stopsOnlyWhenTheBufferUnderWayIsThrough)
     SlowDelegate slow;
     recorder->setDelegate(&slow);
     ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
-    std::thread soundThread([&] { system->push(frames); });
-    slow.entered.get_future().wait();
+    std::jthread soundThread([&] { system->push(frames); });
+    EXPECT_EQ(slow.entered.get_future().wait_for(5s), std::future_status::ready);
     recorder->stopRecord();
     EXPECT_TRUE(slow.done);
     soundThread.join();

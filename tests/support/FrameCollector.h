@@ -71,13 +71,16 @@ private:
 };
 
 // Where a number does not follow the one before it: positions of lost, repeated or swapped frames. A number
-// may follow silence, because a microphone that has just been plugged in hears nothing at first.
+// may follow silence, because a microphone that has just been plugged in hears nothing at first; where there
+// is nothing but silence, that is not what was captured.
 inline std::vector<std::size_t> breaks(const std::vector<std::uint32_t> &frames)
 {
     std::vector<std::size_t> positions;
     for (std::size_t i = 1; i < frames.size(); ++i)
         if (frames[i] != frames[i - 1] + 1 && frames[i - 1] != 0)
             positions.push_back(i);
+    if (!frames.empty() && frames.back() == 0)
+        positions.push_back(frames.size());
     return positions;
 }
 
