@@ -270,8 +270,8 @@ class Server:
         self.kill()
         shutil.rmtree(self.directory, ignore_errors=True)
 
-    def load(self, specification):
-        name, _, signal_name = specification.partition("=")
+    def load(self, microphone):
+        name, _, signal_name = microphone.partition("=")
         if name not in self.microphones:
             self.microphones[name] = Microphone(self, name, signal_name or "counter")
         return self.microphones[name].plug()
@@ -327,8 +327,8 @@ def main():
     server = Server(options.pipewire, not options.no_speakers)
     try:
         server.start()
-        for specification in options.mic:
-            server.load(specification)
+        for microphone in options.mic:
+            server.load(microphone)
         answer(environment=server.shared, directory=server.directory, pid=os.getpid(),
                server_pid=server.daemon.pid)
         if options.control:
