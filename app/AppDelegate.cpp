@@ -230,7 +230,9 @@ void AppDelegate::startRecord()
         setState(RecorderStateRecording);
     } else {
         alertFailedStartRecording(task->audioStreamBaseDescription());
-        setRecordingTask(nullptr);
+        // While the alert was up, another attempt may have become the recording.
+        if (m_recordingTask == task)
+            setRecordingTask(nullptr);
     }
 }
 

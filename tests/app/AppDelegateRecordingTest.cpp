@@ -67,6 +67,22 @@ TEST_F(AppDelegateRecordingTest, AStartThatFailsSaysSoAndKeepsTheNameOfTheFile)
     EXPECT_EQ(delegate.state(), RecorderStateRecording);
 }
 
+TEST_F(AppDelegateRecordingTest, ARecordingThatStartsWhileAnAlertIsUpGoesOn)
+{
+    platform::Alert::setPresenter([this](const platform::Alert &alert) {
+        alerts.append(alert);
+        sound->setRefuseStarts(false);
+        record();
+    });
+    sound->setRefuseStarts(true);
+    record();
+    ASSERT_EQ(alerts.size(), 1);
+    EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    ASSERT_TRUE(delegate.recordingTask());
+    delegate.stopAction();
+    EXPECT_FALSE(sound->captureOpen());
+}
+
 TEST_F(AppDelegateRecordingTest, AFinishedRecordingIsRevealedUnlessTheUserHasTurnedThatOff)
 {
     bringTo(RecorderStateRecordingPaused);
