@@ -94,9 +94,10 @@ void ConfigureSheet::end()
     host->activateWindow();
 }
 
-// The window system's close button: the same as OK.
+// The window system's close button: the same as OK. A sheet that is open does not stand in the way of the end
+// of the program or of the session.
 void ConfigureSheet::closeEvent(QCloseEvent *event)
 {
-    event->ignore();
+    event->accept();
     m_controller->okAction(this);
 }

@@ -90,7 +90,7 @@ TEST_F(KTMP3ConfigureWndCtrlTest, EveryChangeIsInTheCallersObjectBeforeOk)
 TEST_F(KTMP3ConfigureWndCtrlTest, TheSheetBlocksItsHostAndEachWayOutIsOk)
 {
     const std::function<void()> waysOut[] = {[this] { find<QAbstractButton>("ok")->click(); },
-        [this] { QTest::keyClick(sheet, Qt::Key_Escape); }, [this] { sheet->close(); },
+        [this] { QTest::keyClick(sheet, Qt::Key_Escape); }, [this] { EXPECT_TRUE(sheet->close()); },
         [this] { controller.okAction(); }};
     for (const auto &leave : waysOut) {
         begin();
