@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QShortcutEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -63,6 +64,11 @@ void CardWindow::showEvent(QShowEvent *event)
     // Without a compositor the corners would be black.
     m_roundedCorners = platform::compositorRuns();
     QWidget::showEvent(event);
+    // All buttons are there by now; one that has the filter already is given no second one.
+    for (QAbstractButton *button : findChildren<QAbstractButton *>()) {
+        if (button->window() == this)
+            button->installEventFilter(this);
+    }
     // After the first paint, which must not wait for the session bus.
     QTimer::singleShot(0, this, &FlipPermission::prepare);
 }
@@ -75,4 +81,15 @@ void CardWindow::keyPressEvent(QKeyEvent *event)
         button->click();
     else
         QWidget::keyPressEvent(event);
+}
+
+bool CardWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *button = qobject_cast<QAbstractButton *>(watched);
+    if (!button || event->type() != QEvent::Shortcut || static_cast<QShortcutEvent *>(event)->isAmbiguous())
+        return QWidget::eventFilter(watched, event);
+    if (button->isCheckable())
+        button->setFocus(Qt::ShortcutFocusReason);
+    button->click();
+    return true;
 }

@@ -29,6 +29,8 @@ protected:
     void showEvent(QShowEvent *event) override;
     // Return presses the focused button, as Space does.
     void keyPressEvent(QKeyEvent *event) override;
+    // A button's own shortcut acts at once. A toolkit's button first stays down for a tenth of a second.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     TitleStrip *m_titleStrip;
