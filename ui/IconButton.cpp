@@ -73,6 +73,15 @@ void IconButton::setLook(Look look)
     Q_EMIT lookChanged();
 }
 
+void IconButton::setLit(bool lit)
+{
+    if (m_lit == lit)
+        return;
+    m_lit = lit;
+    update();
+    Q_EMIT litChanged();
+}
+
 void IconButton::setDiameter(int diameter)
 {
     if (m_diameter == diameter)
@@ -132,7 +141,7 @@ void IconButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(isEnabled() ? 1 : CardStyle::DisabledOpacity);
+    painter.setOpacity(isEnabled() || m_lit ? 1 : CardStyle::DisabledOpacity);
     const QRectF circle = disc();
     painter.setPen(Qt::NoPen);
     painter.setBrush(discColor());

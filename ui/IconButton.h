@@ -13,6 +13,7 @@ class IconButton : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(Icon shape READ shape WRITE setShape NOTIFY shapeChanged)
     Q_PROPERTY(Look look READ look WRITE setLook NOTIFY lookChanged)
+    Q_PROPERTY(bool lit READ isLit WRITE setLit NOTIFY litChanged)
     Q_PROPERTY(int diameter READ diameter WRITE setDiameter NOTIFY diameterChanged)
 
 public:
@@ -35,6 +36,9 @@ public:
     void setShape(Icon shape);
     Look look() const { return m_look; }
     void setLook(Look look);
+    // Shows that what the button has started goes on: in full colour, also while it is disabled.
+    bool isLit() const { return m_lit; }
+    void setLit(bool lit);
     // In points of the card.
     int diameter() const { return m_diameter; }
     void setDiameter(int diameter);
@@ -44,6 +48,7 @@ public:
 Q_SIGNALS:
     void shapeChanged();
     void lookChanged();
+    void litChanged();
     void diameterChanged();
 
 protected:
@@ -60,6 +65,7 @@ private:
 
     Icon m_shape = Play;
     Look m_look = Plain;
+    bool m_lit = false;
     int m_diameter = 24;
     QPainterPath m_path;
 };
