@@ -6,6 +6,7 @@
 #include "app/AppDelegate.h"
 #include "platform/Binding.h"
 #include "ui/CardStyle.h"
+#include "ui/IconButton.h"
 #include "ui/TitleStrip.h"
 #include "ui_MainWindow.h"
 
@@ -40,6 +41,7 @@ MainCard::MainCard(AppDelegate *delegate)
     bindControls();
     connectCommands();
     nameShortcuts();
+    orderTabs();
     m_ui->recordButton->setFocus();
 }
 
@@ -58,6 +60,9 @@ void MainCard::bindControls()
     bind(m_ui->audioDeviceBox, "text", m_delegate, u"currentDevice"_s);
     bind(m_ui->outputFile, "text", m_delegate, u"currentOutputFile"_s);
     bindEnabled(m_ui->recordButton, u"canRecord"_s);
+    bind(m_ui->recordButton, m_delegate, u"state"_s, [this](const QVariant &state) {
+        m_ui->recordButton->setLit(state.toInt() == RecorderStateRecording);
+    });
     bindEnabled(m_ui->pauseButton, u"canPause"_s);
     bindEnabled(m_ui->stopButton, u"canStop"_s);
     bindEnabled(m_ui->playButton, u"canPlay"_s);
@@ -92,14 +97,23 @@ void MainCard::connectCommands()
 // A tool tip is the control's name and its key. Closing the card is quitting.
 void MainCard::nameShortcuts()
 {
+    titleStrip()->closeButton()->setShortcut(QKeySequence::Quit);
     const auto buttons = findChildren<QAbstractButton *>();
     for (QAbstractButton *button : buttons) {
-        if (button->accessibleName() == u"Close")
-            button->setShortcut(QKeySequence::Quit);
         const QString key = button->shortcut().toString(QKeySequence::NativeText);
         if (!key.isEmpty())
             button->setToolTip(u"%1 (%2)"_s.arg(button->accessibleName(), key));
     }
+}
+
+// As the eye reads the card. The interface file does not know the buttons of the window.
+void MainCard::orderTabs()
+{
+    const QList<QWidget *> order{m_ui->preferencesButton, m_ui->helpButton, titleStrip()->minimiseButton(),
+        titleStrip()->closeButton(), m_ui->audioDeviceBox, m_ui->playButton, m_ui->recordButton,
+        m_ui->pauseButton, m_ui->stopButton, m_ui->showButton};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
 }
 
 void MainCard::bindEnabled(QWidget *control, const QString &keyPath)

@@ -33,6 +33,7 @@ private:
     void bindControls();
     void connectCommands();
     void nameShortcuts();
+    void orderTabs();
 
     void bindEnabled(QWidget *control, const QString &keyPath);
     void bindVisible(QWidget *control, const QString &keyPath);

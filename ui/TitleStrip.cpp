@@ -48,20 +48,20 @@ void TitleStrip::addTool(QAbstractButton *button)
 
 void TitleStrip::addMinimiseButton()
 {
-    auto *button = new IconButton(IconButton::Minimise, this);
-    button->setAccessibleName(tr("Minimise"));
-    button->setToolTip(tr("Minimise"));
-    connect(button, &IconButton::clicked, this, [this] { window()->showMinimized(); });
-    m_windowButtons->addWidget(button);
+    m_minimise = new IconButton(IconButton::Minimise, this);
+    m_minimise->setAccessibleName(tr("Minimise"));
+    m_minimise->setToolTip(tr("Minimise"));
+    connect(m_minimise, &IconButton::clicked, this, [this] { window()->showMinimized(); });
+    m_windowButtons->addWidget(m_minimise);
 }
 
 void TitleStrip::addCloseButton()
 {
-    auto *button = new IconButton(IconButton::Close, this);
-    button->setAccessibleName(tr("Close"));
-    button->setToolTip(tr("Close"));
-    connect(button, &IconButton::clicked, this, [this] { window()->close(); });
-    m_windowButtons->addWidget(button);
+    m_close = new IconButton(IconButton::Close, this);
+    m_close->setAccessibleName(tr("Close"));
+    m_close->setToolTip(tr("Close"));
+    connect(m_close, &IconButton::clicked, this, [this] { window()->close(); });
+    m_windowButtons->addWidget(m_close);
 }
 
 int TitleStrip::widestSide() const

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class IconButton;
 class QAbstractButton;
 class QHBoxLayout;
 
@@ -21,6 +22,9 @@ public:
     void addTool(QAbstractButton *button);
     void addMinimiseButton();
     void addCloseButton();
+    // Null until they have been added.
+    IconButton *minimiseButton() const { return m_minimise; }
+    IconButton *closeButton() const { return m_close; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -35,6 +39,8 @@ private:
 
     QHBoxLayout *m_tools;
     QHBoxLayout *m_windowButtons;
+    IconButton *m_minimise = nullptr;
+    IconButton *m_close = nullptr;
     // The window's position minus the pointer's, while the left button is down on the strip.
     QPoint m_grip;
     QPoint m_pressPosition;
