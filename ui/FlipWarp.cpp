@@ -84,7 +84,8 @@ bool FlipWarp::begin(const QImage &source, const QTransform &transform, int widt
         const int left = std::clamp(across >> PointBits, 0, last);
         const bool inside = left == across >> PointBits;
         m_columns[x] = {fixed(height), fixed(step), left};
-        std::fill_n(m_shares.begin() + 4 * x, 4, static_cast<quint16>(inside ? across >> 8 & 0xff : 0));
+        std::fill_n(m_shares.begin() + std::ptrdiff_t(4) * x, 4,
+            static_cast<quint16>(inside ? across >> 8 & 0xff : 0));
     }
     return true;
 }

@@ -46,7 +46,8 @@ QImage picture(xcb_connection_t *connection, xcb_window_t root, const QRect &par
     if (!reply || xcb_get_image_data_length(reply.get()) < bytes)
         return {};
     const uchar *data = xcb_get_image_data(reply.get());
-    return QImage(data, part.width(), part.height(), part.width() * 4, QImage::Format_RGB32).copy();
+    return QImage(data, part.width(), part.height(), qsizetype(part.width()) * 4, QImage::Format_RGB32)
+        .copy();
 }
 
 bool inputHasEnded()
