@@ -19,6 +19,7 @@ public:
             m_attached = false;
             m_devices = {};
         });
+        sound::soundSystem(); // begins to connect
     }
 
     // Lists the devices for the first time, and follows their changes from then on.
