@@ -6,6 +6,7 @@
 #include "tests/support/Waiting.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -108,6 +109,19 @@ TEST_F(KTAudioControlTest, reportsOnlyWhenOtherNamesAreThere)
     system->setDevices(QStringList());
     settle();
     EXPECT_THAT(control->inputDevicesName(), IsEmpty());
+}
+
+// Out of file descriptors, for example.
+TEST_F(KTAudioControlTest, withoutRoomForAConnectionThereAreNoDevices)
+{
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+    const rlimit none{0, limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    sound::setSoundSystem(nullptr);
+    EXPECT_THAT(control->inputDevicesName(), IsEmpty());
+    EXPECT_FALSE(sound::soundSystem().openCapture(u"Microphone"_s, {}, nullptr));
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
 }
 
 } // namespace

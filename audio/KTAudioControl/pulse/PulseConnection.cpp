@@ -17,8 +17,11 @@ constexpr auto slowAfter = 10s;
 // A restarting server does not take the user's choice of device away.
 constexpr auto forgetDevicesAfter = 2s;
 
+// Null when the process has no room for it: out of file descriptors, for example.
 PulseContextHandle newContext(pa_threaded_mainloop *loop)
 {
+    if (!loop)
+        return nullptr;
     const PulsePropertiesHandle properties(pa_proplist_new());
     pa_proplist_sets(properties.get(), PA_PROP_APPLICATION_ID, "io.github.flipside_recorder.Flipside");
     pa_proplist_sets(properties.get(), PA_PROP_APPLICATION_ICON_NAME, "io.github.flipside_recorder.Flipside");
@@ -34,6 +37,11 @@ PulseConnection::PulseConnection()
     , m_lostAt(Clock::now())
 {
     m_devices.setListed([this] { devicesListed(); });
+    if (!m_context) {
+        qCWarning(lcAudio, "There is no room for a connection to the sound server.");
+        m_devices.forget();
+        return;
+    }
     pa_threaded_mainloop_set_name(m_loop.get(), "flipside-sound");
     // Connected from the loop's own thread, because looking a server up may take its time.
     connectAfter(0ms);
@@ -96,8 +104,12 @@ void PulseConnection::connectOrRefresh()
 {
     if (readyContext())
         return m_devices.refresh();
-    if (pa_context_get_state(m_context.get()) != PA_CONTEXT_UNCONNECTED)
-        m_context = newContext(m_loop.get());
+    if (pa_context_get_state(m_context.get()) != PA_CONTEXT_UNCONNECTED) {
+        PulseContextHandle context = newContext(m_loop.get());
+        if (!context)
+            return contextLost();
+        m_context = std::move(context);
+    }
     const auto changed
         = [](pa_context *, void *self) { static_cast<PulseConnection *>(self)->contextStateChanged(); };
     pa_context_set_state_callback(m_context.get(), changed, this);

@@ -63,6 +63,8 @@ void PulseDevices::refresh()
     m_incoming = {};
     m_serverRequest.reset(pa_context_get_server_info(m_context, serverInfo, this));
     m_sourcesRequest.reset(pa_context_get_source_info_list(m_context, sourceInfo, this));
+    if (!m_serverRequest || !m_sourcesRequest)
+        listComplete(false);
 }
 
 void PulseDevices::stop()
@@ -114,8 +116,8 @@ void PulseDevices::listComplete(bool success)
 {
     m_serverRequest.reset();
     m_sourcesRequest.reset();
-    m_incomplete = success && misses(m_incoming);
-    if (success && !m_incomplete)
+    m_incomplete = !success || misses(m_incoming);
+    if (!m_incomplete)
         publish(m_incoming);
     if (m_askAgain)
         refresh();

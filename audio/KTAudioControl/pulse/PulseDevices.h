@@ -34,8 +34,8 @@ public:
     void stop();
     // There is no server.
     void forget() { publish({}); }
-    // A server that has just come back still misses devices that it had before; they are kept in the list for
-    // a while, and it has to be asked again.
+    // It has to be asked again: the last request failed, or the server has just come back and still misses
+    // devices that it had before, which are kept in the list for a while.
     bool isIncomplete() const { return m_incomplete; }
     bool isKnown(const QString &sourceKey) const;
 

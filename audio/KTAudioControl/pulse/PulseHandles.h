@@ -35,16 +35,23 @@ using PulseStreamHandle = std::unique_ptr<pa_stream, PulseDeleter>;
 using PulseOperationHandle = std::unique_ptr<pa_operation, PulseDeleter>;
 using PulsePropertiesHandle = std::unique_ptr<pa_proplist, PulseDeleter>;
 
-// Holds the loop's lock: as long as it lives no callback runs. Not on the loop's own thread.
+// Holds the loop's lock: as long as it lives no callback runs. Not on the loop's own thread. Without a loop
+// nothing runs anyway.
 class PulseLock {
 public:
     explicit PulseLock(pa_threaded_mainloop *loop)
         : m_loop(loop)
     {
+        if (!m_loop)
+            return;
         Q_ASSERT(!pa_threaded_mainloop_in_thread(loop));
         pa_threaded_mainloop_lock(m_loop);
     }
-    ~PulseLock() { pa_threaded_mainloop_unlock(m_loop); }
+    ~PulseLock()
+    {
+        if (m_loop)
+            pa_threaded_mainloop_unlock(m_loop);
+    }
     PulseLock(const PulseLock &) = delete;
     PulseLock &operator=(const PulseLock &) = delete;
 
