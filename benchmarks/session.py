@@ -12,13 +12,16 @@ memory of each recorder's processes, as the kernel accounts for them.
 
 import json
 import os
+import select
 import signal
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 
 RATE = 48000
+DEADLINE = 30  # seconds that any step may take
 
 
 class Microphone:
@@ -27,6 +30,9 @@ class Microphone:
     def __init__(self):
         script = os.path.join(os.path.dirname(__file__), "..", "tests", "support", "sound_server.py")
         self.server = subprocess.Popen([script, "--mic", "microphone=music"], stdout=subprocess.PIPE, text=True)
+        if not select.select([self.server.stdout], [], [], DEADLINE)[0]:
+            self.close()
+            raise SystemExit("The sound server does not start.")
         answer = json.loads(self.server.stdout.readline())
         if "error" in answer:
             raise SystemExit(f"{answer['error']}\n{answer['log']}")
@@ -34,7 +40,7 @@ class Microphone:
 
     def close(self):
         self.server.terminate()
-        self.server.wait()
+        self.server.wait(DEADLINE)
 
 
 class Recorder:
@@ -55,9 +61,16 @@ class Recorder:
     def finish(self):
         if self.stop:
             self.processes[0].send_signal(self.stop)
+        watchdog = threading.Timer(DEADLINE, self.kill)
+        watchdog.start()
         self.output = self.processes[0].stdout.read() if len(self.processes) == 1 else b""
         usages = [os.wait4(process.pid, 0)[2] for process in self.processes]
+        watchdog.cancel()
         self.cpu = sum(usage.ru_utime + usage.ru_stime for usage in usages)
+
+    def kill(self):
+        for process in self.processes:
+            os.kill(process.pid, signal.SIGKILL)
 
     def note_peak(self):
         """Kilobytes. While it runs: what wait4() tells would include the memory of this script, which forked it."""

@@ -27,6 +27,7 @@ import fcntl
 import json
 import math
 import os
+import select
 import shutil
 import signal
 import socket
@@ -235,6 +236,8 @@ class Server:
 
     def start_pipewire(self):
         bus = self.spawn("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
+        if not select.select([bus.stdout], [], [], DEADLINE)[0]:
+            raise RuntimeError("the bus does not tell its address")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
         runtime = self.environment["XDG_RUNTIME_DIR"]
         self.wait_for_socket(os.path.join(runtime, "pipewire-0"), self.spawn("pipewire"))
