@@ -3,7 +3,7 @@
 
 #include "audio/HBRecordingTask.h"
 
-#include "audio/KTAudioControl/Logging.h"
+#include "audio/Logging.h"
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "platform/MainQueue.h"

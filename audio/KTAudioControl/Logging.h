@@ -5,5 +5,5 @@
 
 #include <QLoggingCategory>
 
-// "flipside.audio". The sound library and the program that uses it have one each, of the same name.
+// "flipside.audio". The program that uses this library has one of its own, of the same name.
 Q_DECLARE_LOGGING_CATEGORY(lcAudio)
