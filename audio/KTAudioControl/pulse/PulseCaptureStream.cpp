@@ -12,7 +12,9 @@ namespace {
 // Short enough for a level meter, long enough to be cheap.
 constexpr auto fragment = 20ms;
 // What the server keeps for a process that was stopped or waits for a disk. The server caps it at 4 MiB,
-// which is 21 seconds of 16-bit and 10 seconds of 32-bit stereo.
+// which is 21 seconds of 16-bit and 10 seconds of 32-bit stereo. What comes after that is lost and cannot be
+// made up for: PulseAudio goes on with the next sound that has room, without a hole, without its overflow
+// callback, and with indices that count only what it has kept.
 constexpr auto serverBuffer = 20s;
 // How long a pause waits for the last of what came before it.
 constexpr auto pauseDeadline = 200ms;
@@ -91,7 +93,7 @@ void PulseCaptureStream::readAvailable()
 {
     const void *data = nullptr;
     std::size_t bytes = 0;
-    // Nothing yet is no data and no bytes; a hole is no data and its length.
+    // Nothing yet is no data and no bytes; a hole, which the protocol allows for, is no data and its length.
     while (isReady() && pa_stream_peek(stream(), &data, &bytes) == 0 && bytes > 0) {
         if (m_deliver)
             collect(data, bytes);
