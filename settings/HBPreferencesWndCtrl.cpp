@@ -4,7 +4,6 @@
 #include "settings/HBPreferencesWndCtrl.h"
 
 #include "platform/Bookmark.h"
-#include "platform/DiskSpace.h"
 #include "platform/KeyPath.h"
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
@@ -122,12 +121,42 @@ QString HBPreferencesWndCtrl::recordingEstimate() const
 
 QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) const
 {
-    if (m_workingPath == noWorkingPath)
+    if (m_workingPath == noWorkingPath || !m_room)
         return {};
-    if (!workingPathExist())
+    switch (m_room->kind) {
+    case platform::FolderRoom::Missing:
         return u" The folder is gone."_s;
-    const auto bytes = platform::writableBytes(m_workingPath);
-    return u' ' + (bytes ? estimate.roomSentence(*bytes) : u"The folder is not writable."_s);
+    case platform::FolderRoom::NotAFolder:
+        return u" This is not a folder."_s;
+    case platform::FolderRoom::NotWritable:
+        return u" The folder is not writable."_s;
+    case platform::FolderRoom::Writable:
+        break;
+    }
+    return u' ' + estimate.roomSentence(m_room->bytes);
+}
+
+void HBPreferencesWndCtrl::askForRoom()
+{
+    // A disk that does not answer is not asked again and again.
+    if (m_workingPath == noWorkingPath || m_askedFor == m_workingPath)
+        return;
+    m_askedFor = m_workingPath;
+    platform::askForRoom(
+        m_workingPath, [self = QPointer(this), path = m_workingPath](const platform::FolderRoom &room) {
+            if (!self || self->m_askedFor != path)
+                return;
+            self->m_askedFor.clear();
+            self->setRoom(room);
+        });
+}
+
+void HBPreferencesWndCtrl::setRoom(const platform::FolderRoom &room)
+{
+    const QString before = recordingEstimate();
+    m_room = room;
+    if (recordingEstimate() != before)
+        Q_EMIT recordingEstimateChanged();
 }
 
 std::optional<QString> HBPreferencesWndCtrl::readWorkingPath() const
@@ -155,6 +184,10 @@ void HBPreferencesWndCtrl::setWorkingPath(const QString &path)
     if (m_workingPath == path)
         return;
     m_workingPath = path;
+    m_room.reset();
+    m_askedFor.clear();
+    if (m_card && m_card->isVisible())
+        askForRoom();
     Q_EMIT workingPathChanged();
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "encoder/KTMp3LameConfig.h"
+#include "platform/DiskSpace.h"
 #include "platform/desktop/AttributedString.h"
 #include "ui/WindowController.h"
 
@@ -33,7 +34,8 @@ class HBPreferencesWndCtrl : public WindowController {
     Q_PROPERTY(bool workingPathExist READ workingPathExist NOTIFY workingPathExistChanged)
     // Null until the window has been loaded.
     Q_PROPERTY(QSharedPointer<KTMp3LameConfig> config READ config WRITE setConfig NOTIFY configChanged)
-    // What the configuration means for the disk that holds the working folder.
+    // What the configuration means for the disk that holds the working folder, as far as the disk has
+    // answered; askForRoom() asks it.
     Q_PROPERTY(QString recordingEstimate READ recordingEstimate NOTIFY recordingEstimateChanged)
 
 public:
@@ -68,6 +70,8 @@ public:
     QSharedPointer<KTMp3LameConfig> config() const { return m_config; }
     void setConfig(const QSharedPointer<KTMp3LameConfig> &config);
     QString recordingEstimate() const;
+    // Asks the disk anew and announces the estimate when its text changes. The disk is never waited for.
+    void askForRoom();
 
     // The stored folder, if it can still be found.
     std::optional<QString> readWorkingPath() const;
@@ -105,7 +109,13 @@ private:
     QString storedWorkingPath() const;
     QString roomSentence(const RecordingEstimate &estimate) const;
 
+    void setRoom(const platform::FolderRoom &room);
+
     QString m_workingPath;
+    // Of the working folder. Nothing before the disk's first answer.
+    std::optional<platform::FolderRoom> m_room;
+    // The folder whose answer is still to come.
+    QString m_askedFor;
     QSharedPointer<KTMp3LameConfig> m_config;
     QPointer<PreferencesCard> m_card;
 };

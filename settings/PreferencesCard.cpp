@@ -76,7 +76,7 @@ void PreferencesCard::connectCommands()
         &HBPreferencesWndCtrl::encoderEngineQualityChanged);
     connect(m_ui->vbrModeMenu, &QMenu::triggered, m_controller, &HBPreferencesWndCtrl::vbrModeChanged);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, m_ui->done, &QPushButton::click);
-    connect(&m_diskTimer, &QTimer::timeout, m_controller, &HBPreferencesWndCtrl::recordingEstimateChanged);
+    connect(&m_diskTimer, &QTimer::timeout, m_controller, &HBPreferencesWndCtrl::askForRoom);
 }
 
 QMenu *PreferencesCard::vbrModeMenu() const
@@ -101,7 +101,7 @@ QWidget *PreferencesCard::boxEncoderEngine() const
 
 void PreferencesCard::showEvent(QShowEvent *event)
 {
-    Q_EMIT m_controller->recordingEstimateChanged();
+    m_controller->askForRoom();
     m_diskTimer.start(diskInterval);
     CardWindow::showEvent(event);
 }

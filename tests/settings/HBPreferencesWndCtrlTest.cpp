@@ -254,30 +254,44 @@ TEST_F(HBPreferencesWndCtrlTest, WhatHasNoEffectOnTheTargetIsDisabled)
 
 TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndTheDisk)
 {
-    qint64 free = 5'850'000'000;
-    platform::setDiskSpace([&free](const QString &) { return free; });
+    platform::FolderRoom room{platform::FolderRoom::Writable, 5'850'000'000};
+    platform::setDiskSpace([&room](const QString &) { return room; });
     open();
     const QSignalSpy changes(controller.get(), &HBPreferencesWndCtrl::recordingEstimateChanged);
     const QString folder = makeFolder(u"Recordings"_s);
     controller->setWorkingPathWithURL(QUrl::fromLocalFile(folder));
-    EXPECT_EQ(textOf("estimate"), u"About 59 MB an hour. 100 hours fit on this disk."_s);
+    const auto comesToSay = [this](const QString &end) {
+        return testsupport::waitUntil([&] { return textOf("estimate").endsWith(end); });
+    };
+    EXPECT_EQ(textOf("estimate"), u"About 59 MB an hour."_s);
+    EXPECT_TRUE(comesToSay(u"About 59 MB an hour. 100 hours fit on this disk."_s));
     controller->setConfig(QSharedPointer<KTMp3LameConfig>::create());
     controller->config()->setEncodeQuality(0);
     EXPECT_EQ(textOf("estimate"), u"About 110 MB an hour. 53 hours fit on this disk."_s);
-    EXPECT_EQ(changes.count(), 5);
-    free = 0;
-    EXPECT_TRUE(testsupport::waitUntil([this] { return textOf("estimate").endsWith(u"is full."); }));
-    // A card that comes back does not wait for that.
+    EXPECT_EQ(changes.count(), 6);
+    room.bytes = 0;
+    EXPECT_TRUE(comesToSay(u"is full."_s));
+    EXPECT_EQ(changes.count(), 7);
+    // A card that comes back asks at once. The same answer is no news.
     const auto comeBack = [this] {
         card->hide();
         card->show();
     };
-    platform::setDiskSpace([](const QString &) { return std::nullopt; });
     comeBack();
-    EXPECT_TRUE(textOf("estimate").endsWith(u"not writable."));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes.count(), 7);
+    room = {platform::FolderRoom::NotWritable};
+    comeBack();
+    EXPECT_TRUE(comesToSay(u"not writable."_s));
+    platform::setDiskSpace({});
     ASSERT_TRUE(QDir().rmdir(folder));
+    QFile file(folder);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     comeBack();
-    EXPECT_TRUE(textOf("estimate").endsWith(u"is gone."));
+    EXPECT_TRUE(comesToSay(u"not a folder."_s));
+    ASSERT_TRUE(file.remove());
+    comeBack();
+    EXPECT_TRUE(comesToSay(u"is gone."_s));
     click("showFolder");
     EXPECT_TRUE(shown.isEmpty());
 }

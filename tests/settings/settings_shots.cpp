@@ -65,7 +65,9 @@ int main(int argc, char **argv)
     const QTemporaryDir home;
     platform::UserDefaults::setStandardUserDefaults(
         std::make_unique<platform::UserDefaults>(home.filePath(u"flipside.conf"_s)));
-    platform::setDiskSpace([](const QString &) { return 12'350'000'000; });
+    platform::setDiskSpace([](const QString &) {
+        return platform::FolderRoom{platform::FolderRoom::Writable, 12'350'000'000};
+    });
     QDir(home.path()).mkdir(u"Recordings"_s);
 
     HBPreferencesWndCtrl preferences(u"HBPreferencesWndCtrl"_s);
@@ -75,6 +77,7 @@ int main(int argc, char **argv)
         + u"-%2x.png"_s.arg(application.devicePixelRatio());
     card->findChild<ElidedLabel *>(u"workingFolder"_s)->setText(u"/home/user/Recordings"_s);
     card->show();
+    QApplication::processEvents();
     save({card}, theme.window, name.arg(u"preferences"_s));
 
     KTMP3ConfigureWndCtrl sheet(u"KTMP3ConfigureWndCtrl"_s);
