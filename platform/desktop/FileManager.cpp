@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
+#include <QFileInfo>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -36,6 +37,14 @@ QDBusMessage showItems(const QUrl &fileUrl)
     return call;
 }
 
+// A folder is opened itself, a file is looked for in its folder.
+QUrl folderToOpen(const QUrl &fileUrl)
+{
+    if (QFileInfo(fileUrl.toLocalFile()).isDir())
+        return fileUrl;
+    return fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash);
+}
+
 } // namespace
 
 void revealInFileManager(const QUrl &fileUrl)
@@ -46,7 +55,7 @@ void revealInFileManager(const QUrl &fileUrl)
     auto *watcher = new QDBusPendingCallWatcher(pending, qApp);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, fileUrl] {
         if (watcher->isError())
-            QDesktopServices::openUrl(fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
+            QDesktopServices::openUrl(folderToOpen(fileUrl));
         watcher->deleteLater();
     });
 }

@@ -6,6 +6,7 @@
 
 #include <QDBusConnection>
 #include <QDesktopServices>
+#include <QDir>
 #include <QProcess>
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -42,6 +43,10 @@ TEST(FileManagerTest, TheFileManagerIsAskedAndWithoutOneTheFolderIsOpened)
     platform::revealInFileManager(file);
     EXPECT_TRUE(testsupport::waitUntil([&] { return !desktop.opened.isEmpty(); }));
     EXPECT_EQ(desktop.opened, QList{QUrl::fromLocalFile(u"/music"_s)});
+    // A folder is opened itself.
+    platform::revealInFileManager(QUrl::fromLocalFile(QDir::tempPath()));
+    EXPECT_TRUE(testsupport::waitUntil([&] { return desktop.opened.size() == 2; }));
+    EXPECT_EQ(desktop.opened.takeLast(), QUrl::fromLocalFile(QDir::tempPath()));
 
     auto service = QDBusConnection::connectToBus(QString::fromLatin1(address), u"file manager"_s);
     ASSERT_TRUE(service.registerObject(
