@@ -26,6 +26,8 @@ const QByteArray signature = QByteArrayLiteral("flipside-bookmark 1");
 // A parent folder with more entries than this is not searched: a launch must not read through a mail spool.
 constexpr int mostEntriesSearched = 20000;
 constexpr std::chrono::seconds deadline(1);
+// A launch asks more than once for the same folder. It waits for a dead disk once.
+constexpr std::chrono::seconds restAfterSilence(2);
 
 struct FolderIdentity {
     quint64 device = 0;
@@ -124,6 +126,18 @@ std::optional<QByteArray> resolved(const Token &token)
     return std::nullopt;
 }
 
+struct Silence {
+    QByteArray data;
+    std::chrono::steady_clock::time_point end;
+};
+
+// The token whose disk did not answer last, and until when it is not asked again.
+Silence &lastSilence()
+{
+    static Silence silence;
+    return silence;
+}
+
 } // namespace
 
 QByteArray bookmarkDataForFolder(const QUrl &folder)
@@ -138,7 +152,8 @@ QByteArray bookmarkDataForFolder(const QUrl &folder)
 std::optional<QUrl> folderForBookmarkData(const QByteArray &data)
 {
     const auto token = decoded(data);
-    if (!token)
+    const auto now = std::chrono::steady_clock::now();
+    if (!token || (lastSilence().data == data && now < lastSilence().end))
         return std::nullopt;
     // A network disk that has gone away blocks whoever asks it. The thread is left behind then; it owns all
     // that it touches.
@@ -147,6 +162,7 @@ std::optional<QUrl> folderForBookmarkData(const QByteArray &data)
     std::thread(std::move(search)).detach();
     if (result.wait_for(deadline) != std::future_status::ready) {
         qCWarning(lcPlatform, "The disk of the working folder does not answer.");
+        lastSilence() = {data, std::chrono::steady_clock::now() + restAfterSilence};
         return std::nullopt;
     }
     const auto path = result.get();

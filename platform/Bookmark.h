@@ -17,7 +17,7 @@ QByteArray bookmarkDataForFolder(const QUrl &folder);
 
 // Where the folder is now. Nothing when it is gone, on a disk that is not there, replaced by a file, moved
 // out of its parent folder, when the bytes are no token, or when the file system does not answer within a
-// second.
+// second; then it is not asked again for two seconds.
 std::optional<QUrl> folderForBookmarkData(const QByteArray &data);
 
 } // namespace platform
