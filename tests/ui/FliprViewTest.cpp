@@ -194,10 +194,11 @@ TEST_F(FliprViewTest, BlocksInputButNotTheEventLoop)
     tryInput();
     EXPECT_TRUE(waitUntil([&] { return timerFired; }));
     EXPECT_TRUE(view()->isFlipping());
-    EXPECT_EQ(clicks, 0);
     ASSERT_TRUE(waitForEnd());
+    // A shortcut's click comes a little later than its key, but well before the end.
+    EXPECT_EQ(clicks, 0);
     tryInput();
-    EXPECT_GE(clicks, 2);
+    EXPECT_TRUE(waitUntil([&] { return clicks == 3; })) << clicks;
 }
 
 TEST_F(FliprViewTest, TurnsSlowlyWhileShiftIsHeld)
