@@ -45,7 +45,7 @@ class Demo:
     def run(self):
         shutil.rmtree(self.folder, ignore_errors=True)
         os.makedirs(self.folder)
-        say("No display or no sound server here: showing a session on a virtual desktop.")
+        say("A session on a virtual desktop, with a virtual microphone.")
         with Desktop(size=SCREEN, scale=SCALE) as self.desktop:
             sound = SoundServer(pipewire=False, signal="music")
             try:
@@ -116,7 +116,12 @@ class Demo:
         recorder.wait_elapsed(paused_at + 3)
         recorder.click("Stop")
         recorder.wait_status("Ready")
-        self.stand_ins.expect("awake .*")
+        for call in ("awake .*", "asleep .*", "awake .*"):
+            self.stand_ins.expect(call)
+        # The two calls of a stop go to two services.
+        asked = {self.stand_ins.expect("(asleep|shown) .*").split()[0] for _ in range(2)}
+        if asked != {"asleep", "shown"}:
+            raise Failure(f"a stop asked the desktop for {asked}")
         say(f"Record again, and Stop after {recorder.elapsed} s. The file manager was asked to show the file.")
         self.picture("stopped")
         self.check(recorder.output_file, recorder.elapsed)

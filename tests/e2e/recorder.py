@@ -74,6 +74,7 @@ class StandIns:
             raise Failure(f"the desktop was not asked: {line}") from None
         if not re.fullmatch(line, said):
             raise Failure(f"the desktop was asked {said} instead of {line}")
+        return said
 
     def drain(self):
         while not self.lines.empty():
