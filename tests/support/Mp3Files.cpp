@@ -3,6 +3,7 @@
 
 #include "tests/support/Mp3Files.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QtEndian>
 #include <cmath>
@@ -31,6 +32,12 @@ Sound made(int rate, int channels, double seconds, const Sampler &sample)
 }
 
 } // namespace
+
+QByteArray fileContents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 QByteArray Sound::bytes() const
 {

@@ -9,6 +9,9 @@
 
 namespace testsupport {
 
+// Empty where there is no such file.
+QByteArray fileContents(const QString &path);
+
 // Interleaved signed 16-bit sound.
 struct Sound {
     int rate = 0;
