@@ -34,34 +34,24 @@ private:
         static constexpr quint8 interesting[] = {0x00, 0x01, 0x0F, 0x10, 0x13, 0x14, 0x1F, 0x23, 0x4F, 0x5F,
             0x6F, 0x80, 0x87, 0xA1, 0xAF, 0xC1, 0xD1, 0xDF, 0x7F, 0xFF};
         const qsizetype at = below(data.size());
-        // The trailer of a binary archive says where everything else is.
-        const qsizetype inTrailer = qMax<qsizetype>(0, data.size() - 1 - below(32));
-        const char byte = char(interesting[below(std::size(interesting))]);
+        const QByteArray byte(1, char(interesting[below(std::size(interesting))]));
         // Most leave the length, because another one is noticed early.
         switch (below(16)) {
         case 0:
             data.truncate(at);
             break;
         case 1:
-            data.insert(at, QByteArray(1 + below(16), byte));
+            data.insert(at, data.mid(below(data.size()), 1 + below(64)));
             break;
         case 2:
             data.remove(at, 1 + below(16));
             break;
         case 3:
-            data.insert(below(data.size()), data.mid(at, 1 + below(64)));
-            break;
-        case 4:
-            if (!data.isEmpty())
-                data[inTrailer] = byte;
-            break;
-        case 5:
-            if (!data.isEmpty())
-                data[at] = char(data[at] ^ (1 << below(8)));
+            // The trailer of a binary archive says where everything else is.
+            data.replace(qMax<qsizetype>(0, data.size() - 1 - below(32)), 1, byte);
             break;
         default:
-            if (!data.isEmpty())
-                data[at] = byte;
+            data.replace(at, 1, byte);
         }
     }
 

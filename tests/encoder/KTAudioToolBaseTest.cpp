@@ -4,6 +4,7 @@
 #include "encoder/KTAudioToolBase.h"
 #include "tests/support/LogCapture.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -25,46 +26,30 @@ struct Case {
     QStringList wideLines;
 };
 
-// Converts into the middle of a larger buffer, and gives the capacity's worth of it.
-template <typename Unit, typename Convert> std::u32string converted(Convert convert, int capacity)
+// Converts into the middle of a larger buffer, and gives the capacity's worth of it up to where zeros begin.
+template <typename Unit>
+std::u32string converted(Unit *(*convert)(QByteArrayView, Unit *, qint64), const Case &test)
 {
     constexpr Unit untouched = 0x5555;
     constexpr int around = 4;
-    std::vector<Unit> buffer(size_t(capacity + 2 * around), untouched);
-    EXPECT_EQ(convert(buffer.data() + around), buffer.data() + around);
-    for (int i = 0; i < around; ++i) {
-        EXPECT_EQ(buffer[size_t(i)], untouched);
-        EXPECT_EQ(buffer[size_t(around + capacity + i)], untouched);
-    }
-    return {buffer.begin() + around, buffer.end() - around};
+    std::vector<Unit> buffer(size_t(test.capacity + 2 * around), untouched);
+    EXPECT_EQ(convert(test.utf8, buffer.data() + around, test.capacity), buffer.data() + around);
+    EXPECT_EQ(std::count(buffer.begin(), buffer.begin() + around, untouched), around);
+    EXPECT_EQ(std::count(buffer.end() - around, buffer.end(), untouched), around);
+    std::u32string units(buffer.begin() + around, buffer.end() - around);
+    return units.substr(0, units.find_last_not_of(U'\0') + 1);
 }
 
 class KTAudioToolBaseTest : public testing::TestWithParam<Case> { };
 
 TEST_P(KTAudioToolBaseTest, ConvertsWithinTheBuffer)
 {
-    const Case &test = GetParam();
-    const auto padded = [&](std::u32string units) {
-        units.resize(size_t(test.capacity));
-        return units;
-    };
     testsupport::LogCapture log;
-    EXPECT_EQ(converted<char16_t>(
-                  [&](char16_t *out) {
-                      return KTAudioToolBase::NSStringToUTF16(QByteArrayView(test.utf8), out, test.capacity);
-                  },
-                  test.capacity),
-        padded(test.utf16));
-    EXPECT_EQ(log.lines(), test.utf16Lines);
+    EXPECT_EQ(converted<char16_t>(KTAudioToolBase::NSStringToUTF16, GetParam()), GetParam().utf16);
+    EXPECT_EQ(log.lines(), GetParam().utf16Lines);
     log.clear();
-    EXPECT_EQ(converted<wchar_t>(
-                  [&](wchar_t *out) {
-                      return KTAudioToolBase::NSStringToWchar_t(
-                          QByteArrayView(test.utf8), out, test.capacity);
-                  },
-                  test.capacity),
-        padded(test.wide));
-    EXPECT_EQ(log.lines(), test.wideLines);
+    EXPECT_EQ(converted<wchar_t>(KTAudioToolBase::NSStringToWchar_t, GetParam()), GetParam().wide);
+    EXPECT_EQ(log.lines(), GetParam().wideLines);
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, KTAudioToolBaseTest,
@@ -74,34 +59,24 @@ INSTANTIATE_TEST_SUITE_P(Texts, KTAudioToolBaseTest,
         Case{"ab", 0, U"", tooSmall, U"", tooSmall}, Case{"a", 1, U"", tooSmall, U"", tooSmall},
         Case{"a\U0001F600", 10, U"a\uF600", silent, U"", {u"Error utf-8 char: 128512"_s}},
         Case{"\U0001F600", 2, U"\uF600", silent, U"", {u"Error utf-8 char: 128512"_s}},
-        Case{"ab\x80"
-             "c",
-            10, U"ab", unknown, U"a", unknown},
-        Case{"\xFE", 3, U"", unknown, U"", unknown}, Case{"ab\xE2\x82", 10, U"ab?", cutOff, U"ab", cutOff},
-        Case{"a\xC3", 2, U"a", cutOff, U"a", cutOff}, Case{"\xC3", 0, U"", cutOff, U"", cutOff},
+        Case{"ab\x80\x63", 10, U"ab", unknown, U"a", unknown}, Case{"\xFE", 3, U"", unknown, U"", unknown},
+        Case{"ab\xE2\x82", 10, U"ab?", cutOff, U"ab", cutOff}, Case{"a\xC3", 2, U"a", cutOff, U"a", cutOff},
+        Case{"\xC3", 0, U"", cutOff, U"", cutOff},
         // Overlong forms, unchecked continuations, and the old forms of five and six bytes.
-        Case{"\xC1\xA1"
-             "b",
-            4, U"ab", silent, U"a", silent},
+        Case{"\xC1\xA1\x62", 4, U"ab", silent, U"a", silent},
         Case{"\xC3(x", 4, U"\u00E8x", silent, U"\u00E8", silent},
-        Case{"\xF8\x80\x80\x81\x81"
-             "b",
-            4, U"Ab", silent, U"A", silent},
-        Case{"\xFC\x80\x80\x80\x81\x82"
-             "b",
-            4, U"Bb", silent, U"B", silent},
+        Case{"\xF8\x80\x80\x81\x81\x62", 4, U"Ab", silent, U"A", silent},
+        Case{"\xFC\x80\x80\x80\x81\x82\x62", 4, U"Bb", silent, U"B", silent},
         Case{"\xFD\xBF\xBF\xBF\xBF\xBF", 4, U"\uFFFF", silent, U"", {u"Error utf-8 char: 2147483647"_s}}));
 
 TEST(KTAudioToolBaseTest, LeavesANullBufferAndANegativeCapacityAlone)
 {
-    char16_t units[] = {7};
-    wchar_t wide[] = {7};
+    char16_t unit = 7;
+    wchar_t wide = 7;
     EXPECT_EQ(KTAudioToolBase::NSStringToUTF16(u"abc"_s, nullptr, 4), nullptr);
-    EXPECT_EQ(KTAudioToolBase::NSStringToUTF16(u"abc"_s, units, -1), units);
     EXPECT_EQ(KTAudioToolBase::NSStringToWchar_t(u"abc"_s, nullptr, 4), nullptr);
-    EXPECT_EQ(KTAudioToolBase::NSStringToWchar_t(u"abc"_s, wide, -1), wide);
-    EXPECT_EQ(units[0], 7);
-    EXPECT_EQ(wide[0], 7);
+    EXPECT_EQ(*KTAudioToolBase::NSStringToUTF16(u"abc"_s, &unit, -1), 7);
+    EXPECT_EQ(*KTAudioToolBase::NSStringToWchar_t(u"abc"_s, &wide, -1), 7);
 }
 
 TEST(KTAudioToolBaseTest, EndsWithTextsThatAreLongerThanItIsMadeFor)

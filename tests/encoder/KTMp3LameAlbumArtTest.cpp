@@ -9,21 +9,20 @@
 
 namespace {
 
-QByteArray picture(QSize size, QRgb colour, const char *format = "png")
+QByteArray picture(QSize size, QRgb colour)
 {
     QImage image(size, QImage::Format_ARGB32);
     image.fill(colour);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(image.save(&buffer, format));
+    EXPECT_TRUE(image.save(&buffer, "png"));
     return buffer.data();
 }
 
 TEST(KTMp3LameAlbumArtTest, ScalesCoversToSixHundredAsJpeg)
 {
     for (const auto &[original, scaled] : {std::pair{QSize(1000, 500), QSize(600, 300)},
-             {QSize(601, 1000), QSize(360, 600)}, {QSize(599, 1000), QSize(358, 600)},
-             {QSize(600, 600), QSize(600, 600)}, {QSize(900, 900), QSize(600, 600)},
+             {QSize(599, 1000), QSize(358, 600)}, {QSize(600, 600), QSize(600, 600)},
              {QSize(1201, 600), QSize(600, 299)}, {QSize(31, 7), QSize(31, 7)}}) {
         const QByteArray cover = KTMp3Lame::downAlbumArtSize(picture(original, qRgb(200, 100, 50)));
         EXPECT_EQ(cover.first(3).toHex(), "ffd8ff");

@@ -7,7 +7,9 @@
 
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
+#include <QTemporaryFile>
+#include <QVariant>
+#include <QtEndian>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -24,24 +26,21 @@ QByteArray archive(const QString &name)
     return file.readAll();
 }
 
-QByteArray bigEndian(quint64 value, int size)
+template <typename Integer> QByteArray bigEndian(Integer value)
 {
-    QByteArray bytes;
-    for (int i = size - 1; i >= 0; --i)
-        bytes.append(char(value >> (8 * i)));
-    return bytes;
+    value = qToBigEndian(value);
+    return QByteArray(reinterpret_cast<const char *>(&value), sizeof(value));
 }
 
 QByteArray binaryList(const QList<QByteArray> &objects, quint64 top = 0)
 {
     QByteArray data = "bplist00", offsets;
     for (const QByteArray &object : objects) {
-        offsets += bigEndian(quint64(data.size()), 2);
+        offsets += bigEndian(quint16(data.size()));
         data += object;
     }
-    const auto table = quint64(data.size());
-    return data + offsets + QByteArray(6, '\0') + bigEndian(2, 1) + bigEndian(2, 1)
-        + bigEndian(quint64(objects.size()), 8) + bigEndian(top, 8) + bigEndian(table, 8);
+    return data + offsets + QByteArray("\0\0\0\0\0\0\2\2", 8) + bigEndian(quint64(objects.size()))
+        + bigEndian(top) + bigEndian(quint64(data.size()));
 }
 
 // Every level is an array that holds the next one `width` times.
@@ -49,7 +48,7 @@ QByteArray nestedList(int levels, int width)
 {
     QList<QByteArray> objects;
     for (int level = 0; level < levels; ++level)
-        objects += char(0xA0 | width) + bigEndian(quint64(level) + 1, 2).repeated(width);
+        objects += char(0xA0 | width) + bigEndian(quint16(level + 1)).repeated(width);
     return binaryList(objects << QByteArray("\x10\x01"));
 }
 
@@ -78,54 +77,47 @@ TEST(KTMp3LameConfigArchiveTest, ForeignArchivesAreReadThroughTheSetters)
     EXPECT_TRUE(log.lines().isEmpty());
 }
 
-TEST(KTMp3LameConfigArchiveTest, OursIsReadByAnotherReaderWithItsTypes)
+TEST(KTMp3LameConfigArchiveTest, OursIsReadByAnotherReaderWithItsTypesAndByUsExceptForTheMode)
 {
     KTMp3LameConfig config;
     config.setNumberOfChannel(-4);
     config.setEncodeQuality(9.9989);
     config.setVbrMode(-1);
     config.setIsCBR(true);
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"ours.plist"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(KTMp3LameConfig::archivedData(config));
+    config.setLameMode(0);
+    const QByteArray data = KTMp3LameConfig::archivedData(config);
+    EXPECT_EQ(described(KTMp3LameConfig::unarchivedConfig(data)), "1 1 -1 128 9.9989 true -4 3 44100 ");
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write(data);
     file.close();
-
     QProcess reader;
     reader.start(
         u"python3"_s, {QStringLiteral(FLIPSIDE_ENCODER_TEST_DATA "/read_archive.py"), file.fileName()});
-    ASSERT_TRUE(reader.waitForStarted()) << "python3 is needed";
-    ASSERT_TRUE(reader.waitForFinished(20000));
+    ASSERT_TRUE(reader.waitForFinished(20000)) << "python3 is needed";
     EXPECT_EQ(reader.readAllStandardOutput().toStdString(),
         "100000 NSKeyedArchiver root KTMp3LameConfig,NSObject\n"
         "encoderTarget int 1\nencoderEngineQuality int 1\nvbrMode int -1\nbitrate int 128\n"
-        "encodeQuality float 9.9989\nisCBR bool True\nnumberOfChannel int -4\nlameMode int 3\n"
+        "encodeQuality float 9.9989\nisCBR bool True\nnumberOfChannel int -4\nlameMode int 0\n"
         "sampleRate int 44100\n")
         << reader.readAllStandardError().toStdString();
 }
 
-TEST(KTMp3LameConfigArchiveTest, OursComesBackExceptForTheMode)
+TEST(KTMp3LameConfigArchiveTest, OursComesBackWithValuesOfAnySize)
 {
     KTMp3LameConfig config;
-    config.setLameMode(0);
-    config.setEncodeQuality(1.0 / 3.0);
     config.setNumberOfChannel(qint64(1) << 40);
-    config.setEncoderEngineQuality(-7);
-    const auto cameBack
-        = [&] { return described(KTMp3LameConfig::unarchivedConfig(KTMp3LameConfig::archivedData(config))); };
-    EXPECT_EQ(cameBack(), "1 -7 0 128 0.3333333333333333 false 1099511627776 1 44100 ");
     config.setEncodeQuality(std::nan(""));
-    EXPECT_EQ(cameBack(), "1 -7 0 128 nan false 1099511627776 1 44100 ");
+    EXPECT_EQ(described(KTMp3LameConfig::unarchivedConfig(KTMp3LameConfig::archivedData(config))),
+        "1 1 0 128 nan false 1099511627776 1 44100 ");
 }
 
 TEST(KTMp3LameConfigArchiveTest, WhatIsNoArchiveGivesNoConfigurationAndOneLine)
 {
     QList<QByteArray> hostile = {QByteArray(), "bplist00", QByteArray(64, '\0'), "<plist><dict>",
-        "<plist><array>" + QByteArray("<array>").repeated(2000), QByteArray(1 << 20, '<'),
-        nestedList(3000, 1), nestedList(200, 2), nestedList(12, 14),
-        binaryList({QByteArray("\xA1\x00\x00", 3)}),
-        binaryList({QByteArray("\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10)}),
-        binaryList({QByteArray("\xDF\x12\x7F\xFF\xFF\xFF", 6)}), binaryList({"\x5F\x11\xFF\xFF"}),
+        "<plist>" + QByteArray("<array>").repeated(2000), nestedList(3000, 1), nestedList(12, 14),
+        binaryList({QByteArray("\xA1\x00\x00", 3)}), binaryList({"\xDF\x12\x7F\xFF\xFF\xFF"}),
+        binaryList({"\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"}), binaryList({"\x5F\x11\xFF\xFF"}),
         binaryList({"\x10\x01"}, ~quint64(0))};
     for (const char *name : {"other_class.plist", "other_archiver.plist", "other_version.plist",
              "reference_beyond.plist", "huge_reference.plist", "root_is_class.plist", "own_class.plist",
@@ -153,15 +145,12 @@ TEST(KTMp3LameConfigArchiveTest, DamagedArchivesDecodeWithinTheLimitsOrNotAtAll)
     constexpr qsizetype total = 600;
     for (qsizetype i = 0; i < total; ++i) {
         const auto config = KTMp3LameConfig::unarchivedConfig(mutations.next());
-        if (!config)
-            continue;
-        ++decoded;
-        EXPECT_TRUE(config->bitrate() >= 8 && config->bitrate() <= 320);
-        EXPECT_FALSE(config->encodeQuality() < 0.0 || config->encodeQuality() >= 9.999); // or no number
-        EXPECT_EQ(config->lameMode(), config->numberOfChannel() < 2 ? 3 : 1);
+        decoded += config ? 1 : 0;
+        EXPECT_FALSE(config && (config->bitrate() < 8 || config->bitrate() > 320));
+        // Or no number.
+        EXPECT_FALSE(config && (config->encodeQuality() < 0.0 || config->encodeQuality() >= 9.999));
     }
-    EXPECT_EQ(log.count(failure), total - decoded);
-    EXPECT_EQ(log.lines().size(), total - decoded);
+    EXPECT_EQ(log.lines(), QStringList(total - decoded, failure));
     EXPECT_TRUE(decoded > 0 && decoded < total);
 }
 
