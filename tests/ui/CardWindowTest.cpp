@@ -21,36 +21,29 @@ using testsupport::RecorderCard;
 
 TEST(CardWindowTest, IsOneRoundedDarkCardOfOneSize)
 {
-    RecorderCard recorder;
-    PreferencesCard preferences;
-    EXPECT_EQ(recorder.size(), QSize(460, 392));
-    EXPECT_EQ(preferences.size(), recorder.size());
-    const QImage image = preferences.grab().toImage();
+    EXPECT_EQ(RecorderCard().size(), QSize(460, 392));
+    const QImage image = PreferencesCard().grab().toImage();
+    EXPECT_EQ(image.size(), QSize(460, 392));
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
     EXPECT_EQ(qAlpha(image.pixel(459, 391)), 0);
     EXPECT_EQ(image.pixelColor(230, 3), QColor(0x34, 0x3a, 0x40));
     EXPECT_EQ(image.pixelColor(12, 388).value() / 8, 0x2d / 8);
 }
 
-QAbstractButton *buttonOf(QWidget &card, const QString &accessibleName)
-{
-    for (auto *button : card.findChildren<QAbstractButton *>()) {
-        if (button->accessibleName() == accessibleName)
-            return button;
-    }
-    return nullptr;
-}
-
 TEST(CardWindowTest, MinimisesAndClosesByItsOwnButtons)
 {
     RecorderCard card;
     card.show();
-    auto *minimise = buttonOf(card, QStringLiteral("Minimise"));
-    auto *close = buttonOf(card, QStringLiteral("Close"));
-    ASSERT_TRUE(minimise && close);
-    minimise->click();
+    const auto click = [&card](const QString &accessibleName) {
+        for (auto *button : card.findChildren<QAbstractButton *>()) {
+            if (button->accessibleName() == accessibleName)
+                button->click();
+        }
+    };
+    click(QStringLiteral("Minimise"));
     EXPECT_TRUE(card.isMinimized());
-    close->click();
+    EXPECT_TRUE(card.isVisible());
+    click(QStringLiteral("Close"));
     EXPECT_FALSE(card.isVisible());
 }
 

@@ -10,7 +10,7 @@ class QPushButton;
 
 namespace testsupport {
 
-// Two cards with one of every control, laid out like the program's own, for tests and measurements of the
+// Two cards with a few controls each, laid out like the program's own, for tests and measurements of the
 // window mechanics. They do nothing.
 class RecorderCard : public CardWindow {
 public:

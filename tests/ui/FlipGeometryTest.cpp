@@ -4,6 +4,7 @@
 #include "ui/FlipGeometry.h"
 #include "platform/Animation.h"
 
+#include <QLineF>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -23,23 +24,13 @@ QPointF seen(double across, double angle)
 void expectNear(const QPointF &actual, const QPointF &expected)
 {
     // Single precision at a few hundred points.
-    EXPECT_NEAR(actual.x(), expected.x(), 2e-4);
-    EXPECT_NEAR(actual.y(), expected.y(), 2e-4);
-}
-
-TEST(FlipGeometryTest, StartsAsTheCardItself)
-{
-    const auto corners = FlipGeometry::corners(0, 1, Card);
-    EXPECT_EQ(corners.topLeft, QPointF(0, 392));
-    EXPECT_EQ(corners.topRight, QPointF(460, 392));
-    EXPECT_EQ(corners.bottomRight, QPointF(460, 0));
-    EXPECT_EQ(corners.bottomLeft, QPointF(0, 0));
+    EXPECT_LT(QLineF(actual, expected).length(), 2e-4);
 }
 
 TEST(FlipGeometryTest, TurnsAboutTheMiddleLineInPerspective)
 {
     for (const float direction : {1.0F, -1.0F}) {
-        for (float value = 0.05F; value < 1; value += 0.05F) {
+        for (float value = 0; value < 1; value += 0.05F) {
             const auto corners = FlipGeometry::corners(value, direction, Card);
             const double angle = value * direction * std::numbers::pi;
             // On the back the picture's right edge is fixed to what was the card's left edge.
@@ -47,25 +38,16 @@ TEST(FlipGeometryTest, TurnsAboutTheMiddleLineInPerspective)
             expectNear(corners.topRight, seen(right, angle));
             expectNear(corners.topLeft, seen(-right, angle));
             EXPECT_LE(corners.topLeft.x(), corners.topRight.x()) << "mirrored at " << value;
-            EXPECT_NEAR(corners.topRight.y() + corners.bottomRight.y(), 392, 2e-4);
-            EXPECT_EQ(corners.topLeft.x(), corners.bottomLeft.x());
+            expectNear(corners.bottomRight, {corners.topRight.x(), 392 - corners.topRight.y()});
+            expectNear(corners.bottomLeft, {corners.topLeft.x(), 392 - corners.topLeft.y()});
         }
     }
-    // The edge that recedes looks shorter.
-    const auto height = [](const QPointF &top, const QPointF &bottom) { return top.y() - bottom.y(); };
-    const auto forward = FlipGeometry::corners(0.25F, 1, Card);
-    EXPECT_LT(height(forward.topRight, forward.bottomRight), height(forward.topLeft, forward.bottomLeft));
-    const auto backward = FlipGeometry::corners(0.25F, -1, Card);
-    EXPECT_LT(height(backward.topLeft, backward.bottomLeft), height(backward.topRight, backward.bottomRight));
 }
 
 TEST(FlipGeometryTest, KeepsTheMarginsAroundAnyWindow)
 {
-    const QRectF original(64, 256, 384, 256);
-    EXPECT_EQ(
-        FlipGeometry::flippingFrame({300, 200, 460, 392}, original, {512, 768}), QRectF(236, -56, 588, 904));
-    EXPECT_EQ(FlipGeometry::flippingFrame({0, 0, 100, 50}, {64, 256, 460, 392}, {588, 904}),
-        QRectF(-64, -256, 228, 562));
+    EXPECT_EQ(FlipGeometry::flippingFrame({300, 200, 460, 392}, {60, 250, 384, 256}, {512, 768}),
+        QRectF(240, -50, 588, 904));
 }
 
 TEST(FlipGeometryTest, CutsAtTheSizeOfTheScreenAlone)
@@ -80,11 +62,8 @@ TEST(FlipGeometryTest, CutsAtTheSizeOfTheScreenAlone)
 
 TEST(FlipGeometryTest, LengthensTheFlipOnlyForFramesThatAreTooSlow)
 {
-    const auto quick = FlipGeometry::timing(0.75, 0.004F, 0.006F);
-    EXPECT_EQ(quick.duration, 0.75);
-    EXPECT_FLOAT_EQ(quick.startProgress, 0.01F / 0.75F);
     EXPECT_EQ(FlipGeometry::timing(0.75, 0, 0.125F).duration, 0.75) << "six frames fit exactly";
-
+    EXPECT_FLOAT_EQ(FlipGeometry::timing(0.75, 0.004F, 0.006F).startProgress, 0.01F / 0.75F);
     const auto slow = FlipGeometry::timing(0.75, 0.2F, 0.2F);
     EXPECT_FLOAT_EQ(slow.duration, 1.4F);
     EXPECT_FLOAT_EQ(slow.startProgress, 0.4F / 1.4F);

@@ -29,10 +29,9 @@ TEST(TimeLabelTest, ALongTextIsDrawnSmallerAndNotCutOff)
     label.resize(300, label.sizeHint().height());
     ASSERT_GT(label.cellEdges().last(), 300);
     const QImage image = label.grab().toImage();
-    const QImage empty = TimeLabel().grab(QRect(0, 0, 1, 1)).toImage();
     for (int y = 0; y < image.height(); ++y) {
-        EXPECT_EQ(image.pixel(0, y), empty.pixel(0, 0));
-        EXPECT_EQ(image.pixel(image.width() - 1, y), empty.pixel(0, 0));
+        EXPECT_EQ(image.pixel(0, y), image.pixel(0, 0));
+        EXPECT_EQ(image.pixel(image.width() - 1, y), image.pixel(0, 0));
     }
 }
 

@@ -21,27 +21,27 @@ protected:
         slider.show();
     }
 
-    // Presses on the handle where it is and drags it until its middle is where `amount` has its place.
-    void dragTo(double amount)
-    {
-        const QPoint start = handle().center();
-        const double share
-            = (amount - slider.minimumAmount()) / (slider.maximumAmount() - slider.minimumAmount());
-        const int span = slider.width() - handle().width();
-        const QPoint end(handle().width() / 2 + qRound(share * span), start.y());
-        QTest::mousePress(&slider, Qt::LeftButton, {}, start);
-        QTest::mouseMove(&slider, end);
-        QTest::mouseRelease(&slider, Qt::LeftButton, {}, end);
-    }
-    QRect handle() const
+    // Drags the handle from where it is until its middle is where `amount` has its place.
+    double draggedTo(double amount)
     {
         QStyleOptionSlider option;
         option.initFrom(&slider);
         option.orientation = Qt::Horizontal;
         option.maximum = slider.maximum();
         option.sliderPosition = slider.sliderPosition();
-        option.sliderValue = slider.value();
-        return slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider);
+        const QRect handle
+            = slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider);
+        const double share = (amount - 8) / (320 - 8);
+        const int end = handle.width() / 2 + qRound(share * (slider.width() - handle.width()));
+        QTest::mousePress(&slider, Qt::LeftButton, {}, handle.center());
+        QTest::mouseMove(&slider, {end, handle.center().y()});
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, {end, handle.center().y()});
+        return slider.amount();
+    }
+    double afterKey(Qt::Key key)
+    {
+        QTest::keyClick(&slider, key);
+        return slider.amount();
     }
 
     ValueSlider slider;
@@ -49,27 +49,19 @@ protected:
 
 TEST_F(ValueSliderTest, DraggingIsDrawnToDetentsAndRestsBetweenThem)
 {
-    dragTo(130);
-    EXPECT_EQ(slider.amount(), 128);
-    dragTo(200);
-    EXPECT_NEAR(slider.amount(), 200, 2);
-    dragTo(319);
-    EXPECT_EQ(slider.amount(), 320);
+    EXPECT_EQ(draggedTo(130), 128);
+    EXPECT_NEAR(draggedTo(200), 200, 2);
+    EXPECT_EQ(draggedTo(319), 320);
 }
 
 TEST_F(ValueSliderTest, KeysStepAndPageKeysGoFromDetentToDetent)
 {
     slider.setAmount(100);
-    QTest::keyClick(&slider, Qt::Key_Right);
-    EXPECT_EQ(slider.amount(), 101);
-    for (const double expected : {128.0, 320.0, 320.0}) {
-        QTest::keyClick(&slider, Qt::Key_PageUp);
-        EXPECT_EQ(slider.amount(), expected);
-    }
-    QTest::keyClick(&slider, Qt::Key_PageDown);
-    EXPECT_EQ(slider.amount(), 128);
-    QTest::keyClick(&slider, Qt::Key_Home);
-    EXPECT_EQ(slider.amount(), 8);
+    EXPECT_EQ(afterKey(Qt::Key_Right), 101);
+    for (const double expected : {128.0, 320.0, 320.0})
+        EXPECT_EQ(afterKey(Qt::Key_PageUp), expected);
+    EXPECT_EQ(afterKey(Qt::Key_PageDown), 128);
+    EXPECT_EQ(afterKey(Qt::Key_Home), 8);
 }
 
 TEST_F(ValueSliderTest, AmountsThatAreSetStayExactAndAreAnnouncedOnce)
@@ -87,10 +79,8 @@ TEST_F(ValueSliderTest, AmountsThatAreSetStayExactAndAreAnnouncedOnce)
     EXPECT_EQ(changes.count(), 4);
     slider.setAmount(12);
     EXPECT_EQ(slider.amount(), largest);
-    QTest::keyClick(&slider, Qt::Key_Left);
-    EXPECT_DOUBLE_EQ(slider.amount(), 9.9);
-    QTest::keyClick(&slider, Qt::Key_End);
-    EXPECT_EQ(slider.amount(), largest);
+    EXPECT_DOUBLE_EQ(afterKey(Qt::Key_Left), 9.9);
+    EXPECT_EQ(afterKey(Qt::Key_End), largest);
 }
 
 } // namespace

@@ -32,10 +32,6 @@ struct FreeReply {
     void operator()(void *reply) const { std::free(reply); }
 };
 
-struct Disconnect {
-    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-};
-
 QImage picture(xcb_connection_t *connection, xcb_window_t root, const QRect &part)
 {
     const auto cookie = xcb_get_image(
@@ -72,10 +68,6 @@ void writePictures(const std::vector<Sample> &samples, const QString &folder, in
             QStringLiteral("%1/%2.png").arg(folder).arg(index, 2, 10, QLatin1Char('0')));
     }
 }
-
-} // namespace
-
-namespace {
 
 std::vector<QPoint> placesIn(const QString &text)
 {
@@ -116,7 +108,8 @@ int main(int argc, char **argv)
     const QRect part = keepsPictures
         ? QRect(std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]), std::atoi(argv[6]))
         : around(places);
-    const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
+    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
+        xcb_connect(nullptr, nullptr), xcb_disconnect);
     if (xcb_connection_has_error(connection.get()))
         return 1;
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data->root;
