@@ -7,7 +7,9 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <ctime>
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +26,6 @@ protected:
     QUrl url(const QString &name) const { return QUrl::fromLocalFile(folder.filePath(name)); }
     void make(const QString &name) { ASSERT_TRUE(QDir(folder.path()).mkdir(name)) << qPrintable(name); }
     void rename(const QString &from, const QString &to) { ASSERT_TRUE(QDir(folder.path()).rename(from, to)); }
-    void remove(const QString &name) { ASSERT_TRUE(QDir(folder.path()).rmdir(name)); }
     std::optional<QUrl> found() const { return platform::folderForBookmarkData(token); }
     // The token of a folder with another device or inode, as after a change of disks.
     void changeNumber(int field)
@@ -37,13 +38,12 @@ protected:
     // File systems stamp births with the kernel's coarse clock, which ticks every few milliseconds.
     static void letTheClockTick()
     {
-        const auto read = [](clockid_t clock) {
-            timespec time = {};
-            clock_gettime(clock, &time);
-            return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-        };
-        const auto now = read(CLOCK_REALTIME);
-        ASSERT_TRUE(testsupport::waitUntil([&] { return read(CLOCK_REALTIME_COARSE) > now; }));
+        timespec now = {}, stamp = {};
+        clock_gettime(CLOCK_REALTIME, &now);
+        ASSERT_TRUE(testsupport::waitUntil([&] {
+            clock_gettime(CLOCK_REALTIME_COARSE, &stamp);
+            return std::tie(stamp.tv_sec, stamp.tv_nsec) > std::tie(now.tv_sec, now.tv_nsec);
+        }));
     }
 
     QTemporaryDir folder;
@@ -71,7 +71,7 @@ TEST_F(BookmarkTest, WhatIsGoneIsNotFound)
 
 TEST_F(BookmarkTest, ANewFolderThatReusesTheInodeIsAStranger)
 {
-    remove(u"recordings"_s);
+    ASSERT_TRUE(QDir(folder.path()).rmdir(u"recordings"_s));
     letTheClockTick();
     make(u"photos"_s);
     EXPECT_EQ(found(), std::nullopt);

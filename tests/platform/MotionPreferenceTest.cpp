@@ -10,40 +10,34 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
 using platform::MotionPreference;
-
-void write(const QString &path, const char *text)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
-}
 
 TEST(MotionPreferenceTest, UnderstandsTheSettingsOfSeveralDesktops)
 {
-    const auto stated = [](const char *group, const char *key, const QVariant &value) {
-        return MotionPreference::stated(QString::fromLatin1(group), QString::fromLatin1(key), value);
-    };
-    EXPECT_EQ(stated("org.gnome.desktop.interface", "enable-animations", false), false);
-    EXPECT_EQ(stated("org.gnome.desktop.interface", "enable-animations", true), true);
-    EXPECT_EQ(stated("org.freedesktop.appearance", "reduced-motion", 1U), false);
-    EXPECT_EQ(stated("org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("0")), false);
-    EXPECT_EQ(stated("org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("0.5")), true);
-    EXPECT_EQ(stated("org.gnome.desktop.interface", "font-name", QStringLiteral("Sans 10")), std::nullopt);
+    const auto stated = &MotionPreference::stated;
+    EXPECT_EQ(stated(u"org.gnome.desktop.interface"_s, u"enable-animations"_s, true), true);
+    EXPECT_EQ(stated(u"org.freedesktop.appearance"_s, u"reduced-motion"_s, 1U), false);
+    EXPECT_EQ(stated(u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0"_s), false);
+    EXPECT_EQ(stated(u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0.5"_s), true);
+    EXPECT_EQ(stated(u"org.gnome.desktop.interface"_s, u"font-name"_s, u"Sans 10"_s), std::nullopt);
 }
 
 TEST(MotionPreferenceTest, ReadsTheToolkitsFilesWhereNoServiceAnswers)
 {
     const QTemporaryDir folder;
-    const QString path = folder.path();
-    EXPECT_EQ(MotionPreference::statedByFiles(path), std::nullopt);
-    write(path + QStringLiteral("/kdeglobals"), "[KDE]\nAnimationDurationFactor=0\n");
-    EXPECT_EQ(MotionPreference::statedByFiles(path), false);
-    ASSERT_TRUE(QDir(path).mkdir(QStringLiteral("gtk-3.0")));
-    write(path + QStringLiteral("/gtk-3.0/settings.ini"), "[Settings]\ngtk-enable-animations=1\n");
-    EXPECT_EQ(MotionPreference::statedByFiles(path), true);
-    write(path + QStringLiteral("/gtk-3.0/settings.ini"), "[Settings]\ngtk-enable-animations = false\n");
-    EXPECT_EQ(MotionPreference::statedByFiles(path), false);
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"gtk-3.0"_s));
+    const auto statedBy = [&folder](const QString &name, const char *text) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        return MotionPreference::statedByFiles(folder.path());
+    };
+    EXPECT_EQ(MotionPreference::statedByFiles(folder.path()), std::nullopt);
+    EXPECT_EQ(statedBy(u"kdeglobals"_s, "[KDE]\nAnimationDurationFactor=0\n"), false);
+    EXPECT_EQ(statedBy(u"gtk-3.0/settings.ini"_s, "[Settings]\ngtk-enable-animations=1\n"), true);
+    EXPECT_EQ(statedBy(u"gtk-3.0/settings.ini"_s, "[Settings]\ngtk-enable-animations = false\n"), false);
 }
 
 } // namespace

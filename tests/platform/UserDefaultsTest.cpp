@@ -3,7 +3,6 @@
 
 #include "platform/UserDefaults.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -27,12 +26,11 @@ QByteArray contentOf(const QString &path)
 
 class UserDefaultsTest : public testing::Test {
 protected:
-    void write(const QByteArray &content)
+    static void expectNothingIn(UserDefaults &defaults)
     {
-        ASSERT_TRUE(QDir().mkpath(folder.filePath(u"flipside"_s)));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        EXPECT_TRUE(defaults.dataForKey(folderKey).isEmpty());
+        EXPECT_EQ(defaults.boolForKey(flagKey), std::nullopt);
+        EXPECT_TRUE(defaults.synchronize());
     }
 
     QTemporaryDir folder;
@@ -46,14 +44,10 @@ TEST_F(UserDefaultsTest, ReadingLeavesNothingBehindAndWritingOutlivesTheProcess)
         everyByte.append(static_cast<char>(i));
     {
         UserDefaults defaults(path);
-        EXPECT_TRUE(defaults.dataForKey(folderKey).isEmpty());
-        EXPECT_EQ(defaults.boolForKey(flagKey), std::nullopt);
-        EXPECT_TRUE(defaults.synchronize());
+        expectNothingIn(defaults);
         EXPECT_EQ(contentOf(path), "(no file)");
         defaults.setData(everyByte, folderKey);
         defaults.setBool(false, flagKey);
-        EXPECT_EQ(defaults.boolForKey(flagKey), false);
-        EXPECT_TRUE(defaults.synchronize());
     }
     const UserDefaults defaults(path);
     EXPECT_EQ(defaults.dataForKey(folderKey), everyByte);
@@ -61,68 +55,47 @@ TEST_F(UserDefaultsTest, ReadingLeavesNothingBehindAndWritingOutlivesTheProcess)
     EXPECT_TRUE(contentOf(path).startsWith("[General]\nHBWorkingPathKey=\"@ByteArray("));
 }
 
-struct Hostile {
-    const char *name;
-    QByteArray content;
-    bool isDamaged;
-};
-
-class UserDefaultsHostileTest : public UserDefaultsTest, public testing::WithParamInterface<Hostile> { };
-
-TEST_P(UserDefaultsHostileTest, TheDefaultsApplyAndTheFileWaitsForTheUser)
+TEST_F(UserDefaultsTest, WhatCannotBeReadIsAbsentAndADamagedFileWaitsForTheUser)
 {
-    const Hostile &hostile = GetParam();
-    write(hostile.content);
-    UserDefaults defaults(path);
-    EXPECT_TRUE(defaults.dataForKey(folderKey).isEmpty());
-    EXPECT_EQ(defaults.boolForKey(flagKey), std::nullopt);
-    EXPECT_TRUE(defaults.synchronize());
-    EXPECT_EQ(contentOf(path), hostile.content);
+    struct {
+        QByteArray content;
+        bool isDamaged;
+    } const files[] = {{"", false}, {QByteArray("\x7f\x45LF\0\1\xff\n\n[[=\0x\n", 14), true},
+        {"[General]\nHBWorkingPathKey=\"@ByteArray(abc\nHBWork", false},
+        {"[General]\nHBWorkingPathKey=12, 13\nshowInFinderWhenFinishRecording=maybe\n", false},
+        // Serialised objects.
+        {"[General]\nHBWorkingPathKey=@Variant(\\0\\0\\0\\t\\0\\xff\\xff\\xff\\xf0)\n"
+         "showInFinderWhenFinishRecording=@Variant(\\0\\0\\0\\r\\0\\xff\\xff\\xff\\xff)\n",
+            false}};
+    for (const auto &[content, isDamaged] : files) {
+        const QTemporaryDir home;
+        QFile file(home.filePath(u"hostile.conf"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        UserDefaults defaults(file.fileName());
+        expectNothingIn(defaults);
+        EXPECT_EQ(contentOf(file.fileName()), content);
 
-    defaults.setBool(true, flagKey);
-    EXPECT_TRUE(defaults.synchronize());
-    EXPECT_EQ(UserDefaults(path).boolForKey(flagKey), true);
-    EXPECT_EQ(contentOf(path + u".damaged"_s), hostile.isDamaged ? hostile.content : "(no file)");
+        defaults.setBool(true, flagKey);
+        EXPECT_TRUE(defaults.synchronize());
+        EXPECT_EQ(UserDefaults(file.fileName()).boolForKey(flagKey), true);
+        EXPECT_EQ(contentOf(file.fileName() + u".damaged"_s), isDamaged ? content : "(no file)");
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, UserDefaultsHostileTest,
-    testing::Values(Hostile{"Empty", "", false},
-        Hostile{"Binary",
-            QByteArray("\x7f"
-                       "ELF\0\1\xff\n\n[[=\0x\n",
-                14),
-            true},
-        Hostile{"CutOff", "[General]\nHBWorkingPathKey=\"@ByteArray(abc\nHBWork", false},
-        Hostile{"OtherTypes",
-            "[General]\nHBWorkingPathKey=12, "
-            "13\nHBConfigDataKey=text\nshowInFinderWhenFinishRecording=maybe\n",
-            false},
-        Hostile{"SerialisedObjects",
-            "[General]\nHBWorkingPathKey=@Variant(\\0\\0\\0\\t\\0\\xff\\xff\\xff\\xf0)\n"
-            "showInFinderWhenFinishRecording=@Variant(\\0\\0\\0\\r\\0\\xff\\xff\\xff\\xff)\n",
-            false}),
-    [](const auto &test) { return test.param.name; });
-
-TEST_F(UserDefaultsTest, WhatIsNoFileIsNeverOpened)
+TEST_F(UserDefaultsTest, WhatIsNoFileIsNeverOpenedAndLosesNothingInThisProcess)
 {
-    write("");
-    ASSERT_TRUE(QFile::remove(path));
-    ASSERT_EQ(mkfifo(path.toUtf8().constData(), 0600), 0);
-    UserDefaults defaults(path);
-    EXPECT_EQ(defaults.boolForKey(flagKey), std::nullopt);
-    defaults.setBool(false, flagKey);
-    EXPECT_EQ(defaults.boolForKey(flagKey), false);
-    EXPECT_FALSE(defaults.synchronize());
-}
-
-TEST_F(UserDefaultsTest, AFolderThatCannotBeMadeLosesNothingInThisProcess)
-{
-    QFile inTheWay(folder.filePath(u"flipside"_s));
-    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
-    UserDefaults defaults(path);
-    defaults.setData("token", folderKey);
-    EXPECT_FALSE(defaults.synchronize());
-    EXPECT_EQ(defaults.dataForKey(folderKey), "token");
+    const QString pipe = folder.filePath(u"pipe"_s);
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    // The second one's folder cannot be made.
+    for (const QString &unusable : {pipe, pipe + u"/flipside.conf"_s}) {
+        UserDefaults defaults(unusable);
+        EXPECT_EQ(defaults.boolForKey(flagKey), std::nullopt);
+        defaults.setBool(false, flagKey);
+        EXPECT_FALSE(defaults.synchronize());
+        EXPECT_EQ(defaults.boolForKey(flagKey), false);
+    }
 }
 
 TEST_F(UserDefaultsTest, TwoProcessesKeepEachOthersSettings)

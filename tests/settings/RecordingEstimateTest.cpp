@@ -12,22 +12,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(RecordingEstimateTest, SaysAboutForAllButAConstantBitrate)
+TEST(RecordingEstimateTest, CountsWithTheBitrateOfRecordingsAndSaysAboutUnlessItIsConstant)
 {
     KTMp3LameConfig config;
     EXPECT_EQ(RecordingEstimate(config).rateSentence(), u"About 59 MB an hour."_s);
     config.setEncoderTarget(KTMp3LameConfig::BitrateTarget);
+    config.setBitrate(8);
     EXPECT_EQ(RecordingEstimate(config).rateSentence(), u"About 144 MB an hour at 320kbps."_s);
     config.setIsCBR(true);
     EXPECT_EQ(RecordingEstimate(config).rateSentence(), u"144 MB an hour at 320kbps."_s);
-}
-
-TEST(RecordingEstimateTest, CountsWithTheBitrateThatRecordingsUse)
-{
-    KTMp3LameConfig config;
-    config.setEncoderTarget(KTMp3LameConfig::BitrateTarget);
-    config.setBitrate(8);
-    EXPECT_EQ(RecordingEstimate(config).kilobitsPerSecond(), 320);
     // Any other target makes the encoder aim at the quality.
     config.setEncoderTarget(7);
     EXPECT_EQ(RecordingEstimate(config).kilobitsPerSecond(), 130);
@@ -51,16 +44,13 @@ TEST(RecordingEstimateTest, CountsRoomInTheUnitThatFits)
 {
     KTMp3LameConfig config;
     config.setEncoderTarget(KTMp3LameConfig::BitrateTarget);
-    const RecordingEstimate estimate(config);
-    constexpr qint64 hour = 144'000'000;
-    EXPECT_EQ(estimate.roomSentence(-1), u"This disk is full."_s);
-    EXPECT_EQ(estimate.roomSentence(hour / 60 - 1), u"This disk is full."_s);
-    EXPECT_EQ(estimate.roomSentence(hour / 60), u"1 minute fits on this disk."_s);
-    EXPECT_EQ(estimate.roomSentence(hour - 1), u"59 minutes fit on this disk."_s);
-    EXPECT_EQ(estimate.roomSentence(hour), u"1 hour fits on this disk."_s);
-    EXPECT_EQ(estimate.roomSentence(hour * 5 / 2), u"2.5 hours fit on this disk."_s);
-    EXPECT_EQ(estimate.roomSentence(213 * hour + 1), u"213 hours fit on this disk."_s);
-    EXPECT_EQ(estimate.roomSentence(123'456 * hour), u"123,456 hours fit on this disk."_s);
+    constexpr qint64 minute = 2'400'000;
+    for (const auto &[bytes, sentence] :
+        {std::pair{qint64(-1), u"This disk is full."_s}, {minute - 1, u"This disk is full."_s},
+            {minute, u"1 minute fits on this disk."_s}, {60 * minute - 1, u"59 minutes fit on this disk."_s},
+            {60 * minute, u"1 hour fits on this disk."_s}, {150 * minute, u"2.5 hours fit on this disk."_s},
+            {123'456 * 60 * minute, u"123,456 hours fit on this disk."_s}})
+        EXPECT_EQ(RecordingEstimate(config).roomSentence(bytes), sentence);
 }
 
 } // namespace
