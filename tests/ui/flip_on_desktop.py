@@ -25,11 +25,14 @@ DESKTOPS = {
 CARD = (460, 392)
 EDGE_ON_MILLISECONDS = 100
 """A few frames, in which the card is so narrow that its middle may be seen beside it."""
+NARROW_MILLISECONDS = 320
+"""For which the card may be away from a place beside the axis. Half a flip is longer than that."""
 EXCHANGE_MILLISECONDS = 300
 """How far from both ends of what is watched that is at least. Nearer to them the windows are exchanged."""
-# In points from the card's corner: on both cards a place without a control, on the axis of the turn; and two corners,
-# which are transparent.
-PLACES = ((230, 42), (1, 1), (458, 390))
+# In points from the card's corner: on both cards a place without a control, on the axis of the turn; two corners,
+# which are transparent; and places beside the axis, which only a narrow card leaves.
+PLACES = ((230, 42), (1, 1), (458, 390), (160, 42), (190, 42), (270, 42), (300, 42))
+BESIDE_AXIS = slice(3, None)
 CARD_COLOUR = (0x32, 0x38, 0x3E)
 WATCH_DEADLINE = 20
 AFTERMATH = 0.25
@@ -96,6 +99,18 @@ def check_nothing_shows_through(samples):
         raise Failure("something other than a card was seen")
 
 
+def check_beside_axis(samples):
+    """A window that goes before the other one is there is seen long before or after the card is narrow."""
+    narrow = []
+    for index in range(BESIDE_AXIS.start, len(PLACES)):
+        there = [is_card(colours[index]) for _, colours in samples]
+        times = [time for (time, _), card in zip(samples, there) if not card]
+        if not (there[0] and there[-1] and times and times[-1] - times[0] <= NARROW_MILLISECONDS):
+            raise Failure(f"the card was away from {PLACES[index]} at {times}")
+        narrow.append(times[-1] - times[0])
+    print(f"  away from places beside the axis for {narrow} ms")
+
+
 def check_end(desktop, program, title, corner):
     geometry = desktop.active_window_geometry()
     expected = (*corner, *(length * desktop.scale for length in CARD))
@@ -131,6 +146,7 @@ def flip(desktop, program, sampler, press, title, pictures=None):
     direction, frames, dropped, seconds, longest = flips(program)[-1]
     print(f"  {direction}: {frames} frames in {seconds} s, {dropped} dropped, the longest took {longest} ms to draw")
     check_nothing_shows_through(samples)
+    check_beside_axis(samples)
     check_end(desktop, program, title, corner)
 
 
