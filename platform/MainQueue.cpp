@@ -26,13 +26,11 @@ public:
     }
 
 protected:
-    bool event(QEvent *event) override
+    // Only events of the program's own come here.
+    void customEvent(QEvent *) override
     {
-        const std::function<void()> work = event->type() == QEvent::User ? takeFirst() : nullptr;
-        if (!work)
-            return QObject::event(event);
-        work();
-        return true;
+        if (const std::function<void()> work = takeFirst())
+            work();
     }
 
 private:
