@@ -83,7 +83,11 @@ void EncoderControls::bindTargetTo(QObject *controller, const QString &keyPath) 
         qualityTarget, &QRadioButton::toggled, controller, choose(KTMp3LameConfig::QualityTarget));
     bind(qualityTarget, controller, keyPath, [controls = *this](const QVariant &target) {
         const bool isQuality = target.toInt() != 0;
-        (isQuality ? controls.qualityTarget : controls.bitrateTarget)->setChecked(true);
+        auto *const chosen = isQuality ? controls.qualityTarget : controls.bitrateTarget;
+        chosen->setChecked(true);
+        // The keyboard begins at the choice that is made; on the other one a Space would change it.
+        if (!chosen->window()->focusWidget())
+            chosen->setFocus();
     });
 }
 

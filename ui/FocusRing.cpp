@@ -56,6 +56,8 @@ void FocusRing::leaveControl()
 
 bool FocusRing::eventFilter(QObject *watched, QEvent *event)
 {
+    if (!watched->isWidgetType() && !watched->isWindowType())
+        return false;
     switch (event->type()) {
     case QEvent::KeyPress:
         m_byKeyboard = true;

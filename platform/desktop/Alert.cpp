@@ -24,6 +24,7 @@ Alert::Presenter &presenter()
 void runMessageBox(const Alert &alert)
 {
     QMessageBox box(QApplication::activeWindow());
+    box.setObjectName(QStringLiteral("alert"));
     box.setIconPixmap(QApplication::windowIcon().pixmap(kIconSize, box.devicePixelRatioF()));
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowTitle(QApplication::applicationDisplayName());
