@@ -145,7 +145,7 @@ class Measurement:
               f"(median of {len(times)}, worst {max(times):.0f} ms).")
 
     def others(self, home):
-        """What others take for the bitrate target that a recording has: variable, quality 5, standard engine."""
+        """Others with the configuration of a first start: variable bitrate, quality 5, standard engine."""
         parec = ["parec", "--raw", "--rate=48000", "--channels=2", "--format=s16le"]
         lame = ["lame", "--quiet", "-r", "-s", "48", "--bitwidth", "16", "--signed", "--little-endian", "-m", "j", "-q",
                 "5", "--vbr-new", "-V", "5", "-t", "-", os.path.join(home, "lame.mp3")]
