@@ -6,8 +6,8 @@
 //     flip_frames            prints the table
 //     flip_frames SCALE      measures in this process and prints one row
 
-#include "tests/support/Waiting.h"
-#include "tests/ui/DemoCards.h"
+#include "testbed/Waiting.h"
+#include "testbed/DemoCards.h"
 #include "ui/FlipPermission.h"
 #include "ui/FliprView.h"
 #include "ui/NSWindow_Flipr.h"
@@ -103,14 +103,14 @@ template <typename Value> Value percentile(std::vector<Cost> &costs, Value Cost:
 
 int measure(const char *scale)
 {
-    testsupport::RecorderCard front;
-    testsupport::PreferencesCard back;
+    testbed::RecorderCard front;
+    testbed::PreferencesCard back;
     FlipPermission::setJudge([] { return true; });
     front.move(100, 100);
     front.show();
     NSWindow_Flipr::flipToShowWindow(&front, &back, true);
     auto *view = NSWindow_Flipr::flippingWindow()->findChild<FliprView *>();
-    if (!testsupport::waitUntil([view] { return view->animation()->isAnimating(); }))
+    if (!testbed::waitUntil([view] { return view->animation()->isAnimating(); }))
         return 1;
     view->animation()->stopAnimation();
 

@@ -12,9 +12,9 @@
 #include "KTAudioControl/KTAudioControl.h"
 #include "audio/HBRecordingTask.h"
 #include "encoder/KTMp3LameConfig.h"
-#include "tests/support/Mp3Files.h"
-#include "tests/support/ScriptedSoundSystem.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Mp3Files.h"
+#include "testbed/ScriptedSoundSystem.h"
+#include "testbed/Waiting.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -67,7 +67,7 @@ int descriptorOf(const QString &path)
 
 class Capture {
 public:
-    Capture(testsupport::ScriptedSoundSystem &sound, const std::shared_ptr<HBRecordingTask> &task,
+    Capture(testbed::ScriptedSoundSystem &sound, const std::shared_ptr<HBRecordingTask> &task,
         Listener &listener)
         : m_sound(sound)
         , m_task(task)
@@ -102,10 +102,10 @@ public:
     long takePeak() { return std::exchange(m_peak, 0); }
 
 private:
-    testsupport::ScriptedSoundSystem &m_sound;
+    testbed::ScriptedSoundSystem &m_sound;
     std::shared_ptr<HBRecordingTask> m_task;
     Listener &m_listener;
-    const QByteArray m_music = testsupport::noise(48000, 2, 4).bytes();
+    const QByteArray m_music = testbed::noise(48000, 2, 4).bytes();
     long m_peak = 0;
 };
 
@@ -151,7 +151,7 @@ bool secondPart(Capture &capture, HBRecordingTask &task, const Listener &listene
     const QByteArray written = file.readAll();
     tail.write(written);
     tail.close();
-    const double seconds = testsupport::decodedByMpg123(tail.fileName()).seconds();
+    const double seconds = testbed::decodedByMpg123(tail.fileName()).seconds();
     std::printf("across 4 GiB: file of %lld bytes; the last %lld of them decode to %.2f of 120 s\n",
         static_cast<long long>(file.size()), static_cast<long long>(written.size()), seconds);
     return capture.exact() && file.size() > border && std::abs(seconds - 120) < 0.2;
@@ -167,7 +167,7 @@ int main(int argc, char **argv)
         return 2;
     }
     const qint64 milliseconds = qint64(argc > 2 ? std::atof(argv[2]) * 1000 : 120000);
-    const testsupport::ScriptedSoundSystemScope sound;
+    const testbed::ScriptedSoundSystemScope sound;
     sound->setDevices(QStringList{u"Microphone"_s});
     const auto device = KTAudioControl::sharedAudioControl()->deviceIDFromName(u"Microphone"_s);
     const auto config = QSharedPointer<KTMp3LameConfig>::create();

@@ -8,8 +8,8 @@
 // after half an hour of playing.
 
 #include "KTAudioControl/KTAudioPlayer.h"
-#include "tests/support/Mp3Files.h"
-#include "tests/support/ScriptedSoundSystem.h"
+#include "testbed/Mp3Files.h"
+#include "testbed/ScriptedSoundSystem.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,7 +34,7 @@ long residentKilobytes()
 
 bool writeLongFile(const QString &path, double hours)
 {
-    const QByteArray minute = testsupport::encodedMp3(testsupport::noise(48000, 2, 60), 320);
+    const QByteArray minute = testbed::encodedMp3(testbed::noise(48000, 2, 60), 320);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
@@ -58,7 +58,7 @@ int main(int argc, char **argv)
     const QString path = QDir(QFile::decodeName(argv[1])).absoluteFilePath(u"long.mp3"_s);
     const bool written = writeLongFile(path, hours);
 
-    const testsupport::ScriptedSoundSystemScope sound;
+    const testbed::ScriptedSoundSystemScope sound;
     KTAudioPlayer player;
     QElapsedTimer timer;
     timer.start();

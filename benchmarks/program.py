@@ -19,7 +19,7 @@ import tempfile
 import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path.insert(0, os.path.join(HERE, "..", "tests", "e2e"))
+sys.path.insert(0, os.path.join(HERE, "..", "testbed"))
 from recorder import Recorder, SoundServer  # noqa: E402
 from desktop import Desktop, end_process, wait_until  # noqa: E402
 

@@ -28,7 +28,7 @@ class Microphone:
     """A private sound server with one microphone."""
 
     def __init__(self):
-        script = os.path.join(os.path.dirname(__file__), "..", "tests", "support", "sound_server.py")
+        script = os.path.join(os.path.dirname(__file__), "..", "testbed", "sound_server.py")
         self.server = subprocess.Popen([script, "--mic", "microphone=music"], stdout=subprocess.PIPE, text=True)
         if not select.select([self.server.stdout], [], [], DEADLINE)[0]:
             self.close()

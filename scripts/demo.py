@@ -17,7 +17,7 @@ import sys
 import tempfile
 
 ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..")
-sys.path.insert(0, os.path.join(ROOT, "tests", "e2e"))
+sys.path.insert(0, os.path.join(ROOT, "testbed"))
 from recorder import SAMPLES_PER_SECOND, Desktop, Failure, Recorder, SoundServer, StandIns, decoded, wait_until  # noqa: E402
 
 SCALE = 2

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/app/RecorderRig.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QAction>
 #include <QMenu>
@@ -10,8 +10,8 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using testsupport::RecorderRigTest;
-using testsupport::waitUntil;
+using testbed::RecorderRigTest;
+using testbed::waitUntil;
 
 using AppDelegateRecordingTest = RecorderRigTest;
 

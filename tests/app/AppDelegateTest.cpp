@@ -6,7 +6,7 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using testsupport::RecorderRigTest;
+using testbed::RecorderRigTest;
 
 using AppDelegateTest = RecorderRigTest;
 

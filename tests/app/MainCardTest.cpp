@@ -3,7 +3,7 @@
 
 #include "app/MainCard.h"
 #include "tests/app/RecorderRig.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 #include "ui/IconButton.h"
 
 #include <QTest>
@@ -11,9 +11,9 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using testsupport::waitUntil;
+using testbed::waitUntil;
 
-class MainCardTest : public testsupport::RecorderRigTest {
+class MainCardTest : public testbed::RecorderRigTest {
 protected:
     void open()
     {

@@ -17,7 +17,7 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using testsupport::RecorderRigTest;
+using testbed::RecorderRigTest;
 
 constexpr int kSteps = 4000;
 

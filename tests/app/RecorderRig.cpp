@@ -8,9 +8,9 @@
 #include "platform/desktop/FolderChooser.h"
 #include "platform/desktop/WebPage.h"
 #include "settings/HBPreferencesWndCtrl.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
-namespace testsupport {
+namespace testbed {
 
 using namespace Qt::StringLiterals;
 using platform::UserDefaults;
@@ -91,4 +91,4 @@ void RecorderRig::settle()
         QCoreApplication::processEvents();
 }
 
-} // namespace testsupport
+} // namespace testbed

@@ -7,13 +7,13 @@
 #include "platform/CaptureAuthorization.h"
 #include "platform/desktop/Alert.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/ScriptedSoundSystem.h"
+#include "testbed/ScriptedSoundSystem.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <optional>
 
-namespace testsupport {
+namespace testbed {
 
 // Everything that the controller meets outside itself, scripted: the sound system, the desktop, the
 // permission service and the user's settings. Between them are the real tasks, the real encoder and the real
@@ -52,4 +52,4 @@ private:
 
 class RecorderRigTest : public testing::Test, protected RecorderRig { };
 
-} // namespace testsupport
+} // namespace testbed

@@ -4,7 +4,7 @@
 #include "app/StatusLine.h"
 #include "platform/OutputFile.h"
 #include "tests/app/RecorderRig.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -14,8 +14,8 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using platform::OutputFileState;
-using testsupport::RecorderRigTest;
-using testsupport::waitUntil;
+using testbed::RecorderRigTest;
+using testbed::waitUntil;
 
 // The disk
 

@@ -3,16 +3,16 @@
 
 #include "audio/HBPlayTask.h"
 
-#include "tests/support/Mp3Files.h"
-#include "tests/support/ScriptedSoundSystem.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Mp3Files.h"
+#include "testbed/ScriptedSoundSystem.h"
+#include "testbed/Waiting.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
-using namespace testsupport;
+using namespace testbed;
 
 namespace {
 

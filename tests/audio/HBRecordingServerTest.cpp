@@ -5,15 +5,15 @@
 #include "audio/HBRecordingTask.h"
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "encoder/KTMp3LameConfig.h"
-#include "tests/support/Mp3Files.h"
-#include "tests/support/PrivateSoundServer.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Mp3Files.h"
+#include "testbed/PrivateSoundServer.h"
+#include "testbed/Waiting.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
-using namespace testsupport;
+using namespace testbed;
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/Mp3Files.h"
-#include "tests/support/ScriptedSoundSystem.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Mp3Files.h"
+#include "testbed/ScriptedSoundSystem.h"
+#include "testbed/Waiting.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -18,7 +18,7 @@
 #include <thread>
 
 using namespace Qt::StringLiterals;
-using namespace testsupport;
+using namespace testbed;
 
 namespace {
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "KTAudioControl/KTAudioControl.h"
-#include "tests/support/ScriptedSoundSystem.h"
-#include "tests/support/Waiting.h"
+#include "testbed/ScriptedSoundSystem.h"
+#include "testbed/Waiting.h"
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>
@@ -32,7 +32,7 @@ protected:
             QCoreApplication::processEvents();
     }
 
-    testsupport::ScriptedSoundSystemScope system;
+    testbed::ScriptedSoundSystemScope system;
     KTAudioControl *const control = KTAudioControl::sharedAudioControl();
     testing::StrictMock<MockDelegate> delegate;
 };

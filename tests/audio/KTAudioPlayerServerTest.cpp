@@ -5,9 +5,9 @@
 
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/Mp3Files.h"
-#include "tests/support/PrivateSoundServer.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Mp3Files.h"
+#include "testbed/PrivateSoundServer.h"
+#include "testbed/Waiting.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -18,7 +18,7 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
-using namespace testsupport;
+using namespace testbed;
 
 namespace {
 

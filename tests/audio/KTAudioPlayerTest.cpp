@@ -4,9 +4,9 @@
 #include "KTAudioControl/KTAudioPlayer.h"
 
 #include "tests/support/LogCapture.h"
-#include "tests/support/Mp3Files.h"
-#include "tests/support/ScriptedSoundSystem.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Mp3Files.h"
+#include "testbed/ScriptedSoundSystem.h"
+#include "testbed/Waiting.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -15,7 +15,7 @@
 #include <thread>
 
 using namespace Qt::StringLiterals;
-using namespace testsupport;
+using namespace testbed;
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include "KTAudioControl/KTAudioControl.h"
 #include "tests/support/FrameCollector.h"
-#include "tests/support/ScriptedSoundSystem.h"
-#include "tests/support/Waiting.h"
+#include "testbed/ScriptedSoundSystem.h"
+#include "testbed/Waiting.h"
 
 #include <cstdlib>
 #include <future>
@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using testsupport::FrameCollector;
+using testbed::FrameCollector;
 
 namespace {
 
@@ -63,7 +63,7 @@ protected:
         recorder->setDelegate(&collector);
     }
 
-    testsupport::ScriptedSoundSystemScope system;
+    testbed::ScriptedSoundSystemScope system;
     FrameCollector collector;
     std::unique_ptr<KTAudioRecorder> recorder;
     const QByteArray frames{"0123456789abcdef"};

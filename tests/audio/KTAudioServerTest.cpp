@@ -4,8 +4,8 @@
 #include "KTAudioControl/KTAudioControl.h"
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "tests/support/FrameCollector.h"
-#include "tests/support/PrivateSoundServer.h"
-#include "tests/support/Waiting.h"
+#include "testbed/PrivateSoundServer.h"
+#include "testbed/Waiting.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -20,10 +20,10 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testsupport::breaks;
-using testsupport::FrameCollector;
-using testsupport::PrivateSoundServer;
-using testsupport::waitUntil;
+using testbed::breaks;
+using testbed::FrameCollector;
+using testbed::PrivateSoundServer;
+using testbed::waitUntil;
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "audio/MicrophoneAuthorization.h"
 #include "platform/CaptureAuthorization.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QThread>
 #include <gtest/gtest.h>
@@ -56,7 +56,7 @@ TEST_P(MicrophoneAuthorizationTest, AnswersOnceFromTheMainLoop)
         EXPECT_EQ(QThread::currentThread(), qApp->thread());
     });
     EXPECT_EQ(answers, 0);
-    ASSERT_TRUE(testsupport::waitUntil([&] { return answers > 0; }));
+    ASSERT_TRUE(testbed::waitUntil([&] { return answers > 0; }));
     QCoreApplication::processEvents();
     EXPECT_EQ(answers, 1);
     EXPECT_EQ(granted, GetParam().granted);

@@ -6,9 +6,11 @@
 import os
 import re
 import signal
+import sys
 import time
 
-from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
+from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
 
 
 class Recording(RecorderTest):

@@ -5,9 +5,11 @@
 
 import os
 import shutil
+import sys
 import time
 
-from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
+from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
 
 SAID_WITHIN = 2.5
 """Seconds: two for the program, the rest for the accessibility bus to be read on a busy machine."""

@@ -44,7 +44,7 @@ class KTAudioToolBaseTest : public testing::TestWithParam<Case> { };
 
 TEST_P(KTAudioToolBaseTest, ConvertsWithinTheBuffer)
 {
-    testsupport::LogCapture log;
+    testbed::LogCapture log;
     EXPECT_EQ(converted<char16_t>(KTAudioToolBase::NSStringToUTF16, GetParam()), GetParam().utf16);
     EXPECT_EQ(log.lines(), GetParam().utf16Lines);
     log.clear();

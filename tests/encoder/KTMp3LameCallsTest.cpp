@@ -8,7 +8,7 @@
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -174,7 +174,7 @@ TEST(KTMp3LameCallsTest, WhenTheEncoderRefusesItsSettingsTheFileIsOpenAndEveryCa
 {
     const QTemporaryDir folder;
     const auto writer = std::make_unique<KTMp3Lame>(nullptr, folder.filePath(u"out.mp3"_s));
-    testsupport::LogCapture log;
+    testbed::LogCapture log;
     const int samples[20] = {};
     refuseSettings = true;
     EXPECT_FALSE(writer->readyToEncode());
@@ -195,17 +195,17 @@ TEST(KTMp3LameCallsTest, BuffersMayArriveWhileTheEncoderIsSetUp)
     const std::vector<qint32> samples(1764, 1000000);
     for (int round = 0; round < 10; ++round) {
         const auto writer = std::make_unique<KTMp3Lame>(nullptr, folder.filePath(u"out.mp3"_s));
-        const testsupport::LogCapture log;
+        const testbed::LogCapture log;
         std::atomic<int> refused = 0;
         std::atomic<int> taken = 0;
         std::jthread capture([&](const std::stop_token &stop) {
             while (!stop.stop_requested())
                 ++(writer->addPCMDataToEncode_int(samples.data(), 882) ? taken : refused);
         });
-        EXPECT_TRUE(testsupport::waitUntil([&] { return refused > 1; }));
+        EXPECT_TRUE(testbed::waitUntil([&] { return refused > 1; }));
         EXPECT_EQ(taken, 0);
         EXPECT_TRUE(writer->readyToEncode());
-        EXPECT_TRUE(testsupport::waitUntil([&] { return taken > 2; }));
+        EXPECT_TRUE(testbed::waitUntil([&] { return taken > 2; }));
         capture.request_stop();
         capture.join();
         writer->finalizeEncode();

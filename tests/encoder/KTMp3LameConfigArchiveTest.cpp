@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "encoder/KTMp3LameConfig.h"
-#include "tests/encoder/ArchiveMutations.h"
+#include "testbed/ArchiveMutations.h"
 #include "tests/support/LogCapture.h"
 
 #include <QFile>
@@ -64,7 +64,7 @@ std::string described(const QSharedPointer<KTMp3LameConfig> &config)
 
 TEST(KTMp3LameConfigArchiveTest, ForeignArchivesAreReadThroughTheSetters)
 {
-    const testsupport::LogCapture log;
+    const testbed::LogCapture log;
     const auto read
         = [](const QString &name) { return described(KTMp3LameConfig::unarchivedConfig(archive(name))); };
     EXPECT_EQ(read(u"complete.plist"_s), "0 2 1 192 2.71828 true 1 3 32000 ");
@@ -127,7 +127,7 @@ TEST(KTMp3LameConfigArchiveTest, WhatIsNoArchiveGivesNoConfigurationAndOneLine)
     for (qsizetype length = 0; length < whole.size(); length += 13)
         hostile += whole.first(length);
 
-    testsupport::LogCapture log;
+    testbed::LogCapture log;
     for (qsizetype i = 0; i < hostile.size(); ++i) {
         log.clear();
         EXPECT_FALSE(KTMp3LameConfig::unarchivedConfig(hostile[i])) << i;
@@ -137,7 +137,7 @@ TEST(KTMp3LameConfigArchiveTest, WhatIsNoArchiveGivesNoConfigurationAndOneLine)
 
 TEST(KTMp3LameConfigArchiveTest, DamagedArchivesDecodeWithinTheLimitsOrNotAtAll)
 {
-    testsupport::LogCapture log;
+    testbed::LogCapture log;
     ArchiveMutations mutations({archive(u"complete.plist"_s), archive(u"complete.xml"_s),
                                    KTMp3LameConfig::archivedData(KTMp3LameConfig())},
         20260101);

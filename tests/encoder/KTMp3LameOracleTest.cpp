@@ -5,7 +5,7 @@
 
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
-#include "tests/support/Mp3Files.h"
+#include "testbed/Mp3Files.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -13,14 +13,14 @@
 #include <tuple>
 
 using namespace Qt::StringLiterals;
-using testsupport::Sound;
+using testbed::Sound;
 
 namespace {
 
 // Loud and quiet in turn: transients, near silence and stereo differences in half a second.
 Sound music(int rate, int channels)
 {
-    Sound sound = testsupport::noise(rate, channels, 0.6);
+    Sound sound = testbed::noise(rate, channels, 0.6);
     for (qsizetype i = 0; i < sound.samples.size(); ++i)
         sound.samples[i] /= (i / (rate / 10 * channels)) % 2 ? 500 : 4;
     return sound;
@@ -58,7 +58,7 @@ protected:
         lame.closeWriteChannel();
         EXPECT_TRUE(lame.waitForFinished());
         EXPECT_EQ(lame.exitCode(), 0) << lame.readAllStandardError().toStdString();
-        return testsupport::fileContents(out);
+        return testbed::fileContents(out);
     }
 
     const QTemporaryDir folder;
@@ -89,7 +89,7 @@ TEST_P(KTMp3LameOracleTest, TheFinalizedFileIsTheProgramsFileByteForByte)
     }
     writer->finalizeEncode();
 
-    const QByteArray ours = testsupport::fileContents(writer->outFile());
+    const QByteArray ours = testbed::fileContents(writer->outFile());
     const QByteArray theirs = fileOfTheProgram(
         sound, QStringList{u"-q"_s, engineQualities[engineQuality]} + mode.options.split(u' '));
     ASSERT_FALSE(theirs.isEmpty());

@@ -4,7 +4,7 @@
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/Mp3Files.h"
+#include "testbed/Mp3Files.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -14,8 +14,8 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
-using testsupport::LogCapture;
-using testsupport::Sound;
+using testbed::LogCapture;
+using testbed::Sound;
 
 namespace {
 
@@ -50,7 +50,7 @@ protected:
             EXPECT_TRUE(
                 (*lame.*add)(samples.constData() + at, qMin<qint64>(2205, (samples.size() - at) / channels)));
         lame->finalizeEncode();
-        return testsupport::fileContents(path());
+        return testbed::fileContents(path());
     }
 
     const QTemporaryDir folder;
@@ -60,7 +60,7 @@ protected:
 
 TEST_F(KTMp3LameTest, WritesEveryByteAtOnceAndTheRestWhenFinalized)
 {
-    const Sound sound = testsupport::noise(44100, 2, 2);
+    const Sound sound = testbed::noise(44100, 2, 2);
     const auto lame = writer();
     ASSERT_TRUE(lame->readyToEncode());
     qint64 last = 0;
@@ -110,7 +110,7 @@ TEST_F(KTMp3LameTest, ABadPathLeavesNothingBehind)
 
 TEST_F(KTMp3LameTest, IntegersOfEverySizeGiveTheSameBytesAndRealsTheSameSound)
 {
-    const Sound sound = testsupport::noise(44100, 2, 0.5);
+    const Sound sound = testbed::noise(44100, 2, 0.5);
     QList<qint32> ints;
     QList<qint64> longs;
     QList<double> doubles;
@@ -131,7 +131,7 @@ TEST_F(KTMp3LameTest, IntegersOfEverySizeGiveTheSameBytesAndRealsTheSameSound)
 
 TEST_F(KTMp3LameTest, TheFloatCallWritesAsManyBytesOfTheHandleAndZeros)
 {
-    const Sound sound = testsupport::noise(44100, 2, 1);
+    const Sound sound = testbed::noise(44100, 2, 1);
     QList<float> floats;
     for (const qint16 sample : sound.samples)
         floats.append(sample / 32767.0F);
@@ -140,7 +140,7 @@ TEST_F(KTMp3LameTest, TheFloatCallWritesAsManyBytesOfTheHandleAndZeros)
     ASSERT_TRUE(lame->addPCMDataToEncode_shortInt(sound.samples.constData(), sound.frames()));
     const qint64 regular = size();
     ASSERT_TRUE(lame->addPCMDataToEncode(floats.constData(), sound.frames()));
-    const QByteArray irregular = testsupport::fileContents(path()).mid(regular);
+    const QByteArray irregular = testbed::fileContents(path()).mid(regular);
     EXPECT_NEAR(double(irregular.size()), double(regular), 1000);
     // The public handle of libmp3lame is 344 bytes on this architecture, and begins with no frame header.
     EXPECT_NE(irregular.first(344).count('\0'), 344);
@@ -152,7 +152,7 @@ TEST_F(KTMp3LameTest, WhatTheEncoderCannotTakeIsRefusedAndTheEncodingGoesOn)
 {
     config->setSampleRate(48000);
     config->setBitrate(320);
-    const Sound sound = testsupport::noise(48000, 2, 1);
+    const Sound sound = testbed::noise(48000, 2, 1);
     const auto lame = writer();
     ASSERT_TRUE(lame->readyToEncode());
     QList<qint16> twentySeconds;
@@ -195,7 +195,7 @@ TEST_F(KTMp3LameTest, WhatTheEncoderCannotTakeIsRefusedAndTheEncodingGoesOn)
 
 TEST_F(KTMp3LameTest, AnyConfigurationGivesAFile)
 {
-    const Sound sound = testsupport::noise(44100, 2, 0.3);
+    const Sound sound = testbed::noise(44100, 2, 0.3);
     for (const int channels : {-4, 0, 1, 2, 6}) {
         for (const double quality : {std::nan(""), 0.0, 10.0}) {
             KTMp3Lame lame({}, path());
@@ -205,7 +205,7 @@ TEST_F(KTMp3LameTest, AnyConfigurationGivesAFile)
             ASSERT_TRUE(lame.readyToEncode());
             EXPECT_TRUE(lame.addPCMDataToEncode_shortInt(sound.samples.constData(), sound.frames()));
             lame.finalizeEncode();
-            EXPECT_NEAR(testsupport::decodedByMpg123(path()).seconds(), 0.3, 0.1) << channels << quality;
+            EXPECT_NEAR(testbed::decodedByMpg123(path()).seconds(), 0.3, 0.1) << channels << quality;
         }
     }
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/Bookmark.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,7 +40,7 @@ protected:
     {
         timespec now = {}, stamp = {};
         clock_gettime(CLOCK_REALTIME, &now);
-        ASSERT_TRUE(testsupport::waitUntil([&] {
+        ASSERT_TRUE(testbed::waitUntil([&] {
             clock_gettime(CLOCK_REALTIME_COARSE, &stamp);
             return std::tie(stamp.tv_sec, stamp.tv_nsec) > std::tie(now.tv_sec, now.tv_nsec);
         }));

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/desktop/FileManager.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QDBusConnection>
 #include <QDesktopServices>
@@ -41,11 +41,11 @@ TEST(FileManagerTest, TheFileManagerIsAskedAndWithoutOneTheFolderIsOpened)
     const QUrl file = QUrl::fromLocalFile(u"/music/100%20 h\u00f6rt\n.mp3"_s);
 
     platform::revealInFileManager(file);
-    EXPECT_TRUE(testsupport::waitUntil([&] { return !desktop.opened.isEmpty(); }));
+    EXPECT_TRUE(testbed::waitUntil([&] { return !desktop.opened.isEmpty(); }));
     EXPECT_EQ(desktop.opened, QList{QUrl::fromLocalFile(u"/music"_s)});
     // A folder is opened itself.
     platform::revealInFileManager(QUrl::fromLocalFile(QDir::tempPath()));
-    EXPECT_TRUE(testsupport::waitUntil([&] { return desktop.opened.size() == 2; }));
+    EXPECT_TRUE(testbed::waitUntil([&] { return desktop.opened.size() == 2; }));
     EXPECT_EQ(desktop.opened.takeLast(), QUrl::fromLocalFile(QDir::tempPath()));
 
     auto service = QDBusConnection::connectToBus(QString::fromLatin1(address), u"file manager"_s);
@@ -53,7 +53,7 @@ TEST(FileManagerTest, TheFileManagerIsAskedAndWithoutOneTheFolderIsOpened)
         u"/org/freedesktop/FileManager1"_s, &desktop, QDBusConnection::ExportAllSlots));
     ASSERT_TRUE(service.registerService(u"org.freedesktop.FileManager1"_s));
     platform::revealInFileManager(file);
-    EXPECT_TRUE(testsupport::waitUntil([&] { return !desktop.shown.isEmpty(); }));
+    EXPECT_TRUE(testbed::waitUntil([&] { return !desktop.shown.isEmpty(); }));
     EXPECT_EQ(desktop.shown, QStringList{u"file:///music/100%2520%20h%C3%B6rt%0A.mp3"_s});
     EXPECT_EQ(desktop.opened.size(), 1);
 

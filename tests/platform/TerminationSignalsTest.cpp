@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/TerminationSignals.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ TEST_P(TerminationSignalsTest, ArriveFromTheMainLoopAndHaveTheirOwnEffectAfterwa
         QObject::connect(&signals, &platform::TerminationSignals::terminationRequested, [&] { ++received; });
         raise(GetParam());
         EXPECT_EQ(received, 0);
-        EXPECT_TRUE(testsupport::waitUntil([&] { return received == 1; }));
+        EXPECT_TRUE(testbed::waitUntil([&] { return received == 1; }));
     }
     EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
 }

@@ -5,7 +5,7 @@
 #include "platform/DiskSpace.h"
 #include "tests/settings/SettingsHome.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 #include "ui/ElidedLabel.h"
 #include "ui/ValueSlider.h"
 
@@ -22,13 +22,13 @@
 
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
-using testsupport::control;
+using testbed::control;
 
 namespace {
 
 const QString placeholder = u"Please select a location to save the recording"_s;
 
-class HBPreferencesWndCtrlTest : public testsupport::SettingsHome {
+class HBPreferencesWndCtrlTest : public testbed::SettingsHome {
 protected:
     ~HBPreferencesWndCtrlTest() override { platform::setDiskSpace({}); }
 
@@ -59,7 +59,7 @@ protected:
         click("chooseFolder");
         chooser()->selectFile(folder);
         QMetaObject::invokeMethod(chooser(), "accept");
-        ASSERT_TRUE(testsupport::waitUntil([this] { return !chooser(); }));
+        ASSERT_TRUE(testbed::waitUntil([this] { return !chooser(); }));
     }
 
     std::unique_ptr<HBPreferencesWndCtrl> controller;
@@ -120,7 +120,7 @@ TEST_F(HBPreferencesWndCtrlTest, TheChooserIsASheetAndCancellingItChangesNothing
     controller->selectWorkingPathAction();
     EXPECT_EQ(card->findChildren<QFileDialog *>().size(), 1);
     QTest::keyClick(chooser(), Qt::Key_Escape);
-    ASSERT_TRUE(testsupport::waitUntil([this] { return !chooser(); }));
+    ASSERT_TRUE(testbed::waitUntil([this] { return !chooser(); }));
     EXPECT_EQ(controller->workingPath(), home.filePath(u"kept"_s));
     EXPECT_EQ(settings(), stored);
     EXPECT_EQ(changes.count(), 0);
@@ -153,7 +153,7 @@ TEST_F(HBPreferencesWndCtrlTest, TheStoredConfigurationIsReadAndADamagedOneIsNot
     EXPECT_EQ(textOf("qualityValue"), u"5.37"_s);
     EXPECT_EQ(textOf("bitrateValue"), u"100kbps"_s);
 
-    testsupport::LogCapture log;
+    testbed::LogCapture log;
     for (const QByteArray &damaged : {QByteArray("bplist00 not really"), QByteArray(5000, '\xff')}) {
         platform::UserDefaults::standardUserDefaults().setData(damaged, u"HBConfigDataKey"_s);
         relaunch();
@@ -214,7 +214,7 @@ TEST_F(HBPreferencesWndCtrlTest, OnlyMenuItemsChooseByTitle)
     EXPECT_EQ(controller->config()->encoderEngineQualityName(), u"fast"_s);
     // The box opens its menu, and a choice closes it.
     QTimer::singleShot(0, controller.get(), [this] {
-        ASSERT_TRUE(testsupport::waitUntil([this] { return controller->encodeEngineMenu()->isVisible(); }));
+        ASSERT_TRUE(testbed::waitUntil([this] { return controller->encodeEngineMenu()->isVisible(); }));
         const QPoint under = controller->boxEncoderEngine()->mapToGlobal(
             QPoint(0, controller->boxEncoderEngine()->height()));
         EXPECT_GE(controller->encodeEngineMenu()->pos().y(), under.y());
@@ -228,13 +228,13 @@ TEST_F(HBPreferencesWndCtrlTest, OnlyMenuItemsChooseByTitle)
 TEST_F(HBPreferencesWndCtrlTest, EveryControlActsOnTheKeyThatItsToolTipNames)
 {
     open();
-    testsupport::expectKeysOfToolTips(card, 7);
+    testbed::expectKeysOfToolTips(card, 7);
     QTest::keyClick(card, Qt::Key_B, Qt::AltModifier);
-    EXPECT_TRUE(testsupport::waitUntil([this] { return !controller->config()->enableQualityTarget(); }));
+    EXPECT_TRUE(testbed::waitUntil([this] { return !controller->config()->enableQualityTarget(); }));
     QTest::keyClick(card, Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(testsupport::waitUntil([this] { return controller->config()->isCBR(); }));
+    EXPECT_TRUE(testbed::waitUntil([this] { return controller->config()->isCBR(); }));
     controller->config()->setEncoderEngineQuality(KTMp3LameConfig::FastQuality);
-    testsupport::expectKeysOfToolTips(card, 7);
+    testbed::expectKeysOfToolTips(card, 7);
 }
 
 TEST_F(HBPreferencesWndCtrlTest, WhatHasNoEffectOnTheTargetIsDisabled)
@@ -261,7 +261,7 @@ TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndT
     const QString folder = makeFolder(u"Recordings"_s);
     controller->setWorkingPathWithURL(QUrl::fromLocalFile(folder));
     const auto comesToSay = [this](const QString &end) {
-        return testsupport::waitUntil([&] { return textOf("estimate").endsWith(end); });
+        return testbed::waitUntil([&] { return textOf("estimate").endsWith(end); });
     };
     EXPECT_EQ(textOf("estimate"), u"About 59 MB an hour."_s);
     EXPECT_TRUE(comesToSay(u"About 59 MB an hour. 100 hours fit on this disk."_s));
@@ -321,7 +321,7 @@ TEST_F(HBPreferencesWndCtrlTest, DoneAndEscapeGoBackToTheMainWindowAndSaveNothin
             QTest::keyClick(card, Qt::Key_Escape);
         else
             click("done");
-        EXPECT_TRUE(testsupport::waitUntil([this] { return !card->isVisible(); }));
+        EXPECT_TRUE(testbed::waitUntil([this] { return !card->isVisible(); }));
         EXPECT_TRUE(mainWindow.isVisible());
         EXPECT_EQ(mainWindow.pos(), card->pos());
         mainWindow.hide();

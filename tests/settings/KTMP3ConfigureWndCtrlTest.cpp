@@ -3,7 +3,7 @@
 
 #include "settings/KTMP3ConfigureWndCtrl.h"
 #include "tests/settings/SettingsHome.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -12,7 +12,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using testsupport::control;
+using testbed::control;
 
 namespace {
 
@@ -73,9 +73,9 @@ TEST_F(KTMP3ConfigureWndCtrlTest, EveryChangeIsInTheCallersObjectBeforeOk)
     EXPECT_EQ(controller.config(), config);
     QTest::keyClick(find<QWidget>("quality"), Qt::Key_Home);
     EXPECT_EQ(config->encodeQuality(), 0.0);
-    testsupport::expectKeysOfToolTips(sheet, 5);
+    testbed::expectKeysOfToolTips(sheet, 5);
     QTest::keyClick(sheet, Qt::Key_B, Qt::AltModifier);
-    EXPECT_TRUE(testsupport::waitUntil([this] { return config->encoderTarget() == 0; }));
+    EXPECT_TRUE(testbed::waitUntil([this] { return config->encoderTarget() == 0; }));
     EXPECT_FALSE(find<QWidget>("quality")->isEnabled());
     find<QCheckBox>("constantBitrate")->click();
     EXPECT_TRUE(config->isCBR());

@@ -16,7 +16,7 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
-namespace testsupport {
+namespace testbed {
 
 // A user with settings of their own and a file manager that only takes notes.
 class SettingsHome : public testing::Test {
@@ -79,4 +79,4 @@ inline void expectKeysOfToolTips(const QWidget *window, int buttons)
     EXPECT_EQ(buttons, 0);
 }
 
-} // namespace testsupport
+} // namespace testbed

@@ -11,7 +11,7 @@ import os
 import subprocess
 import sys
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
 from desktop import Desktop, Failure, wait_until  # noqa: E402
 
 PLACEHOLDER = "Please select a location to save the recording"

@@ -9,7 +9,7 @@
 
 #include "KTAudioControl/KTAudioControl.h"
 #include "tests/support/FrameCollector.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -19,18 +19,18 @@
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    testsupport::FrameCollector collector;
+    testbed::FrameCollector collector;
     KTAudioRecorder recorder(
         KTAudioControl::sharedAudioControl()->deviceIDFromName(QString::fromLocal8Bit(argv[1])));
     recorder.setDelegate(&collector);
     if (!recorder.startRecordWithFormat({48000, kAudioFormatLinearPCM, 12, 4, 1, 4, 2, 16, 0}))
         return 1;
-    if (!testsupport::waitUntil([&] { return collector.frameCount() >= 24000; }))
+    if (!testbed::waitUntil([&] { return collector.frameCount() >= 24000; }))
         return 1;
     std::puts("recording");
     std::fflush(stdout);
     const std::size_t enough = std::strtoull(argv[3], nullptr, 10);
-    if (!testsupport::waitUntil([&] { return collector.frameCount() >= enough; }, std::chrono::seconds(30)))
+    if (!testbed::waitUntil([&] { return collector.frameCount() >= enough; }, std::chrono::seconds(30)))
         return 1;
     recorder.stopRecord();
     QFile file(QString::fromLocal8Bit(argv[2]));

@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-namespace testsupport {
+namespace testbed {
 
 // Keeps what a recorder delivers. In 16-bit stereo a frame is one number, as counting microphones give them.
 class FrameCollector : public KTAudioRecorderDelegate {
@@ -84,4 +84,4 @@ inline std::vector<std::size_t> breaks(const std::vector<std::uint32_t> &frames)
     return positions;
 }
 
-} // namespace testsupport
+} // namespace testbed

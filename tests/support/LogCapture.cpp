@@ -3,7 +3,7 @@
 
 #include "tests/support/LogCapture.h"
 
-namespace testsupport {
+namespace testbed {
 
 LogCapture *LogCapture::s_current = nullptr;
 
@@ -43,4 +43,4 @@ void LogCapture::handle(QtMsgType, const QMessageLogContext &, const QString &me
     s_current->m_lines.append(message);
 }
 
-} // namespace testsupport
+} // namespace testbed

@@ -6,7 +6,7 @@
 #include <QMutex>
 #include <QStringList>
 
-namespace testsupport {
+namespace testbed {
 
 // Collects every log line of the process, from any thread, as long as it lives. One at a time.
 class LogCapture {
@@ -29,4 +29,4 @@ private:
     QtMessageHandler m_previous;
 };
 
-} // namespace testsupport
+} // namespace testbed

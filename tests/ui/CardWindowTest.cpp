@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/CardWindow.h"
-#include "tests/support/Waiting.h"
-#include "tests/ui/DemoCards.h"
+#include "testbed/Waiting.h"
+#include "testbed/DemoCards.h"
 #include "ui/CardStyle.h"
 #include "ui/ElidedLabel.h"
 #include "ui/FocusRing.h"
@@ -16,8 +16,8 @@
 
 namespace {
 
-using testsupport::PreferencesCard;
-using testsupport::RecorderCard;
+using testbed::PreferencesCard;
+using testbed::RecorderCard;
 
 TEST(CardWindowTest, IsOneRoundedDarkCardOfOneSize)
 {
@@ -66,7 +66,7 @@ TEST(CardWindowTest, ShowsTheFocusOfTheKeyboardAndPressesWithReturn)
     int pressed = 0;
     QObject::connect(card.done, &QPushButton::clicked, &card, [&] { ++pressed; });
     card.show();
-    ASSERT_TRUE(testsupport::waitUntil([&] { return card.isActiveWindow(); }));
+    ASSERT_TRUE(testbed::waitUntil([&] { return card.isActiveWindow(); }));
     const auto *ring = card.findChild<FocusRing *>();
     QTest::mouseClick(card.done, Qt::LeftButton);
     EXPECT_EQ(card.focusWidget(), card.done);

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/FliprView.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 #include "ui/FlipGeometry.h"
 #include "ui/FlipPermission.h"
 #include "ui/NSWindow_Flipr.h"
@@ -16,7 +16,7 @@
 namespace {
 
 using namespace std::chrono_literals;
-using testsupport::waitUntil;
+using testbed::waitUntil;
 
 constexpr QSize CardSize{200, 120};
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/LevelMeter.h"
-#include "tests/support/Waiting.h"
+#include "testbed/Waiting.h"
 
 #include <QImage>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 namespace {
 
 using namespace std::chrono_literals;
-using testsupport::waitUntil;
+using testbed::waitUntil;
 
 TEST(LevelBallisticsTest, RisesAtOnceAndFallsTwentyDecibelsASecond)
 {

@@ -5,7 +5,7 @@
 // writes one line to standard output: direction, frames, dropped frames, seconds, longest frame in
 // milliseconds.
 
-#include "tests/ui/DemoCards.h"
+#include "testbed/DemoCards.h"
 #include "ui/FliprView.h"
 #include "ui/NSWindow_Flipr.h"
 
@@ -45,8 +45,8 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     Backdrop backdrop;
     backdrop.show();
-    testsupport::RecorderCard recorder;
-    testsupport::PreferencesCard preferences;
+    testbed::RecorderCard recorder;
+    testbed::PreferencesCard preferences;
     const auto *view = NSWindow_Flipr::flippingWindow()->findChild<FliprView *>();
     const char *direction = "forward";
     QObject::connect(recorder.preferences, &QAbstractButton::clicked, &preferences, [&] {

@@ -12,7 +12,8 @@ import subprocess
 import sys
 import time
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+TESTBED = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed")
+sys.path.insert(0, TESTBED)
 from desktop import Desktop, Failure, end_process, wait_until  # noqa: E402
 
 DESKTOPS = {
@@ -161,7 +162,7 @@ def exchange(desktop, program, press, title):
 
 
 def ask_for_no_animations(desktop):
-    service = os.path.join(os.path.dirname(os.path.abspath(__file__)), "settings_portal.py")
+    service = os.path.join(TESTBED, "settings_portal.py")
     process = desktop.spawn(["/usr/bin/python3", service], stdout=subprocess.PIPE)
     if process.stdout.readline() != b"ready\n":
         raise Failure("the settings service did not start")

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/ui/DemoCards.h"
+#include "testbed/DemoCards.h"
 #include "ui/CardStyle.h"
 #include "ui/IconButton.h"
 #include "ui/TitleStrip.h"
@@ -12,7 +12,7 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
-namespace testsupport {
+namespace testbed {
 
 namespace {
 
@@ -60,4 +60,4 @@ PreferencesCard::PreferencesCard()
     layout->addWidget(done, 0, Qt::AlignCenter);
 }
 
-} // namespace testsupport
+} // namespace testbed

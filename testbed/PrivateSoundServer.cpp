@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/support/PrivateSoundServer.h"
+#include "testbed/PrivateSoundServer.h"
 
 #include <QDeadlineTimer>
 #include <QJsonDocument>
 #include <stdexcept>
 
-namespace testsupport {
+namespace testbed {
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +19,7 @@ constexpr int stepDeadline = 20'000; // milliseconds; the script's own is shorte
 
 PrivateSoundServer::PrivateSoundServer(const QStringList &microphones, Kind kind)
 {
-    QStringList arguments{QStringLiteral(FLIPSIDE_TEST_SUPPORT "/sound_server.py"), u"--control"_s};
+    QStringList arguments{QStringLiteral(FLIPSIDE_TESTBED "/sound_server.py"), u"--control"_s};
     if (kind == Kind::PipeWire)
         arguments.append(u"--pipewire"_s);
     for (const QString &microphone : microphones)
@@ -62,4 +62,4 @@ QJsonObject PrivateSoundServer::answer()
     return answer;
 }
 
-} // namespace testsupport
+} // namespace testbed

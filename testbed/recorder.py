@@ -19,10 +19,9 @@ import tempfile
 import threading
 import unittest
 
-HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path.insert(0, os.path.join(HERE, "..", "support"))
-from desktop import Desktop, Failure, wait_until  # noqa: E402
+from desktop import Desktop, Failure, wait_until
 
+HERE = os.path.dirname(os.path.abspath(__file__))
 MICROPHONE = "USB Microphone"
 SAMPLES_PER_SECOND = 48000 * 2  # of decoded sound
 
@@ -31,7 +30,7 @@ class SoundServer:
     def __init__(self, pipewire, signal="tone"):
         options = ["--control"] + (["--pipewire"] if pipewire else [])
         self.process = subprocess.Popen(
-            ["/usr/bin/python3", os.path.join(HERE, "..", "support", "sound_server.py"), *options,
+            ["/usr/bin/python3", os.path.join(HERE, "sound_server.py"), *options,
              "--mic", f"{MICROPHONE}={signal}"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         self.environment = {"PULSE_SERVER": self.answer()["environment"]["PULSE_SERVER"]}
 

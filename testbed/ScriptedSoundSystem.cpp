@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/support/ScriptedSoundSystem.h"
+#include "testbed/ScriptedSoundSystem.h"
 
-namespace testsupport {
+namespace testbed {
 
 using namespace Qt::StringLiterals;
 
@@ -251,4 +251,4 @@ std::unique_ptr<sound::PlaybackStream> ScriptedSoundSystem::openPlayback(
     return std::make_unique<Playback>(m_shared, client);
 }
 
-} // namespace testsupport
+} // namespace testbed

@@ -8,7 +8,7 @@
 class QAbstractButton;
 class QPushButton;
 
-namespace testsupport {
+namespace testbed {
 
 // Two cards with a few controls each, laid out like the program's own, for tests and measurements of the
 // window mechanics. They do nothing.
@@ -24,4 +24,4 @@ public:
     QPushButton *done;
 };
 
-} // namespace testsupport
+} // namespace testbed

@@ -9,7 +9,7 @@
 #include <functional>
 #include <thread>
 
-namespace testsupport {
+namespace testbed {
 
 // Turns the main loop until the condition holds; false when the deadline passes first. Main thread only.
 inline bool waitUntil(
@@ -26,4 +26,4 @@ inline bool waitUntil(
     return true;
 }
 
-} // namespace testsupport
+} // namespace testbed

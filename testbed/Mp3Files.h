@@ -7,7 +7,7 @@
 #include <QList>
 #include <QString>
 
-namespace testsupport {
+namespace testbed {
 
 // Empty where there is no such file.
 QByteArray fileContents(const QString &path);
@@ -35,4 +35,4 @@ QByteArray encodedMp3(const Sound &sound, int kbps = 128);
 // What the mpg123 program makes of a file, nothing trimmed; empty where it complains.
 Sound decodedByMpg123(const QString &path);
 
-} // namespace testsupport
+} // namespace testbed

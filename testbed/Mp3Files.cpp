@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/support/Mp3Files.h"
+#include "testbed/Mp3Files.h"
 
 #include <QFile>
 #include <QProcess>
@@ -14,7 +14,7 @@
 #include <numbers>
 #include <random>
 
-namespace testsupport {
+namespace testbed {
 
 using namespace Qt::StringLiterals;
 
@@ -106,4 +106,4 @@ Sound decodedByMpg123(const QString &path)
     return sound;
 }
 
-} // namespace testsupport
+} // namespace testbed

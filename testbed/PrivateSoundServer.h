@@ -7,7 +7,7 @@
 #include <QProcess>
 #include <QStringList>
 
-namespace testsupport {
+namespace testbed {
 
 // A sound server of the test's own, run by sound_server.py beside this file; see there for the signals.
 // PULSE_SERVER of this process names it as long as it lives. A test that cannot have one fails: every step
@@ -42,4 +42,4 @@ private:
     QProcess m_script; // the end of its input is its order to leave
 };
 
-} // namespace testsupport
+} // namespace testbed

@@ -9,11 +9,11 @@
 #include <QStringList>
 #include <mutex>
 
-namespace testsupport {
+namespace testbed {
 
 // A sound system that does what a test says. Install one per test, in the fixture:
 //
-//     testsupport::ScriptedSoundSystemScope sound;
+//     testbed::ScriptedSoundSystemScope sound;
 //     sound->setDevices({u"Microphone"_s});
 //
 // The operations under "from any thread" play the part of the sound thread: they call the client inside the
@@ -87,4 +87,4 @@ private:
     std::shared_ptr<ScriptedSoundSystem> m_system;
 };
 
-} // namespace testsupport
+} // namespace testbed
