@@ -3,11 +3,11 @@
 
 #include "app/AppDelegate.h"
 
-#include "app/Logging.h"
 #include "audio/MicrophoneAuthorization.h"
 #include "audio/desktop/InputDeviceMenu.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "platform/KeyPath.h"
+#include "platform/Logging.h"
 #include "platform/MainQueue.h"
 #include "platform/UserDefaults.h"
 #include "platform/desktop/Alert.h"

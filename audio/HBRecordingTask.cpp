@@ -3,9 +3,9 @@
 
 #include "audio/HBRecordingTask.h"
 
-#include "audio/Logging.h"
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
+#include "platform/Logging.h"
 #include "platform/MainQueue.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include "encoder/KTAudioToolBase.h"
 
-#include "encoder/Logging.h"
+#include "platform/Logging.h"
 
 #include <algorithm>
 #include <bit>

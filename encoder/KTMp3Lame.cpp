@@ -5,8 +5,8 @@
 
 #include "encoder/KTMp3LameConfig.h"
 #include "encoder/LameReports.h"
-#include "encoder/Logging.h"
 #include "encoder/UnfinishedEncodings.h"
+#include "platform/Logging.h"
 
 #include <cmath>
 #include <lame/lame.h>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/FliprView.h"
+#include "platform/Logging.h"
 #include "ui/FlipGeometry.h"
 #include "ui/InputBlock.h"
-#include "ui/Logging.h"
 #include "ui/WindowExchange.h"
 
 #include <QGuiApplication>

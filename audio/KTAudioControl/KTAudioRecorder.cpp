@@ -4,8 +4,8 @@
 #include "KTAudioControl/KTAudioRecorder.h"
 #include "audio/KTAudioControl/InputDevices.h"
 #include "audio/KTAudioControl/LevelMeter.h"
-#include "audio/KTAudioControl/Logging.h"
 #include "audio/KTAudioControl/PCMFormat.h"
+#include "platform/Logging.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 
 #include "audio/KTAudioControl/Playback.h"
 
-#include "audio/KTAudioControl/Logging.h"
+#include "platform/Logging.h"
 #include "platform/MainQueue.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "audio/KTAudioControl/pulse/PulseConnection.h"
-#include "audio/KTAudioControl/Logging.h"
+#include "platform/Logging.h"
 
 namespace sound {
 

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/Inquiry.h"
+
+#include "platform/Logging.h"
+
+#include <deque>
+#include <system_error>
+#include <thread>
+
+namespace platform {
+
+namespace {
+
+// A recording asks twice a second; a thread rests a little longer than that before it goes.
+constexpr std::chrono::seconds restsFor(3);
+
+// The threads that have come back, and the work that waits for one of them.
+class SpareThreads {
+public:
+    bool run(std::function<void()> work)
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_resting > m_waiting.size()) {
+            m_waiting.push_back(std::move(work));
+            m_wake.notify_one();
+            return true;
+        }
+        try {
+            std::thread([this, first = std::move(work)]() mutable { serve(std::move(first)); }).detach();
+        } catch (const std::system_error &error) {
+            qCWarning(lcPlatform, "No thread can be had: %s.", error.what());
+            return false;
+        }
+        return true;
+    }
+
+private:
+    void serve(std::function<void()> work)
+    {
+        while (work) {
+            work();
+            work = nullptr; // what it owns goes before the thread rests
+            work = next();
+        }
+    }
+
+    std::function<void()> next()
+    {
+        std::unique_lock lock(m_mutex);
+        ++m_resting;
+        m_wake.wait_for(lock, restsFor, [this] { return !m_waiting.empty(); });
+        --m_resting;
+        if (m_waiting.empty())
+            return {};
+        std::function<void()> work = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        return work;
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    std::deque<std::function<void()>> m_waiting; // never more than threads that rest
+    std::size_t m_resting = 0;
+};
+
+} // namespace
+
+bool runOnSpareThread(std::function<void()> work)
+{
+    // Never destroyed: a thread that was left behind may come back while the process ends.
+    static auto *const threads = new SpareThreads;
+    return threads->run(std::move(work));
+}
+
+} // namespace platform
