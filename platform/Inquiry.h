@@ -49,7 +49,7 @@ public:
     void ask(Question question, std::chrono::milliseconds deadline, LateAnswer late, Report report)
     {
         assertMainThread();
-        m_pending = std::make_shared<Pending>(this, std::move(report), late);
+        m_pending = std::make_shared<Pending>(Pending{this, std::move(report), late});
         m_deadline.start(
             runOnSpareThread(work(std::move(question))) ? deadline : std::chrono::milliseconds(0));
     }
@@ -67,12 +67,6 @@ public:
 
 private:
     struct Pending {
-        Pending(Inquiry *asker, Report report, LateAnswer late)
-            : inquiry(asker)
-            , report(std::move(report))
-            , late(late)
-        {
-        }
         Inquiry *inquiry;
         Report report;
         LateAnswer late;
