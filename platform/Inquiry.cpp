@@ -13,7 +13,7 @@ namespace platform {
 
 namespace {
 
-// A recording asks twice a second; a thread rests a little longer than that before it goes.
+// Longer than the two seconds between two questions of the preferences, so that a thread is used again.
 constexpr std::chrono::seconds restsFor(3);
 
 // The threads that have come back, and the work that waits for one of them.
@@ -27,16 +27,23 @@ public:
             m_wake.notify_one();
             return true;
         }
-        try {
-            std::thread([this, first = std::move(work)]() mutable { serve(std::move(first)); }).detach();
-        } catch (const std::system_error &error) {
-            qCWarning(lcPlatform, "No thread can be had: %s.", error.what());
-            return false;
-        }
-        return true;
+        return start(std::move(work));
     }
 
 private:
+    bool start(std::function<void()> work)
+    {
+        try {
+            std::thread([this, first = std::move(work)]() mutable { serve(std::move(first)); }).detach();
+            m_refused = false;
+        } catch (const std::system_error &error) {
+            // Said once: a recording asks again twice a second.
+            if (!std::exchange(m_refused, true))
+                qCWarning(lcPlatform, "No thread can be had: %s.", error.what());
+        }
+        return !m_refused;
+    }
+
     void serve(std::function<void()> work)
     {
         while (work) {
@@ -63,6 +70,7 @@ private:
     std::condition_variable m_wake;
     std::deque<std::function<void()>> m_waiting; // never more than threads that rest
     std::size_t m_resting = 0;
+    bool m_refused = false;
 };
 
 } // namespace

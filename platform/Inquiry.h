@@ -27,8 +27,8 @@ enum class LateAnswer {
     Adopted // reported all the same, as long as no other question has been asked
 };
 
-// Asks what may never answer, such as a disk behind a network that is gone, one question at a time. A new
-// question, or the end of this object, makes an answer that is still due meaningless: nobody hears of it.
+// Asks what may never answer, such as a disk behind a network that is gone, one question at a time. After a
+// new question, or the end of this object, nobody hears of an answer that is still due to an old one.
 // Main thread only.
 template <typename Answer> class Inquiry {
 public:
@@ -50,13 +50,16 @@ public:
     {
         assertMainThread();
         m_pending = std::make_shared<Pending>(Pending{this, std::move(report), late});
-        m_deadline.start(
-            runOnSpareThread(work(std::move(question))) ? deadline : std::chrono::milliseconds(0));
+        if (!runOnSpareThread(work(std::move(question)))) {
+            m_pending->late = LateAnswer::Dropped; // none is on its way
+            deadline = std::chrono::milliseconds(0);
+        }
+        m_deadline.start(deadline);
     }
 
     // Whether neither an answer nor the deadline has come yet.
     bool isWaiting() const { return m_deadline.isActive(); }
-    // Whether an answer may still be reported.
+    // Whether anything may still be reported: a silent disk is not to be asked again and again.
     bool isPending() const { return m_pending != nullptr; }
 
     void cancel()
@@ -91,6 +94,7 @@ private:
 
     void giveUp()
     {
+        // The report may ask anew, or end this object.
         const auto pending = m_pending;
         if (pending->late == LateAnswer::Dropped)
             m_pending.reset();
