@@ -14,12 +14,12 @@
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
 #include "platform/desktop/PopUpMenu.h"
-#include "platform/desktop/WebPage.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "ui/NSWindow_Flipr.h"
 
 #include <QAction>
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QDir>
 #include <QLocale>
 #include <QMenu>
@@ -81,13 +81,14 @@ void AppDelegate::changePreferencesAction(QObject *)
         preferences->raise();
         preferences->activateWindow();
     } else {
+        preferencesWndCtrl()->mainWindow = window;
         NSWindow_Flipr::flipToShowWindow(window, preferences, true);
     }
 }
 
 void AppDelegate::getHelp(QObject *)
 {
-    platform::openWebPage(QUrl(u"https://flipside-recorder.github.io/contact"_s));
+    QDesktopServices::openUrl(QUrl(u"https://flipside-recorder.github.io/contact"_s));
 }
 
 // Stored properties

@@ -27,22 +27,22 @@ void DiskWatch::start(TimePoint now)
     m_lastGrowth = now;
 }
 
-void DiskWatch::look(const platform::OutputFileState &file, std::chrono::milliseconds recorded, TimePoint now)
+void DiskWatch::look(const platform::DiskState &disk, std::chrono::milliseconds recorded, TimePoint now)
 {
-    if (file.fileSize != m_size)
+    if (disk.fileSize != m_size)
         m_lastGrowth = now;
-    m_size = file.fileSize;
-    m_timeLeft = std::chrono::seconds(file.bytesFree / bytesPerSecond(file.fileSize, recorded));
-    m_judgement = judge(file, now);
+    m_size = disk.fileSize;
+    m_timeLeft = std::chrono::seconds(disk.bytesFree / bytesPerSecond(disk.fileSize, recorded));
+    m_judgement = judge(disk, now);
 }
 
-DiskWatch::Judgement DiskWatch::judge(const platform::OutputFileState &file, TimePoint now) const
+DiskWatch::Judgement DiskWatch::judge(const platform::DiskState &disk, TimePoint now) const
 {
-    if (!file.folderExists)
+    if (!disk.folderExists())
         return Judgement::FolderGone;
-    if (!file.fileExists)
+    if (!disk.fileExists)
         return Judgement::FileGone;
-    if (file.bytesFree < kAsGoodAsNothing)
+    if (disk.bytesFree < kAsGoodAsNothing)
         return Judgement::Full;
     if (now - m_lastGrowth > LongestWithoutGrowth)
         return Judgement::NotWritten;

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "platform/OutputFile.h"
+#include "platform/DiskState.h"
 
 #include <chrono>
 
@@ -21,13 +21,13 @@ public:
     // Until now there was no reason for the file to grow.
     void start(TimePoint now);
     // `recorded` is the elapsed time of the recording; with the file's size it gives the rate.
-    void look(const platform::OutputFileState &file, std::chrono::milliseconds recorded, TimePoint now);
+    void look(const platform::DiskState &disk, std::chrono::milliseconds recorded, TimePoint now);
 
     Judgement judgement() const { return m_judgement; }
     std::chrono::seconds timeLeft() const { return m_timeLeft; }
 
 private:
-    Judgement judge(const platform::OutputFileState &file, TimePoint now) const;
+    Judgement judge(const platform::DiskState &disk, TimePoint now) const;
 
     Judgement m_judgement = Judgement::Fine;
     std::chrono::seconds m_timeLeft = std::chrono::seconds::max();

@@ -5,7 +5,7 @@
 
 #include "app/AppDelegate.h"
 
-#include <QPointer>
+#include <QFileInfo>
 #include <QTimerEvent>
 
 using namespace Qt::StringLiterals;
@@ -14,8 +14,8 @@ using std::chrono::steady_clock;
 namespace {
 
 // With the watches' own limits, whatever goes wrong is said within two seconds.
-constexpr int kIntervalMilliseconds = 500;
-constexpr std::chrono::milliseconds kDiskAnswersWithin{1200};
+constexpr int intervalMilliseconds = 500;
+constexpr std::chrono::milliseconds diskAnswersWithin{1200};
 
 std::chrono::milliseconds recordedTime(const HBRecordingTask &task)
 {
@@ -58,8 +58,8 @@ void StatusLine::followState()
         if (previous != RecorderStateRecordingPaused) {
             m_device = m_delegate->currentDevice();
             m_disk = DiskWatch();
-            m_lookingAt.clear();
-            m_lookingSince.reset();
+            m_question.cancel();
+            m_diskIsSilent = false;
         }
         m_disk.start(steady_clock::now());
         m_sound->start(m_delegate->recordingTask());
@@ -69,7 +69,7 @@ void StatusLine::followState()
     if (!isRecording(m_state))
         m_timer.stop();
     else if (!m_timer.isActive())
-        m_timer.start(kIntervalMilliseconds, this);
+        m_timer.start(intervalMilliseconds, this);
     refresh();
 }
 
@@ -85,21 +85,19 @@ void StatusLine::timerEvent(QTimerEvent *event)
 // recording may be on another disk: it asks for itself, and an answer that comes too late is not about it.
 void StatusLine::lookAtDisk()
 {
-    if (m_lookingSince)
+    if (m_question.isPending())
         return;
-    m_lookingSince = steady_clock::now();
-    m_lookingAt = m_delegate->currentOutputFile();
-    platform::examineOutputFileLater(
-        m_lookingAt, [self = QPointer(this), path = m_lookingAt](const platform::OutputFileState &file) {
-            if (!self || path != self->m_lookingAt)
-                return;
-            self->m_lookingSince.reset();
-            self->judgeDisk(file);
-            self->refresh();
+    const QFileInfo file(m_delegate->currentOutputFile());
+    m_question.ask(platform::questionToDisk(file.path(), file.fileName()), diskAnswersWithin,
+        platform::LateAnswer::Adopted, [this](const std::optional<platform::DiskState> &disk) {
+            m_diskIsSilent = !disk;
+            if (disk)
+                judgeDisk(*disk);
+            refresh();
         });
 }
 
-void StatusLine::judgeDisk(const platform::OutputFileState &file)
+void StatusLine::judgeDisk(const platform::DiskState &disk)
 {
     const auto task = m_delegate->recordingTask();
     if (!isRecording(m_state) || !task)
@@ -108,7 +106,7 @@ void StatusLine::judgeDisk(const platform::OutputFileState &file)
     // A file to which nothing is captured does not grow.
     if (m_state == RecorderStateRecordingPaused || m_sound->judge() == SoundWatch::Judgement::NothingArrives)
         m_disk.start(now);
-    m_disk.look(file, recordedTime(*task), now);
+    m_disk.look(disk, recordedTime(*task), now);
 }
 
 void StatusLine::refresh()
@@ -143,7 +141,7 @@ QString StatusLine::stateText() const
 // The worst first: what is lost already, then what is being lost, then what may be.
 QString StatusLine::problem(SoundWatch::Judgement sound) const
 {
-    if (m_lookingSince && steady_clock::now() - *m_lookingSince > kDiskAnswersWithin)
+    if (m_diskIsSilent)
         return tr("The disk does not answer");
     switch (m_disk.judgement()) {
     case DiskWatch::Judgement::FolderGone:

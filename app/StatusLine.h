@@ -5,11 +5,10 @@
 
 #include "app/DiskWatch.h"
 #include "app/SoundWatch.h"
+#include "platform/Inquiry.h"
 
 #include <QBasicTimer>
 #include <QObject>
-#include <chrono>
-#include <optional>
 
 class AppDelegate;
 
@@ -38,7 +37,7 @@ protected:
 private:
     void followState();
     void lookAtDisk();
-    void judgeDisk(const platform::OutputFileState &file);
+    void judgeDisk(const platform::DiskState &disk);
     void refresh();
     QString stateText() const;
     QString problem(SoundWatch::Judgement sound) const;
@@ -47,8 +46,8 @@ private:
     SoundWatch *m_sound;
     DiskWatch m_disk;
     QBasicTimer m_timer;
-    QString m_lookingAt; // the file that the disk was asked about last, in this recording
-    std::optional<std::chrono::steady_clock::time_point> m_lookingSince; // at the disk, without an answer
+    platform::Inquiry<platform::DiskState> m_question;
+    bool m_diskIsSilent = false;
     int m_state = 0;
     QString m_device; // of the recording; the choice for the next one may differ
     QString m_text;

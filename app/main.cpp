@@ -7,7 +7,6 @@
 #include "platform/OpenFileLimit.h"
 #include "platform/TerminationSignals.h"
 #include "platform/desktop/FirstPaint.h"
-#include "platform/desktop/MainWindow.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/WindowPlatform.h"
 #include "settings/HBPreferencesWndCtrl.h"
@@ -60,7 +59,6 @@ int main(int argc, char **argv)
         [&](const QVariant &state) { sleep.setActive(state.toInt() == RecorderStateRecording); });
 
     MainCard card(&delegate);
-    platform::setMainWindow(&card);
     platform::afterFirstPaint(&card, [&] { finishStart(delegate); });
     delegate.applicationDidFinishLaunching();
     card.show();

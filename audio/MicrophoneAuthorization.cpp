@@ -13,7 +13,7 @@ void requestMicrophoneAuthorization(std::function<void(bool granted)> completion
     const auto answer = [completion = std::move(completion)](bool granted) {
         platform::postToMainQueue([completion, granted] { completion(granted); });
     };
-    CaptureAuthorization *authorization = CaptureAuthorization::current();
+    CaptureAuthorization *authorization = platform::captureAuthorization().inUse();
     if (!authorization->isOffered())
         return answer(true);
     switch (authorization->authorizationStatusForAudio()) {

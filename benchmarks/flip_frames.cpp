@@ -6,8 +6,8 @@
 //     flip_frames            prints the table
 //     flip_frames SCALE      measures in this process and prints one row
 
-#include "testbed/Waiting.h"
 #include "testbed/DemoCards.h"
+#include "testbed/Waiting.h"
 #include "ui/FlipPermission.h"
 #include "ui/FliprView.h"
 #include "ui/NSWindow_Flipr.h"
@@ -105,7 +105,7 @@ int measure(const char *scale)
 {
     testbed::RecorderCard front;
     testbed::PreferencesCard back;
-    FlipPermission::setJudge([] { return true; });
+    const auto granted = FlipPermission::judge().replace([] { return true; });
     front.move(100, 100);
     front.show();
     NSWindow_Flipr::flipToShowWindow(&front, &back, true);

@@ -3,6 +3,7 @@
 
 #include "platform/Bookmark.h"
 
+#include "platform/Inquiry.h"
 #include "platform/Logging.h"
 
 #include <QFile>
@@ -10,11 +11,9 @@
 #include <chrono>
 #include <dirent.h>
 #include <fcntl.h>
-#include <future>
 #include <memory>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
-#include <thread>
 
 namespace platform {
 
@@ -155,17 +154,14 @@ std::optional<QUrl> folderForBookmarkData(const QByteArray &data)
     const auto now = std::chrono::steady_clock::now();
     if (!token || (lastSilence().data == data && now < lastSilence().end))
         return std::nullopt;
-    // A network disk that has gone away blocks whoever asks it. The thread is left behind then; it owns all
-    // that it touches.
-    std::packaged_task<std::optional<QByteArray>()> search([token = *token] { return resolved(token); });
-    auto result = search.get_future();
-    std::thread(std::move(search)).detach();
-    if (result.wait_for(deadline) != std::future_status::ready) {
+    const auto answer
+        = askAndWait<std::optional<QByteArray>>([token = *token] { return resolved(token); }, deadline);
+    if (!answer) {
         qCWarning(lcPlatform, "The disk of the working folder does not answer.");
         lastSilence() = {data, std::chrono::steady_clock::now() + restAfterSilence};
         return std::nullopt;
     }
-    const auto path = result.get();
+    const std::optional<QByteArray> &path = *answer;
     return path ? std::optional(QUrl::fromLocalFile(QFile::decodeName(*path))) : std::nullopt;
 }
 

@@ -14,19 +14,13 @@ public:
     void requestAccessForAudio(std::function<void(bool granted)> answer) override { answer(true); }
 };
 
-CaptureAuthorization *replacement = nullptr;
-
 } // namespace
 
-CaptureAuthorization *CaptureAuthorization::current()
+Seam<CaptureAuthorization *> &captureAuthorization()
 {
     static NoAuthorizationService own;
-    return replacement ? replacement : &own;
-}
-
-void CaptureAuthorization::setCurrent(CaptureAuthorization *authorization)
-{
-    replacement = authorization;
+    static Seam<CaptureAuthorization *> seam(&own);
+    return seam;
 }
 
 } // namespace platform

@@ -3,12 +3,15 @@
 
 #pragma once
 
+#include "platform/Seam.h"
+
 #include <functional>
 
 namespace platform {
 
 // The operating system's permission service for microphones, as far as there is one. Free desktops have none,
-// so the one in use says that it is absent; a test or a sandboxed build puts another in its place.
+// so the platform's own says that it is absent; a sandboxed build may put another in its place. Main thread
+// only.
 class CaptureAuthorization {
 public:
     enum Status { NotDetermined = 0, Restricted = 1, Denied = 2, Authorized = 3 };
@@ -21,10 +24,9 @@ public:
     virtual int authorizationStatusForAudio() const = 0;
     // Asks the user. Answers once, on any thread, possibly inside this call.
     virtual void requestAccessForAudio(std::function<void(bool granted)> answer) = 0;
-
-    static CaptureAuthorization *current();
-    // Not owned; a null pointer brings the platform's own back.
-    static void setCurrent(CaptureAuthorization *authorization);
 };
+
+// Whom to ask; not owned.
+Seam<CaptureAuthorization *> &captureAuthorization();
 
 } // namespace platform

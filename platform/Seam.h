@@ -8,39 +8,37 @@
 
 namespace platform {
 
+// Takes a stand-in away again when it goes, so that no test can leave one behind. Guards of one seam go in
+// the reverse order of their coming.
+class [[nodiscard]] SeamGuard {
+public:
+    explicit SeamGuard(std::function<void()> restore)
+        : m_restore(std::move(restore))
+    {
+    }
+    SeamGuard(SeamGuard &&other) noexcept
+        : m_restore(std::exchange(other.m_restore, nullptr))
+    {
+    }
+    SeamGuard &operator=(SeamGuard &&) = delete;
+    ~SeamGuard()
+    {
+        if (m_restore)
+            m_restore();
+    }
+
+private:
+    std::function<void()> m_restore;
+};
+
 // One thing that the desktop offers, and the place where a test puts another in its stead. A platform file
-// declares a function that answers its seam:
+// declares a function that answers its seam, named after what stands behind it:
 //
 //     Seam<std::function<void(const QUrl &)>> &fileManager();
 //
-// and calls what is in use. What was there before comes back when the guard goes, so that no test can leave
-// its stand-in behind. Main thread only, unless the file says otherwise.
+// and calls what is in use. Main thread only, unless the file says otherwise.
 template <typename T> class Seam {
 public:
-    class [[nodiscard]] Guard {
-    public:
-        Guard(Seam &seam, T before)
-            : m_seam(&seam)
-            , m_before(std::move(before))
-        {
-        }
-        Guard(Guard &&other) noexcept
-            : m_seam(std::exchange(other.m_seam, nullptr))
-            , m_before(std::move(other.m_before))
-        {
-        }
-        Guard &operator=(Guard &&) = delete;
-        ~Guard()
-        {
-            if (m_seam)
-                m_seam->m_inUse = std::move(m_before);
-        }
-
-    private:
-        Seam *m_seam;
-        T m_before;
-    };
-
     explicit Seam(T own)
         : m_inUse(std::move(own))
     {
@@ -48,8 +46,11 @@ public:
 
     const T &inUse() const { return m_inUse; }
 
-    // For as long as the guard lives. Guards go in the reverse order of their coming.
-    Guard replace(T other) { return Guard(*this, std::exchange(m_inUse, std::move(other))); }
+    // For as long as the guard lives.
+    SeamGuard replace(T other)
+    {
+        return SeamGuard([this, before = std::exchange(m_inUse, std::move(other))] { m_inUse = before; });
+    }
 
 private:
     T m_inUse;

@@ -19,12 +19,6 @@ namespace {
 // Three settings fit many times; a larger file is not ours and would only cost memory.
 constexpr qint64 largestFile = 1 << 20;
 
-std::unique_ptr<UserDefaults> &standard()
-{
-    static std::unique_ptr<UserDefaults> defaults;
-    return defaults;
-}
-
 // Opening a pipe or a device in the file's place would block the program or never end.
 bool canHoldSettings(const QFileInfo &file)
 {
@@ -35,16 +29,17 @@ bool canHoldSettings(const QFileInfo &file)
 
 UserDefaults &UserDefaults::standardUserDefaults()
 {
-    if (!standard()) {
-        const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-        standard() = std::make_unique<UserDefaults>(folder + u"/flipside/flipside.conf"_s);
-    }
-    return *standard();
+    if (const auto &defaults = userDefaults().inUse())
+        return *defaults;
+    static UserDefaults own(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + u"/flipside/flipside.conf"_s);
+    return own;
 }
 
-void UserDefaults::setStandardUserDefaults(std::unique_ptr<UserDefaults> defaults)
+Seam<std::shared_ptr<UserDefaults>> &userDefaults()
 {
-    standard() = std::move(defaults);
+    static Seam<std::shared_ptr<UserDefaults>> seam(nullptr);
+    return seam;
 }
 
 UserDefaults::UserDefaults(const QString &path)

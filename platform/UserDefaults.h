@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/Seam.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QString>
@@ -22,8 +24,6 @@ class UserDefaults {
 public:
     // $XDG_CONFIG_HOME/flipside/flipside.conf, opened on the first call.
     static UserDefaults &standardUserDefaults();
-    // For tests: what standardUserDefaults() answers from now on; null opens the file again.
-    static void setStandardUserDefaults(std::unique_ptr<UserDefaults> defaults);
 
     explicit UserDefaults(const QString &path);
     ~UserDefaults();
@@ -51,5 +51,8 @@ private:
     QHash<QString, QVariant> m_unsaved;
     bool m_damagedFileIsKept = false;
 };
+
+// What standardUserDefaults() answers; null for the user's own file.
+Seam<std::shared_ptr<UserDefaults>> &userDefaults();
 
 } // namespace platform

@@ -4,7 +4,7 @@
 // Draws the preferences card and the encoder sheet as they look on a desktop with a light and with a dark
 // theme: settings_shots FOLDER, once for each QT_SCALE_FACTOR.
 
-#include "platform/DiskSpace.h"
+#include "platform/DiskState.h"
 #include "platform/UserDefaults.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "settings/KTMP3ConfigureWndCtrl.h"
@@ -63,10 +63,10 @@ int main(int argc, char **argv)
     QApplication::setFont(QFont(u"Inter"_s, 10));
 
     const QTemporaryDir home;
-    platform::UserDefaults::setStandardUserDefaults(
-        std::make_unique<platform::UserDefaults>(home.filePath(u"flipside.conf"_s)));
-    platform::setDiskSpace([](const QString &) {
-        return platform::FolderRoom{platform::FolderRoom::Writable, 12'350'000'000};
+    const auto settings = platform::userDefaults().replace(
+        std::make_shared<platform::UserDefaults>(home.filePath(u"flipside.conf"_s)));
+    const auto disk = platform::disk().replace([](const QString &, const QString &) {
+        return platform::DiskState{platform::DiskState::Writable, 12'350'000'000};
     });
     QDir(home.path()).mkdir(u"Recordings"_s);
 

@@ -8,7 +8,6 @@
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
-#include "platform/desktop/MainWindow.h"
 #include "platform/desktop/PopUpMenu.h"
 #include "settings/EncoderControls.h"
 #include "settings/PreferencesCard.h"
@@ -28,6 +27,7 @@ const QString configDataKey = u"HBConfigDataKey"_s;
 const QString workingPathKey = u"HBWorkingPathKey"_s;
 const QString noWorkingPath = u"Please select a location to save the recording"_s;
 constexpr QColor labelGrey(164, 173, 178);
+constexpr std::chrono::seconds diskAnswersWithin(1);
 
 // An archive that holds no configuration counts as none; the decoder has logged why.
 QSharedPointer<KTMp3LameConfig> storedConfig()
@@ -121,40 +121,37 @@ QString HBPreferencesWndCtrl::recordingEstimate() const
 
 QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) const
 {
-    if (m_workingPath == noWorkingPath || !m_room)
+    if (m_workingPath == noWorkingPath || !m_disk)
         return {};
-    switch (m_room->kind) {
-    case platform::FolderRoom::Missing:
+    switch (m_disk->folder) {
+    case platform::DiskState::Missing:
         return u" The folder is gone."_s;
-    case platform::FolderRoom::NotAFolder:
+    case platform::DiskState::NotAFolder:
         return u" This is not a folder."_s;
-    case platform::FolderRoom::NotWritable:
+    case platform::DiskState::NotWritable:
         return u" The folder is not writable."_s;
-    case platform::FolderRoom::Writable:
+    case platform::DiskState::Writable:
         break;
     }
-    return u' ' + estimate.roomSentence(m_room->bytes);
+    return u' ' + estimate.roomSentence(m_disk->bytesFree);
 }
 
 void HBPreferencesWndCtrl::askForRoom()
 {
     // A disk that does not answer is not asked again and again.
-    if (m_workingPath == noWorkingPath || m_askedFor == m_workingPath)
+    if (m_workingPath == noWorkingPath || m_question.isPending())
         return;
-    m_askedFor = m_workingPath;
-    platform::askForRoom(
-        m_workingPath, [self = QPointer(this), path = m_workingPath](const platform::FolderRoom &room) {
-            if (!self || self->m_askedFor != path)
-                return;
-            self->m_askedFor.clear();
-            self->setRoom(room);
+    m_question.ask(platform::questionToDisk(m_workingPath), diskAnswersWithin, platform::LateAnswer::Adopted,
+        [this](const std::optional<platform::DiskState> &disk) {
+            if (disk)
+                setDisk(*disk);
         });
 }
 
-void HBPreferencesWndCtrl::setRoom(const platform::FolderRoom &room)
+void HBPreferencesWndCtrl::setDisk(const platform::DiskState &disk)
 {
     const QString before = recordingEstimate();
-    m_room = room;
+    m_disk = disk;
     if (recordingEstimate() != before)
         Q_EMIT recordingEstimateChanged();
 }
@@ -184,8 +181,8 @@ void HBPreferencesWndCtrl::setWorkingPath(const QString &path)
     if (m_workingPath == path)
         return;
     m_workingPath = path;
-    m_room.reset();
-    m_askedFor.clear();
+    m_disk.reset();
+    m_question.cancel();
     if (m_card && m_card->isVisible())
         askForRoom();
     Q_EMIT workingPathChanged();
@@ -269,6 +266,6 @@ void HBPreferencesWndCtrl::showWorkingPathAction(QObject *)
 
 void HBPreferencesWndCtrl::doneAction(QObject *)
 {
-    if (QWidget *mainWindow = platform::mainWindow())
+    if (mainWindow)
         NSWindow_Flipr::flipToShowWindow(window(), mainWindow, false);
 }

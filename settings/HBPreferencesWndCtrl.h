@@ -4,7 +4,8 @@
 #pragma once
 
 #include "encoder/KTMp3LameConfig.h"
-#include "platform/DiskSpace.h"
+#include "platform/DiskState.h"
+#include "platform/Inquiry.h"
 #include "platform/desktop/AttributedString.h"
 #include "ui/WindowController.h"
 
@@ -48,6 +49,9 @@ public:
 
     explicit HBPreferencesWndCtrl(const QString &windowNibName);
     ~HBPreferencesWndCtrl() override;
+
+    // Where Done leads back to; null until the card has been turned over for the first time.
+    QPointer<QWidget> mainWindow;
 
     // Built afresh on every read.
     platform::AttributedString attributeTitle(
@@ -109,13 +113,12 @@ private:
     QString storedWorkingPath() const;
     QString roomSentence(const RecordingEstimate &estimate) const;
 
-    void setRoom(const platform::FolderRoom &room);
+    void setDisk(const platform::DiskState &disk);
 
     QString m_workingPath;
     // Of the working folder. Nothing before the disk's first answer.
-    std::optional<platform::FolderRoom> m_room;
-    // The folder whose answer is still to come.
-    QString m_askedFor;
+    std::optional<platform::DiskState> m_disk;
+    platform::Inquiry<platform::DiskState> m_question;
     QSharedPointer<KTMp3LameConfig> m_config;
     QPointer<PreferencesCard> m_card;
 };

@@ -11,25 +11,22 @@ namespace FlipPermission {
 
 namespace {
 
-std::function<bool()> &replacement()
-{
-    static std::function<bool()> judge;
-    return judge;
-}
-
 bool windowsCanBePlaced()
 {
     return QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+bool nothingIsAgainstIt()
+{
+    return windowsCanBePlaced() && platform::compositorRuns()
+        && platform::MotionPreference::shared().animationsAllowed();
 }
 
 } // namespace
 
 bool granted()
 {
-    if (replacement())
-        return replacement()();
-    return windowsCanBePlaced() && platform::compositorRuns()
-        && platform::MotionPreference::shared().animationsAllowed();
+    return judge().inUse()();
 }
 
 void prepare()
@@ -38,9 +35,10 @@ void prepare()
         platform::MotionPreference::shared();
 }
 
-void setJudge(std::function<bool()> judge)
+platform::Seam<std::function<bool()>> &judge()
 {
-    replacement() = std::move(judge);
+    static platform::Seam<std::function<bool()>> seam(nothingIsAgainstIt);
+    return seam;
 }
 
 } // namespace FlipPermission

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/Seam.h"
+
 #include <functional>
 
 // Whether windows can and may be exchanged with a flip.
@@ -15,7 +17,7 @@ bool granted();
 // Lets the desktop's answer about animations arrive before the first flip. Returns at once.
 void prepare();
 
-// For tests: replaces the answer; an empty function brings the real one back.
-void setJudge(std::function<bool()> judge);
+// Gives the answer.
+platform::Seam<std::function<bool()>> &judge();
 
 } // namespace FlipPermission

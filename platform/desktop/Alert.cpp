@@ -12,20 +12,14 @@ namespace platform {
 
 namespace {
 
-constexpr QSize kIconSize(48, 48);
-
-Alert::Presenter &presenter()
-{
-    static Alert::Presenter instance;
-    return instance;
-}
+constexpr QSize iconSize(48, 48);
 
 // On the window that the user looks at, so that the window manager centres the alert there.
 void runMessageBox(const Alert &alert)
 {
     QMessageBox box(QApplication::activeWindow());
     box.setObjectName(QStringLiteral("alert"));
-    box.setIconPixmap(QApplication::windowIcon().pixmap(kIconSize, box.devicePixelRatioF()));
+    box.setIconPixmap(QApplication::windowIcon().pixmap(iconSize, box.devicePixelRatioF()));
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowTitle(QApplication::applicationDisplayName());
     box.setTextFormat(Qt::PlainText);
@@ -41,15 +35,13 @@ void runMessageBox(const Alert &alert)
 
 void Alert::runModal() const
 {
-    if (presenter())
-        presenter()(*this);
-    else
-        runMessageBox(*this);
+    alertPresenter().inUse()(*this);
 }
 
-void Alert::setPresenter(Presenter presenterToUse)
+Seam<std::function<void(const Alert &)>> &alertPresenter()
 {
-    presenter() = std::move(presenterToUse);
+    static Seam<std::function<void(const Alert &)>> seam(runMessageBox);
+    return seam;
 }
 
 } // namespace platform

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/Seam.h"
+
 #include <QString>
 #include <functional>
 
@@ -18,11 +20,9 @@ struct Alert {
     // Returns after the user has dismissed the alert. The main loop goes on meanwhile, but no other window of
     // the application takes input.
     void runModal() const;
-
-    // Shows the alerts in place of the window, in a test for example. An empty function brings the window
-    // back.
-    using Presenter = std::function<void(const Alert &)>;
-    static void setPresenter(Presenter presenter);
 };
+
+// Shows an alert and returns when it has been dismissed.
+Seam<std::function<void(const Alert &alert)>> &alertPresenter();
 
 } // namespace platform

@@ -20,12 +20,6 @@ namespace {
 // A file manager that the bus has to start first needs a while.
 constexpr std::chrono::milliseconds deadline = std::chrono::seconds(5);
 
-std::function<void(const QUrl &)> &fileManagerInUse()
-{
-    static std::function<void(const QUrl &)> instance;
-    return instance;
-}
-
 QDBusMessage showItems(const QUrl &fileUrl)
 {
     const QString service = u"org.freedesktop.FileManager1"_s;
@@ -45,12 +39,8 @@ QUrl folderToOpen(const QUrl &fileUrl)
     return fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash);
 }
 
-} // namespace
-
-void revealInFileManager(const QUrl &fileUrl)
+void askSessionBus(const QUrl &fileUrl)
 {
-    if (fileManagerInUse())
-        return fileManagerInUse()(fileUrl);
     const auto pending = QDBusConnection::sessionBus().asyncCall(showItems(fileUrl), deadline.count());
     auto *watcher = new QDBusPendingCallWatcher(pending, qApp);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, fileUrl] {
@@ -60,9 +50,17 @@ void revealInFileManager(const QUrl &fileUrl)
     });
 }
 
-void setFileManager(std::function<void(const QUrl &)> fileManager)
+} // namespace
+
+void revealInFileManager(const QUrl &fileUrl)
 {
-    fileManagerInUse() = std::move(fileManager);
+    fileManager().inUse()(fileUrl);
+}
+
+Seam<std::function<void(const QUrl &)>> &fileManager()
+{
+    static Seam<std::function<void(const QUrl &)>> seam(askSessionBus);
+    return seam;
 }
 
 } // namespace platform

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/Seam.h"
+
 #include <QUrl>
 #include <functional>
 
@@ -13,7 +15,7 @@ namespace platform {
 // ignored. Main thread only.
 void revealInFileManager(const QUrl &fileUrl);
 
-// Takes the requests in place of the file manager, in a test for example. An empty function brings it back.
-void setFileManager(std::function<void(const QUrl &fileUrl)> fileManager);
+// Takes the requests.
+Seam<std::function<void(const QUrl &fileUrl)>> &fileManager();
 
 } // namespace platform

@@ -9,12 +9,6 @@ namespace platform {
 
 namespace {
 
-std::function<void(QWidget *, FolderChoice)> &chooserInUse()
-{
-    static std::function<void(QWidget *, FolderChoice)> instance;
-    return instance;
-}
-
 class FolderSheet : public QFileDialog {
 public:
     FolderSheet(QWidget *window, FolderChoice choice)
@@ -46,12 +40,8 @@ private:
     FolderChoice m_choice;
 };
 
-} // namespace
-
-void chooseFolder(QWidget *window, FolderChoice choice)
+void openSheet(QWidget *window, FolderChoice choice)
 {
-    if (chooserInUse())
-        return chooserInUse()(window, std::move(choice));
     for (QObject *child : window->children()) {
         if (auto *open = dynamic_cast<FolderSheet *>(child)) {
             open->raise();
@@ -63,9 +53,17 @@ void chooseFolder(QWidget *window, FolderChoice choice)
     (new FolderSheet(window, std::move(choice)))->open();
 }
 
-void setFolderChooser(std::function<void(QWidget *, FolderChoice)> chooser)
+} // namespace
+
+void chooseFolder(QWidget *window, FolderChoice choice)
 {
-    chooserInUse() = std::move(chooser);
+    folderChooser().inUse()(window, std::move(choice));
+}
+
+Seam<std::function<void(QWidget *, FolderChoice)>> &folderChooser()
+{
+    static Seam<std::function<void(QWidget *, FolderChoice)>> seam(openSheet);
+    return seam;
 }
 
 } // namespace platform

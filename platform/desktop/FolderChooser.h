@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/Seam.h"
+
 #include <QUrl>
 #include <functional>
 #include <optional>
@@ -20,7 +22,7 @@ using FolderChoice = std::function<void(const std::optional<QUrl> &folder)>;
 // nothing. The window owns the chooser. Main thread only.
 void chooseFolder(QWidget *window, FolderChoice choice);
 
-// Answers the requests in place of the user, in a test for example. An empty function brings the user back.
-void setFolderChooser(std::function<void(QWidget *window, FolderChoice choice)> chooser);
+// Asks the user.
+Seam<std::function<void(QWidget *window, FolderChoice choice)>> &folderChooser();
 
 } // namespace platform

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/app/RecorderRig.h"
 #include "testbed/Waiting.h"
+#include "tests/app/RecorderRig.h"
 
 #include <QAction>
 #include <QMenu>
@@ -69,7 +69,7 @@ TEST_F(AppDelegateRecordingTest, AStartThatFailsSaysSoAndKeepsTheNameOfTheFile)
 
 TEST_F(AppDelegateRecordingTest, ARecordingThatStartsWhileAnAlertIsUpGoesOn)
 {
-    platform::Alert::setPresenter([this](const platform::Alert &alert) {
+    const auto guard = platform::alertPresenter().replace([this](const platform::Alert &alert) {
         alerts.append(alert);
         sound->setRefuseStarts(false);
         record();

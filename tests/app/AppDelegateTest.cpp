@@ -166,8 +166,8 @@ TEST_F(AppDelegateTest, DerivedPropertiesAreAnnouncedForTheirKeysAlone)
 TEST_F(AppDelegateTest, HelpOpensTheContactPage)
 {
     delegate.getHelp();
-    ASSERT_EQ(pages.size(), 1);
-    EXPECT_EQ(pages[0].path(), u"/contact"_s);
+    ASSERT_EQ(browser.pages.size(), 1);
+    EXPECT_EQ(browser.pages[0].path(), u"/contact"_s);
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 
 #include "app/MainCard.h"
 #include "platform/desktop/FolderChooser.h"
-#include "platform/desktop/MainWindow.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "tests/app/RecorderRig.h"
 
@@ -27,7 +26,6 @@ class RandomWalkTest : public RecorderRigTest, public testing::WithParamInterfac
 protected:
     RandomWalkTest()
     {
-        platform::setMainWindow(&card);
         card.show();
         delegate.preferencesIsShow();
     }

@@ -3,23 +3,15 @@
 
 #include "tests/app/RecorderRig.h"
 
-#include "platform/UserDefaults.h"
-#include "platform/desktop/FileManager.h"
-#include "platform/desktop/FolderChooser.h"
-#include "platform/desktop/WebPage.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "testbed/Waiting.h"
 
 namespace testbed {
 
 using namespace Qt::StringLiterals;
-using platform::UserDefaults;
 
 RecorderRig::RecorderRig()
 {
-    UserDefaults::setStandardUserDefaults(std::make_unique<UserDefaults>(home.filePath(u"flipside.conf"_s)));
-    setCurrent(this);
-    scriptDesktop();
     sound->setDevices(QStringList{u"Microphone"_s});
     delegate.preferencesWndCtrl()->setWorkingPathWithURL(QUrl::fromLocalFile(home.path()));
     delegate.applicationDidFinishLaunching();
@@ -27,25 +19,8 @@ RecorderRig::RecorderRig()
 
 RecorderRig::~RecorderRig()
 {
-    platform::Alert::setPresenter({});
-    platform::setFileManager({});
-    platform::setFolderChooser({});
-    platform::setWebPageOpener({});
-    setCurrent(nullptr);
     delegate.setRecordingTask(nullptr);
     settle();
-    UserDefaults::setStandardUserDefaults(nullptr);
-}
-
-void RecorderRig::scriptDesktop()
-{
-    platform::Alert::setPresenter([this](const platform::Alert &alert) { alerts.append(alert); });
-    platform::setFileManager([this](const QUrl &file) { revealed.append(file); });
-    platform::setWebPageOpener([this](const QUrl &page) { pages.append(page); });
-    platform::setFolderChooser([this](QWidget *, const platform::FolderChoice &choice) {
-        ++foldersAskedFor;
-        choice(std::exchange(folderChosen, std::nullopt));
-    });
 }
 
 void RecorderRig::record()

@@ -5,15 +5,33 @@
 
 #include "app/AppDelegate.h"
 #include "platform/CaptureAuthorization.h"
+#include "platform/UserDefaults.h"
 #include "platform/desktop/Alert.h"
-#include "tests/support/LogCapture.h"
+#include "platform/desktop/FileManager.h"
+#include "platform/desktop/FolderChooser.h"
 #include "testbed/ScriptedSoundSystem.h"
+#include "tests/support/LogCapture.h"
 
+#include <QDesktopServices>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <optional>
 
 namespace testbed {
+
+// The user's web browser.
+class Browser : public QObject {
+    Q_OBJECT
+
+public:
+    Browser() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "open"); }
+    ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
+
+    QList<QUrl> pages;
+
+public Q_SLOTS:
+    void open(const QUrl &page) { pages.append(page); }
+};
 
 // Everything that the controller meets outside itself, scripted: the sound system, the desktop, the
 // permission service and the user's settings. Between them are the real tasks, the real encoder and the real
@@ -41,13 +59,24 @@ public:
     int authorization = Authorized;
     QList<platform::Alert> alerts;
     QList<QUrl> revealed;
-    QList<QUrl> pages;
+    Browser browser;
     int foldersAskedFor = 0;
     std::optional<QUrl> folderChosen; // by the user, at the next question
     AppDelegate delegate;
 
 private:
-    void scriptDesktop();
+    const platform::SeamGuard m_settings = platform::userDefaults().replace(
+        std::make_shared<platform::UserDefaults>(home.filePath(QStringLiteral("flipside.conf"))));
+    const platform::SeamGuard m_permission = platform::captureAuthorization().replace(this);
+    const platform::SeamGuard m_presenter
+        = platform::alertPresenter().replace([this](const auto &alert) { alerts.append(alert); });
+    const platform::SeamGuard m_fileManager
+        = platform::fileManager().replace([this](const auto &file) { revealed.append(file); });
+    const platform::SeamGuard m_user
+        = platform::folderChooser().replace([this](QWidget *, const auto &choice) {
+              ++foldersAskedFor;
+              choice(std::exchange(folderChosen, std::nullopt));
+          });
 };
 
 class RecorderRigTest : public testing::Test, protected RecorderRig { };

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/StatusLine.h"
-#include "platform/OutputFile.h"
-#include "tests/app/RecorderRig.h"
+#include "platform/DiskState.h"
 #include "testbed/Waiting.h"
+#include "tests/app/RecorderRig.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using platform::OutputFileState;
+using platform::DiskState;
 using testbed::RecorderRigTest;
 using testbed::waitUntil;
 
@@ -21,9 +21,9 @@ using testbed::waitUntil;
 
 constexpr qint64 kMegabyte = 1000000;
 
-OutputFileState fileOf(qint64 size, qint64 free)
+DiskState fileOf(qint64 size, qint64 free)
 {
-    return {.folderExists = true, .fileExists = true, .fileSize = size, .bytesFree = free};
+    return {.folder = DiskState::Writable, .bytesFree = free, .fileExists = true, .fileSize = size};
 }
 
 TEST(DiskWatchTest, MeasuresTheRateOnceThereIsEnoughToMeasure)
@@ -60,18 +60,7 @@ TEST(DiskWatchTest, AFileThatDoesNotGrowIsNotWritten)
 
 class StatusLineTest : public RecorderRigTest {
 protected:
-    StatusLineTest()
-    {
-        platform::setOutputFileExaminer([disk = disk](const QString &path) {
-            std::unique_lock lock(disk->mutex);
-            while (path == disk->silentAbout)
-                disk->answers.wait(lock);
-            return disk->file;
-        });
-    }
-    ~StatusLineTest() override { platform::setOutputFileExaminer({}); }
-
-    void setFile(const OutputFileState &state)
+    void setFile(const DiskState &state)
     {
         const std::scoped_lock lock(disk->mutex);
         disk->file = state;
@@ -92,9 +81,16 @@ protected:
         std::mutex mutex;
         std::condition_variable answers;
         QString silentAbout;
-        OutputFileState file = fileOf(1, 1000 * kMegabyte);
+        DiskState file = fileOf(1, 1000 * kMegabyte);
     };
     std::shared_ptr<Disk> disk = std::make_shared<Disk>();
+    const platform::SeamGuard guard
+        = platform::disk().replace([disk = disk](const QString &folder, const QString &name) {
+              std::unique_lock lock(disk->mutex);
+              while (folder + u'/' + name == disk->silentAbout)
+                  disk->answers.wait(lock);
+              return disk->file;
+          });
     SoundWatch::Clock::time_point now{};
     SoundWatch watch{[this] { return now; }};
     StatusLine status{&delegate, &watch};
@@ -154,8 +150,8 @@ TEST_F(StatusLineTest, SaysWhatIsWrongWithTheDisk)
         {std::pair{fileOf(1, 40000 * 150), u"The disk is nearly full: 2 minutes left"_s},
             {fileOf(1, 40000 * 59), u"The disk is nearly full: less than a minute left"_s},
             {fileOf(1, 0), u"The disk is full"_s},
-            {OutputFileState{.folderExists = true}, u"The file is gone"_s},
-            {OutputFileState{}, u"The folder is gone"_s}}) {
+            {DiskState{.folder = DiskState::Writable}, u"The file is gone"_s},
+            {DiskState{}, u"The folder is gone"_s}}) {
         setFile(state);
         EXPECT_TRUE(says(text)) << qPrintable(text);
         EXPECT_EQ(delegate.state(), RecorderStateRecording);
@@ -177,7 +173,7 @@ TEST_F(StatusLineTest, ADiskThatNeverAnswersConcernsOneRecordingOnly)
     bringTo(RecorderStateRecording);
     ASSERT_NE(delegate.currentOutputFile(), first);
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
-    setFile(OutputFileState{});
+    setFile(DiskState{});
     EXPECT_TRUE(says(u"The folder is gone"_s));
     setSilentAbout(QString());
 }

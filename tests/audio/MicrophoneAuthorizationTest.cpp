@@ -14,9 +14,6 @@ namespace {
 
 class ScriptedAuthorization : public platform::CaptureAuthorization {
 public:
-    ScriptedAuthorization() { setCurrent(this); }
-    ~ScriptedAuthorization() override { setCurrent(nullptr); }
-
     bool isOffered() const override { return offered; }
     int authorizationStatusForAudio() const override { return status; }
     // Answers from another thread, as a permission service may.
@@ -30,6 +27,9 @@ public:
     int status = NotDetermined;
     bool reply = false;
     int requests = 0;
+
+private:
+    const platform::SeamGuard m_guard = platform::captureAuthorization().replace(this);
 };
 
 struct Case {

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "settings/HBPreferencesWndCtrl.h"
-#include "platform/DiskSpace.h"
+#include "platform/DiskState.h"
+#include "testbed/Waiting.h"
 #include "tests/settings/SettingsHome.h"
 #include "tests/support/LogCapture.h"
-#include "testbed/Waiting.h"
 #include "ui/ElidedLabel.h"
 #include "ui/ValueSlider.h"
 
@@ -21,8 +21,8 @@
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
-using testing::ElementsAre;
 using testbed::control;
+using testing::ElementsAre;
 
 namespace {
 
@@ -30,11 +30,10 @@ const QString placeholder = u"Please select a location to save the recording"_s;
 
 class HBPreferencesWndCtrlTest : public testbed::SettingsHome {
 protected:
-    ~HBPreferencesWndCtrlTest() override { platform::setDiskSpace({}); }
-
     void open()
     {
         controller = std::make_unique<HBPreferencesWndCtrl>(u"HBPreferencesWndCtrl"_s);
+        controller->mainWindow = &mainWindow;
         card = controller->window();
         card->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(card));
@@ -254,8 +253,11 @@ TEST_F(HBPreferencesWndCtrlTest, WhatHasNoEffectOnTheTargetIsDisabled)
 
 TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndTheDisk)
 {
-    platform::FolderRoom room{platform::FolderRoom::Writable, 5'850'000'000};
-    platform::setDiskSpace([&room](const QString &) { return room; });
+    std::atomic<qint64> bytesFree = 5'850'000'000;
+    std::atomic<platform::DiskState::Folder> kind = platform::DiskState::Writable;
+    auto disk = std::make_optional(platform::disk().replace([&](const QString &, const QString &) {
+        return platform::DiskState{kind, bytesFree};
+    }));
     open();
     const QSignalSpy changes(controller.get(), &HBPreferencesWndCtrl::recordingEstimateChanged);
     const QString folder = makeFolder(u"Recordings"_s);
@@ -269,7 +271,7 @@ TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndT
     controller->config()->setEncodeQuality(0);
     EXPECT_EQ(textOf("estimate"), u"About 110 MB an hour. 53 hours fit on this disk."_s);
     EXPECT_EQ(changes.count(), 6);
-    room.bytes = 0;
+    bytesFree = 0;
     EXPECT_TRUE(comesToSay(u"is full."_s));
     EXPECT_EQ(changes.count(), 7);
     // A card that comes back asks at once. The same answer is no news.
@@ -280,10 +282,10 @@ TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndT
     comeBack();
     QCoreApplication::processEvents();
     EXPECT_EQ(changes.count(), 7);
-    room = {platform::FolderRoom::NotWritable};
+    kind = platform::DiskState::NotWritable;
     comeBack();
     EXPECT_TRUE(comesToSay(u"not writable."_s));
-    platform::setDiskSpace({});
+    disk.reset();
     ASSERT_TRUE(QDir().rmdir(folder));
     QFile file(folder);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

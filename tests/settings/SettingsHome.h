@@ -5,8 +5,6 @@
 
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
-#include "platform/desktop/FolderChooser.h"
-#include "platform/desktop/MainWindow.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -15,31 +13,21 @@
 #include <QUrl>
 #include <QWidget>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace testbed {
 
 // A user with settings of their own and a file manager that only takes notes.
 class SettingsHome : public testing::Test {
 protected:
-    SettingsHome()
-    {
-        restart();
-        platform::setFileManager([this](const QUrl &url) { shown.append(url); });
-        platform::setMainWindow(&mainWindow);
-    }
-    ~SettingsHome() override
-    {
-        platform::setFileManager({});
-        platform::setFolderChooser({});
-        platform::UserDefaults::setStandardUserDefaults(nullptr);
-    }
+    SettingsHome() { restart(); }
 
     // The settings as another launch finds them.
     void restart()
     {
-        platform::UserDefaults::setStandardUserDefaults(nullptr);
-        platform::UserDefaults::setStandardUserDefaults(
-            std::make_unique<platform::UserDefaults>(settingsFile));
+        m_settings.reset();
+        m_settings.emplace(
+            platform::userDefaults().replace(std::make_shared<platform::UserDefaults>(settingsFile)));
     }
     QString makeFolder(const QString &name)
     {
@@ -57,6 +45,11 @@ protected:
     const QString settingsFile = home.filePath(QStringLiteral("config/flipside.conf"));
     QList<QUrl> shown;
     QWidget mainWindow;
+
+private:
+    std::optional<platform::SeamGuard> m_settings;
+    const platform::SeamGuard m_fileManager
+        = platform::fileManager().replace([this](const QUrl &url) { shown.append(url); });
 };
 
 // Keys and clicks are for the control's own name in the interface file.

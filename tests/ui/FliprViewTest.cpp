@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <gmock/gmock.h>
+#include <optional>
 
 namespace {
 
@@ -49,7 +50,6 @@ class FliprViewTest : public testing::Test {
 protected:
     FliprViewTest()
     {
-        FlipPermission::setJudge([] { return true; });
         front->move(300, 260);
         front->show();
     }
@@ -59,7 +59,6 @@ protected:
         front.reset();
         back.reset();
         NSWindow_Flipr::releaseFlippingWindow();
-        FlipPermission::setJudge({});
         EXPECT_FALSE(QApplication::overrideCursor()) << "the pointer stayed hidden";
     }
 
@@ -90,6 +89,12 @@ protected:
         return image;
     }
 
+    static platform::SeamGuard grant()
+    {
+        return FlipPermission::judge().replace([] { return true; });
+    }
+
+    std::optional<platform::SeamGuard> granted = grant();
     std::unique_ptr<QuarteredCard> front = std::make_unique<QuarteredCard>(Red, Green, Blue, Yellow);
     std::unique_ptr<QuarteredCard> back = std::make_unique<QuarteredCard>(Cyan, Magenta, White, Grey);
 };
@@ -274,11 +279,11 @@ TEST_F(FliprViewTest, ExchangesAtOnceWhereNoFlipIsPossible)
         EXPECT_EQ(back->windowOpacity(), 1);
         EXPECT_EQ(back->pos(), corner);
     };
-    FlipPermission::setJudge({}); // this platform has no compositor
+    granted.reset(); // this platform has no compositor
     flip();
     expectExchanged({300, 260});
 
-    FlipPermission::setJudge([] { return true; });
+    granted.emplace(grant());
     front->show();
     front->move(front->screen()->availableGeometry().width() + 500, 260);
     flip(); // cut to nothing at the screen's edge

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/DiskState.h"
+
+#include "platform/ThreadCheck.h"
+
+#include <QFile>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+DiskState::Folder kindOfFolder(const QByteArray &path)
+{
+    struct stat status = {};
+    if (!path.startsWith('/') || stat(path.constData(), &status) != 0)
+        return DiskState::Missing;
+    if (!S_ISDIR(status.st_mode))
+        return DiskState::NotAFolder;
+    return access(path.constData(), W_OK | X_OK) == 0 ? DiskState::Writable : DiskState::NotWritable;
+}
+
+qint64 bytesFree(const QByteArray &path)
+{
+    struct statvfs status = {};
+    if (statvfs(path.constData(), &status) != 0)
+        return 0;
+    return static_cast<qint64>(status.f_bavail) * static_cast<qint64>(status.f_frsize);
+}
+
+DiskState askDisk(const QString &folder, const QString &fileName)
+{
+    const QByteArray path = QFile::encodeName(folder);
+    DiskState state{kindOfFolder(path)};
+    if (!state.folderExists())
+        return state;
+    state.bytesFree = bytesFree(path);
+    struct stat file = {};
+    state.fileExists
+        = !fileName.isEmpty() && stat((path + '/' + QFile::encodeName(fileName)).constData(), &file) == 0;
+    state.fileSize = file.st_size;
+    return state;
+}
+
+} // namespace
+
+std::function<DiskState()> questionToDisk(const QString &folder, const QString &fileName)
+{
+    assertMainThread();
+    return [answer = disk().inUse(), folder, fileName] { return answer(folder, fileName); };
+}
+
+Seam<std::function<DiskState(const QString &, const QString &)>> &disk()
+{
+    static Seam<std::function<DiskState(const QString &, const QString &)>> seam(askDisk);
+    return seam;
+}
+
+} // namespace platform

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "platform/Seam.h"
+
+#include <QString>
+#include <functional>
+
+namespace platform {
+
+// What a disk says about a folder, and about one file in it.
+struct DiskState {
+    enum Folder { Missing, NotAFolder, NotWritable, Writable };
+
+    Folder folder = Missing;
+    // That this user may still write to the folder's disk. 0 where there is no folder.
+    qint64 bytesFree = 0;
+    bool fileExists = false;
+    qint64 fileSize = 0; // bytes
+
+    bool folderExists() const { return folder == NotWritable || folder == Writable; }
+};
+
+// The question, for an Inquiry: it may take for ever. A folder whose path is not absolute is missing. Made on
+// the main thread, asked on any.
+std::function<DiskState()> questionToDisk(const QString &folder, const QString &fileName = {});
+
+// Answers the question, on any thread.
+Seam<std::function<DiskState(const QString &folder, const QString &fileName)>> &disk();
+
+} // namespace platform
