@@ -46,4 +46,36 @@ private:
 #endif
 };
 
+// For calls that may come from any thread, but only one at a time, and not beside what holds another Call.
+#ifdef QT_NO_DEBUG
+class OverlapCheck {
+public:
+    struct Call {
+        explicit Call(OverlapCheck &) { }
+    };
+};
+#else
+class OverlapCheck {
+public:
+    // Lives as long as the call.
+    class Call {
+    public:
+        explicit Call(OverlapCheck &check)
+            : m_running(check.m_running)
+        {
+            Q_ASSERT_X(!m_running.exchange(true, std::memory_order_acquire), "thread", "two calls overlap");
+        }
+        ~Call() { m_running.store(false, std::memory_order_release); }
+        Call(const Call &) = delete;
+        Call &operator=(const Call &) = delete;
+
+    private:
+        std::atomic<bool> &m_running;
+    };
+
+private:
+    std::atomic<bool> m_running = false;
+};
+#endif
+
 } // namespace platform
