@@ -31,7 +31,7 @@ int lameQuality(qint32 encoderEngineQuality)
     }
 }
 
-// libmp3lame makes the quality an index into a table; what is not a number would lie far outside.
+// libmp3lame makes the quality an index into a table; NaN would lie far outside it.
 float lameVbrQuality(double encodeQuality)
 {
     return float(std::isnan(encodeQuality) ? KTMp3LameConfig::defaultEncoderQuality() : encodeQuality);
@@ -65,6 +65,7 @@ KTMp3Lame::KTMp3Lame(const QSharedPointer<KTMp3LameConfig> &config, const QStrin
 
 KTMp3Lame::~KTMp3Lame()
 {
+    const platform::OverlapCheck::Call noPcmCall(m_pcmCalls);
     if (m_handle)
         UnfinishedEncodings::keepUntilExit(m_handle.release(), m_file.release());
 }
@@ -77,6 +78,7 @@ void KTMp3Lame::resetTagText()
 
 QSharedPointer<KTMp3LameConfig> KTMp3Lame::config()
 {
+    platform::assertMainThread();
     if (!m_config)
         m_config = QSharedPointer<KTMp3LameConfig>::create();
     return m_config;
@@ -108,6 +110,7 @@ void KTMp3Lame::setMeta(const QVariantMap &meta)
 
 bool KTMp3Lame::readyToEncode()
 {
+    platform::assertMainThread();
     if (m_handle) {
         qCWarning(lcEncoder, "Already to encode, or do not finalize encode.");
         return false;
@@ -135,6 +138,7 @@ bool KTMp3Lame::readyToEncode()
 
 void KTMp3Lame::configLameEncoder()
 {
+    platform::assertMainThread();
     lame_global_struct *handle = m_handle.get();
     if (!handle)
         return;
@@ -142,7 +146,7 @@ void KTMp3Lame::configLameEncoder()
     lame_set_quality(handle, lameQuality(config()->encoderEngineQuality()));
     configTarget(handle);
     lame_set_num_channels(handle, int(config()->numberOfChannel()));
-    // The mode follows the channel count; the configuration's own mode has no say.
+    // The mode follows the channel count; the configuration's own mode is not used.
     lame_set_mode(handle, config()->numberOfChannel() < 2 ? MONO : JOINT_STEREO);
     lame_set_in_samplerate(handle, int(config()->sampleRate()));
     lame_set_out_samplerate(handle, int(config()->sampleRate()));
@@ -166,6 +170,8 @@ void KTMp3Lame::configTarget(lame_global_struct *handle)
 
 void KTMp3Lame::finalizeEncode()
 {
+    platform::assertMainThread();
+    const platform::OverlapCheck::Call noPcmCall(m_pcmCalls);
     if (!m_handle)
         return;
     const LameReports reports(this);
@@ -180,25 +186,8 @@ void KTMp3Lame::finalizeEncode()
 
 void KTMp3Lame::logErrorMessage(qint32 code) const
 {
-    switch (code) {
-    case LAME_OKAY:
-        break;
-    case -1:
-        qCWarning(lcEncoder, "Out buffer was too small.");
-        break;
-    case -2:
-        qCWarning(lcEncoder, "malloc failed..");
-        break;
-    case -3:
-        qCWarning(lcEncoder, "lame_init_params() not called.");
-        break;
-    case -4:
-        qCWarning(lcEncoder, "psycho acoustic problems.");
-        break;
-    default:
-        if (code < 0)
-            qCWarning(lcEncoder, "Unknown error.");
-    }
+    if (const char *text = LameReports::errorText(code))
+        qCWarning(lcEncoder, "%s", text);
 }
 
 void KTMp3Lame::reportMessage(const QString &, qint32) { }

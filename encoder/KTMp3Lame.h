@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/ThreadCheck.h"
+
 #include <QByteArray>
 #include <QMutex>
 #include <QSharedPointer>
@@ -19,12 +21,14 @@ struct lame_global_struct;
 // Writes one stream of PCM into one MP3 file while it arrives: readyToEncode(), any number of PCM calls, and
 // finalizeEncode() where the owner wants the file completed; then it may start again.
 //
-// Threads: the PCM calls belong to the capture thread, one at a time; everything else to the main thread,
-// apart from the accessors of outFile and meta, which any thread may use. PCM calls may overlap
-// readyToEncode(), which publishes the encoder when it is set up; until then they are refused. They must not
-// overlap configLameEncoder(), finalizeEncode() nor the destructor.
+// Threads: the PCM calls belong to the capture thread, one at a time (a device that comes back may bring
+// another thread with it). Everything else belongs to the main thread, apart from the constructor and the
+// accessors of outFile and meta, which any thread may use. PCM calls may overlap readyToEncode(), which
+// publishes the encoder when it is set up; until then they are refused. They must not overlap
+// configLameEncoder(), finalizeEncode() or the destructor.
 //
-// The buffers are part of the object, so that no PCM call allocates: more than half a megabyte, for the heap.
+// The buffers are part of the object, so that no PCM call allocates. They take more than half a megabyte:
+// create a writer on the heap.
 class KTMp3Lame {
 public:
     enum MessageType : qint32 { DebugMessage = 0, PlainMessage = 1, ErrorMessage = 2 };
@@ -46,18 +50,18 @@ public:
 
     // Creates or truncates the file and sets the encoder up from the configuration. False, and nothing left
     // behind, when the file cannot be opened; false with its log line when it is encoding already. When only
-    // the encoder refuses its settings, the file is open, PCM calls fail and finalizeEncode() is due.
+    // the encoder refuses its settings, the file is open, PCM calls fail and finalizeEncode() must follow.
     bool readyToEncode();
     // Hands the configuration to the encoder of a running encoding.
     void configLameEncoder();
 
     // `sampleCount` samples per channel; interleaved left, right when the encoder has two channels. False,
     // with its log line, when the encoder refused them; the encoding goes on with the next call. Integers are
-    // full scale, reals nominally -1.0 to 1.0; a call with reals beyond 1000.0 or that are no numbers is
-    // refused.
+    // full scale, reals nominally -1.0 to 1.0; a call is refused when one of its reals is NaN, infinite or
+    // beyond 1000.0.
     //
     // The float call is different on purpose: it writes as many bytes as the encoder gave, but takes them
-    // from the encoder handle's own memory, and zeros beyond its end.
+    // from the memory of the encoder's handle, followed by zeros.
     bool addPCMDataToEncode(const float *samples, qint64 sampleCount);
     bool addPCMDataToEncode_shortInt(const qint16 *samples, qint64 sampleCount);
     bool addPCMDataToEncode_int(const qint32 *samples, qint64 sampleCount);
@@ -76,7 +80,7 @@ public:
     static QByteArray downAlbumArtSize(const QByteArray &imageData);
 
 private:
-    // What one call may give, and beyond it the room for one more piece of a call that gives more.
+    // Bytes that one call may give, and room behind them for the piece of a long call that exceeds them.
     static constexpr int outputCapacity = 576000;
     static constexpr int outputMargin = 19200;
     static constexpr int splitLength = 2048;
@@ -91,6 +95,8 @@ private:
     void resetTagText();
     void configTarget(lame_global_struct *handle);
     template <typename EncodePiece> int encode(qint64 sampleCount, int longestPiece, EncodePiece encodePiece);
+    template <typename Sample, typename Mono, typename Interleaved>
+    int encodeWith(Mono mono, Interleaved interleaved, const Sample *samples, qint64 sampleCount);
     template <typename Sample> bool addSplit(const Sample *samples, qint64 sampleCount);
     bool write(int result);
     void replaceOutputByHandleMemory(int size);
@@ -101,12 +107,13 @@ private:
     QString m_outFile;
     std::unique_ptr<std::FILE, FileCloser> m_file;
     std::unique_ptr<lame_global_struct, HandleCloser> m_handle;
-    // The handle as the capture thread sees it: null until everything behind it is in place, and for good
-    // when the encoder refuses its settings.
+    // The handle as the capture thread sees it: null until the encoder is set up, and for the whole encoding
+    // when it refuses its settings.
     std::atomic<lame_global_struct *> m_encoder = nullptr;
     std::array<unsigned char, outputCapacity + outputMargin> m_output;
     std::array<long, splitLength> m_left;
     std::array<long, splitLength> m_right;
     QSharedPointer<KTMp3LameConfig> m_config;
     QVariantMap m_meta;
+    platform::OverlapCheck m_pcmCalls;
 };

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int longestSide = 600;
-// Meant for a scale that ends at 1: a quality beyond the scale is the best one.
+// On a scale that ends at 1: a quality beyond the scale is the best one.
 constexpr float jpegQuality = 60.0F;
 constexpr int bestJpegQuality = 100;
 

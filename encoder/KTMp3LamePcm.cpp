@@ -12,14 +12,13 @@
 #include <cstring>
 #include <lame/lame.h>
 #include <malloc.h>
+#include <type_traits>
 
 namespace {
 
-enum LameError : int { OutputTooSmall = -1, OutOfMemory = -2, NotReady = -3, PsychoAcousticProblems = -4 };
-
 // libmp3lame gives at most 1.25 bytes a sample and 7200 more, so that calls up to this length fit whatever
-// the settings are. Longer ones are handed over in pieces: they may fit as well, and if not, this writer is
-// the one to notice. libmp3lame itself does not survive that its output has not fitted more than once.
+// the settings are. Longer ones are handed over in pieces; where their output exceeds the capacity, the
+// writer notices before libmp3lame does, which is damaged when its output buffer was too small twice.
 constexpr int longestWholeCall = 455040;
 constexpr int pieceOfLongerCall = 9216;
 
@@ -28,7 +27,7 @@ bool isMono(lame_t encoder)
     return lame_get_num_channels(encoder) < 2;
 }
 
-// The interleaved functions of libmp3lame forget to promise that they only read.
+// The interleaved functions of libmp3lame only read, though their parameter is not const.
 template <typename Sample, typename Mono, typename Interleaved>
 int encodePiece(lame_t encoder, Mono mono, Interleaved interleaved, const Sample *samples, int from,
     int count, unsigned char *output, int capacity)
@@ -38,10 +37,15 @@ int encodePiece(lame_t encoder, Mono mono, Interleaved interleaved, const Sample
     return interleaved(encoder, const_cast<Sample *>(samples) + 2 * qsizetype(from), count, output, capacity);
 }
 
+// Integers always are; reals have to be looked at.
 template <typename Sample> bool isSound(lame_t encoder, const Sample *samples, int from, int count)
 {
-    const qsizetype channels = isMono(encoder) ? 1 : 2;
-    return !samples || isWithinSoundRange(samples + channels * from, channels * count);
+    if constexpr (std::is_floating_point_v<Sample>) {
+        const qsizetype channels = isMono(encoder) ? 1 : 2;
+        return !samples || isWithinSoundRange(samples + channels * from, channels * count);
+    } else {
+        return true;
+    }
 }
 
 template <typename Sample> long fullScaleLong(Sample sample)
@@ -61,10 +65,11 @@ template <typename EncodePiece>
 int KTMp3Lame::encode(qint64 sampleCount, int longestPiece, EncodePiece encodePiece)
 {
     lame_t encoder = m_encoder.load(std::memory_order_acquire);
-    // The encoder counts in 32 bits, and takes a negative count for one that no memory is large enough for.
+    // The encoder counts in 32 bits, and finds no memory for a negative count.
     const int count = int(sampleCount);
     if (!encoder || count < 0)
         return encoder ? OutOfMemory : NotReady;
+    const platform::OverlapCheck::Call call(m_pcmCalls);
     const LameReports reports(this);
     const int piece = std::min(longestPiece, count > longestWholeCall ? pieceOfLongerCall : longestWholeCall);
     int size = 0;
@@ -81,6 +86,18 @@ int KTMp3Lame::encode(qint64 sampleCount, int longestPiece, EncodePiece encodePi
     return size <= outputCapacity ? size : OutputTooSmall;
 }
 
+// With libmp3lame's two functions for a type of sample.
+template <typename Sample, typename Mono, typename Interleaved>
+int KTMp3Lame::encodeWith(Mono mono, Interleaved interleaved, const Sample *samples, qint64 sampleCount)
+{
+    return encode(sampleCount, longestWholeCall,
+        [=](lame_t encoder, int from, int count, unsigned char *output, int capacity) {
+            if (!isSound(encoder, samples, from, count))
+                return int(PsychoAcousticProblems);
+            return encodePiece(encoder, mono, interleaved, samples, from, count, output, capacity);
+        });
+}
+
 bool KTMp3Lame::write(int result)
 {
     if (result < 0) {
@@ -92,7 +109,7 @@ bool KTMp3Lame::write(int result)
     return true;
 }
 
-// The handle's own memory is what the allocator gave for it, in every version of libmp3lame.
+// The handle's memory is what the allocator gave for it; its structure differs between versions.
 void KTMp3Lame::replaceOutputByHandleMemory(int size)
 {
     const auto own = std::min(size_t(size), malloc_usable_size(m_handle.get()));
@@ -121,13 +138,8 @@ template <typename Sample> bool KTMp3Lame::addSplit(const Sample *samples, qint6
 
 bool KTMp3Lame::addPCMDataToEncode(const float *samples, qint64 sampleCount)
 {
-    const int result = encode(sampleCount, longestWholeCall,
-        [samples](lame_t encoder, int from, int count, unsigned char *output, int capacity) {
-            if (!isSound(encoder, samples, from, count))
-                return int(PsychoAcousticProblems);
-            return encodePiece(encoder, lame_encode_buffer_ieee_float,
-                lame_encode_buffer_interleaved_ieee_float, samples, from, count, output, capacity);
-        });
+    const int result = encodeWith(
+        lame_encode_buffer_ieee_float, lame_encode_buffer_interleaved_ieee_float, samples, sampleCount);
     if (result > 0)
         replaceOutputByHandleMemory(result);
     return write(result);
@@ -135,21 +147,14 @@ bool KTMp3Lame::addPCMDataToEncode(const float *samples, qint64 sampleCount)
 
 bool KTMp3Lame::addPCMDataToEncode_shortInt(const qint16 *samples, qint64 sampleCount)
 {
-    return write(encode(sampleCount, longestWholeCall,
-        [samples](lame_t encoder, int from, int count, unsigned char *output, int capacity) {
-            return encodePiece(encoder, lame_encode_buffer, lame_encode_buffer_interleaved, samples, from,
-                count, output, capacity);
-        }));
+    return write(encodeWith(lame_encode_buffer, lame_encode_buffer_interleaved, samples, sampleCount));
 }
 
 bool KTMp3Lame::addPCMDataToEncode_int(const qint32 *samples, qint64 sampleCount)
 {
 #ifdef FLIPSIDE_LAME_HAS_INTERLEAVED_INT
-    return write(encode(sampleCount, longestWholeCall,
-        [samples](lame_t encoder, int from, int count, unsigned char *output, int capacity) {
-            return encodePiece(encoder, lame_encode_buffer_int, lame_encode_buffer_interleaved_int, samples,
-                from, count, output, capacity);
-        }));
+    return write(
+        encodeWith(lame_encode_buffer_int, lame_encode_buffer_interleaved_int, samples, sampleCount));
 #else
     return addSplit(samples, sampleCount);
 #endif
@@ -162,11 +167,6 @@ bool KTMp3Lame::addPCMDataToEncode_long(const qint64 *samples, qint64 sampleCoun
 
 bool KTMp3Lame::addPCMDataToEncode_double(const double *samples, qint64 sampleCount)
 {
-    return write(encode(sampleCount, longestWholeCall,
-        [samples](lame_t encoder, int from, int count, unsigned char *output, int capacity) {
-            if (!isSound(encoder, samples, from, count))
-                return int(PsychoAcousticProblems);
-            return encodePiece(encoder, lame_encode_buffer_ieee_double,
-                lame_encode_buffer_interleaved_ieee_double, samples, from, count, output, capacity);
-        }));
+    return write(encodeWith(
+        lame_encode_buffer_ieee_double, lame_encode_buffer_interleaved_ieee_double, samples, sampleCount));
 }

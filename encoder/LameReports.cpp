@@ -10,8 +10,8 @@
 #include <lame/lame.h>
 
 struct LameReportHooks {
-    // The messages are libmp3lame's own, a line each. One that does not fit means that its arguments are no
-    // longer what its format says; nothing is written past the buffer, and going on would not be safe.
+    // libmp3lame's own messages are a line each. One that does not fit means that its arguments do not match
+    // its format; nothing is written past the buffer, and going on would not be safe.
     static void report(const char *format, va_list arguments, qint32 msgType)
     {
         if (!LameReports::s_writer)
@@ -41,4 +41,20 @@ void LameReports::install(lame_global_struct *handle)
     lame_set_errorf(handle, LameReportHooks::error);
     lame_set_msgf(handle, LameReportHooks::message);
     lame_set_debugf(handle, LameReportHooks::debug);
+}
+
+const char *LameReports::errorText(int result)
+{
+    switch (result) {
+    case OutputTooSmall:
+        return "Out buffer was too small.";
+    case OutOfMemory:
+        return "malloc failed..";
+    case NotReady:
+        return "lame_init_params() not called.";
+    case PsychoAcousticProblems:
+        return "psycho acoustic problems.";
+    default:
+        return result < 0 ? "Unknown error." : nullptr;
+    }
 }

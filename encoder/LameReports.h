@@ -6,8 +6,11 @@
 class KTMp3Lame;
 struct lame_global_struct;
 
+// Results of libmp3lame's encode functions.
+enum LameError : int { OutputTooSmall = -1, OutOfMemory = -2, NotReady = -3, PsychoAcousticProblems = -4 };
+
 // libmp3lame reports through plain functions that carry no context, and only from inside its own calls. So a
-// writer says that it is the one who calls, for as long as the call lasts, on its own thread.
+// writer announces itself as the caller, for as long as the call lasts, on its own thread.
 class LameReports {
 public:
     // What this thread's calls into libmp3lame report goes to `writer` for as long as this object lives.
@@ -22,6 +25,9 @@ public:
 
     // Sets the error, message and debug hooks of a handle.
     static void install(lame_global_struct *handle);
+
+    // Null for results that are no errors.
+    static const char *errorText(int result);
 
 private:
     friend struct LameReportHooks;

@@ -5,8 +5,8 @@
 
 #include <QtGlobal>
 
-// Whether libmp3lame can take these samples. It squares and sums them in single precision: from about 10000
-// times full scale on, its psychoacoustic model no longer ends, or ends the process. A thousandfold full
-// scale (60 dB above) is no sound any more and still safe; what is not a number never is.
+// Whether libmp3lame can take these samples. It squares and sums them in single precision: from about 10,000
+// times full scale on, its psychoacoustic model loops for ever or ends the process. 1,000 times full scale is
+// far beyond any sound, and still safe; NaN and infinity are not.
 bool isWithinSoundRange(const float *samples, qsizetype count);
 bool isWithinSoundRange(const double *samples, qsizetype count);

@@ -8,8 +8,8 @@
 struct lame_global_struct;
 
 // Stopping a recording ends its capture only: the encoder and the file of a writer that is destroyed without
-// finalizeEncode() stay open until the process exits. They are kept here, so that a leak checker can tell
-// this decision from an accident.
+// finalizeEncode() stay open until the process exits. They are kept reachable here, so that a leak checker
+// does not report them.
 namespace UnfinishedEncodings {
 
 // Any thread.
