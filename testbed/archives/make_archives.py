@@ -4,6 +4,8 @@
 """Writes the keyed archives that the tests read, by a writer that is not ours. Run it in this folder."""
 
 import plistlib
+import struct
+import sys
 from plistlib import UID
 
 VALUES = {
@@ -63,3 +65,15 @@ write("own_class.plist", archive(VALUES, **{"$objects": ["$null", 0, 0, {**VALUE
 write("no_objects.plist", archive(VALUES, **{"$objects": "none"}))
 write("no_root.plist", archive(VALUES, **{"$top": {}}))
 write("plain.plist", VALUES)
+# What no writer makes: deeper than a reader's stack, wider than any memory, and a count that the file cannot hold.
+sys.setrecursionlimit(10000)
+deep, wide = [1], [1]
+for _ in range(3000):
+    deep = [deep]
+for _ in range(12):
+    wide = [wide] * 14
+write("deep.plist", deep)
+write("wide.plist", wide)
+for name, kind in (("dictionary", b"\xdf"), ("array", b"\xaf"), ("text", b"\x5f")):
+    with open(f"huge_{name}.plist", "wb") as file:
+        file.write(b"bplist00" + kind + b"\x12\x7f\xff\xff\xff" + b"\x08" + struct.pack(">6xBB3Q", 1, 1, 1, 0, 14))

@@ -9,39 +9,30 @@
 
 namespace {
 
-QByteArray picture(QSize size, QRgb colour)
+QByteArray picture(QSize size)
 {
     QImage image(size, QImage::Format_ARGB32);
-    image.fill(colour);
+    image.fill(qRgb(200, 101, 50));
+    image.setPixel(0, 0, qRgba(255, 255, 255, 0));
     QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(image.save(&buffer, "png"));
+    EXPECT_TRUE(buffer.open(QIODevice::WriteOnly) && image.save(&buffer, "png"));
     return buffer.data();
 }
 
-TEST(KTMp3LameAlbumArtTest, ScalesCoversToSixHundredAsJpeg)
+// A cover of the wrong size or colours, or one that is lost because it could not be read.
+TEST(KTMp3LameAlbumArt, ScalesCoversToSixHundredAsJpegAndGivesBackWhatIsNoPicture)
 {
     for (const auto &[original, scaled] : {std::pair{QSize(1000, 500), QSize(600, 300)},
-             {QSize(599, 1000), QSize(358, 600)}, {QSize(600, 600), QSize(600, 600)},
+             {QSize(599, 1000), QSize(358, 600)}, {QSize(601, 601), QSize(600, 600)},
              {QSize(1201, 600), QSize(600, 299)}, {QSize(31, 7), QSize(31, 7)}}) {
-        const QByteArray cover = KTMp3Lame::downAlbumArtSize(picture(original, qRgb(200, 100, 50)));
-        EXPECT_EQ(cover.first(3).toHex(), "ffd8ff");
-        const QImage image = QImage::fromData(cover, "jpeg");
-        EXPECT_EQ(image.size(), scaled) << original.width();
-        const QColor middle = image.pixelColor(image.rect().center());
-        EXPECT_NEAR(middle.red(), 200, 3);
-        EXPECT_NEAR(middle.blue(), 50, 3);
+        const QImage cover = QImage::fromData(KTMp3Lame::downAlbumArtSize(picture(original)), "jpeg");
+        EXPECT_EQ(cover.size(), scaled) << original.width();
+        const QColor middle = cover.pixelColor(cover.rect().center());
+        EXPECT_LE(abs(middle.red() - 200) + abs(middle.green() - 101) + abs(middle.blue() - 50), 2);
     }
-    const QImage clear
-        = QImage::fromData(KTMp3Lame::downAlbumArtSize(picture({9, 9}, qRgba(255, 255, 255, 0))));
-    EXPECT_LT(clear.pixelColor(4, 4).lightness(), 3);
-}
-
-TEST(KTMp3LameAlbumArtTest, GivesBackWhatIsNoPicture)
-{
-    const QByteArray whole = picture({700, 700}, qRgb(1, 2, 3));
-    for (const QByteArray &data :
-        {QByteArray(), QByteArray("no picture"), whole.first(40), picture({4000, 1}, qRgb(1, 2, 3))})
+    const QByteArray clear = KTMp3Lame::downAlbumArtSize(picture({1, 1}));
+    EXPECT_LT(QImage::fromData(clear).pixelColor(0, 0).lightness(), 3);
+    for (const QByteArray &data : {QByteArray("no picture"), picture({70, 70}).first(40), picture({4000, 1})})
         EXPECT_TRUE(KTMp3Lame::downAlbumArtSize(data).isSharedWith(data));
 }
 
