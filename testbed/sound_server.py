@@ -43,6 +43,8 @@ FRAME_BYTES = 4
 BLOCK_FRAMES = RATE // 100
 BLOCK_SECONDS = BLOCK_FRAMES / RATE
 DEADLINE = 10  # seconds that any step may take
+UNPACKED = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "build", "sound-servers", "bin")
+"""Where scripts/sound-servers puts the servers that are not installed."""
 
 
 def die_with_parent():
@@ -199,7 +201,8 @@ class Server:
         os.mkdir(runtime, 0o700)
         self.socket = os.path.join(runtime, "pulse", "native")
         self.shared = {"PULSE_SERVER": "unix:" + self.socket, "XDG_RUNTIME_DIR": runtime}
-        self.environment = {**os.environ, **self.shared, "HOME": home, "LC_ALL": "C.UTF-8"}
+        self.environment = {**os.environ, **self.shared, "HOME": home, "LC_ALL": "C.UTF-8",
+                            "PATH": UNPACKED + ":" + os.environ["PATH"]}
         for name in ("XDG_CONFIG_HOME", "XDG_STATE_HOME", "DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "PULSE_COOKIE"):
             self.environment.pop(name, None)
         self.processes = []
