@@ -37,16 +37,7 @@ HBRecordingTask::~HBRecordingTask() = default;
 
 AudioStreamBasicDescription HBRecordingTask::defaultAudioStreamDescription()
 {
-    AudioStreamBasicDescription description;
-    description.mSampleRate = 48000;
-    description.mFormatID = kAudioFormatLinearPCM;
-    description.mFormatFlags = packedInteger;
-    description.mBytesPerPacket = 4;
-    description.mFramesPerPacket = 1;
-    description.mBytesPerFrame = 4;
-    description.mChannelsPerFrame = 2;
-    description.mBitsPerChannel = 16;
-    return description;
+    return packedPCM(48000, 2, 16, kAudioFormatFlagIsSignedInteger);
 }
 
 qint64 HBRecordingTask::bytesPerSamplesWithDescription(const AudioStreamBasicDescription &description)

@@ -3,8 +3,8 @@
 
 #include "KTAudioControl/KTAudioRecorder.h"
 #include "audio/KTAudioControl/InputDevices.h"
-#include "audio/KTAudioControl/LevelMeter.h"
 #include "audio/KTAudioControl/PCMFormat.h"
+#include "audio/KTAudioControl/PeakMeter.h"
 #include "platform/Logging.h"
 
 #include <algorithm>
@@ -41,7 +41,7 @@ public:
     sound::SampleSpec m_spec;
     AudioStreamBasicDescription m_format;
     bool m_formatIsSettled = false;
-    LevelMeter m_levels;
+    PeakMeter m_levels;
     bool m_heard = false; // capture thread, while there is a stream
     KTAudioTransportState m_state = KTAudioTransportStateStopped;
     std::unique_ptr<sound::CaptureStream> m_stream; // last, because it calls into everything above

@@ -44,21 +44,6 @@ off_t seekFile(void *file, off_t offset, int whence)
     return fseeko(stream, offset, whence) == 0 ? ftello(stream) : -1;
 }
 
-AudioStreamBasicDescription describe(long rate, int channels)
-{
-    const auto frameBytes = static_cast<std::uint32_t>(channels) * 2;
-    AudioStreamBasicDescription format;
-    format.mSampleRate = static_cast<double>(rate);
-    format.mFormatID = kAudioFormatLinearPCM;
-    format.mFormatFlags = kAudioFormatFlagIsSignedInteger | kAudioFormatFlagIsPacked;
-    format.mBytesPerPacket = frameBytes;
-    format.mFramesPerPacket = 1;
-    format.mBytesPerFrame = frameBytes;
-    format.mChannelsPerFrame = static_cast<std::uint32_t>(channels);
-    format.mBitsPerChannel = 16;
-    return format;
-}
-
 } // namespace
 
 void Mp3Source::HandleDeleter::operator()(mpg123_handle_struct *handle) const
@@ -120,7 +105,8 @@ bool Mp3Source::readFormat()
     mpg123_format_none(m_handle.get());
     if (const int code = mpg123_format(m_handle.get(), rate, channels, encoding); code != MPG123_OK)
         return fail(code);
-    m_format = describe(rate, channels);
+    m_format = packedPCM(
+        double(rate), static_cast<std::uint32_t>(channels), 16, kAudioFormatFlagIsSignedInteger);
     const off_t packets = mpg123_framelength(m_handle.get());
     m_totalPacketCount = static_cast<std::uint32_t>(
         std::clamp<off_t>(packets, 0, std::numeric_limits<std::uint32_t>::max()));

@@ -42,16 +42,7 @@ std::optional<sound::SampleSpec> captureSpecFor(const AudioStreamBasicDescriptio
 
 AudioStreamBasicDescription descriptionOf(const sound::SampleSpec &spec)
 {
-    AudioStreamBasicDescription description;
-    description.mSampleRate = spec.rate;
-    description.mFormatID = kAudioFormatLinearPCM;
-    description.mFormatFlags = kAudioFormatFlagIsPacked
-        | (spec.type == sound::SampleType::Float32 ? kAudioFormatFlagIsFloat
-                                                   : kAudioFormatFlagIsSignedInteger);
-    description.mBytesPerPacket = spec.bytesPerFrame();
-    description.mFramesPerPacket = 1;
-    description.mBytesPerFrame = spec.bytesPerFrame();
-    description.mChannelsPerFrame = spec.channels;
-    description.mBitsPerChannel = spec.bytesPerSample() * 8;
-    return description;
+    const bool isFloat = spec.type == sound::SampleType::Float32;
+    return packedPCM(spec.rate, spec.channels, spec.bytesPerSample() * 8,
+        isFloat ? kAudioFormatFlagIsFloat : kAudioFormatFlagIsSignedInteger);
 }

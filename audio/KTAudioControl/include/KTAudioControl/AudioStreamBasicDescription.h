@@ -30,3 +30,18 @@ struct AudioStreamBasicDescription {
 
     bool operator==(const AudioStreamBasicDescription &) const = default;
 };
+
+// Native-endian, interleaved, packed PCM; `kind` is kAudioFormatFlagIsFloat or kAudioFormatFlagIsSignedInteger.
+constexpr AudioStreamBasicDescription packedPCM(
+    double sampleRate, std::uint32_t channels, std::uint32_t bitsPerChannel, AudioFormatFlag kind)
+{
+    AudioStreamBasicDescription description;
+    description.mSampleRate = sampleRate;
+    description.mFormatID = kAudioFormatLinearPCM;
+    description.mFormatFlags = kind | std::uint32_t(kAudioFormatFlagIsPacked);
+    description.mBytesPerPacket = description.mBytesPerFrame = channels * bitsPerChannel / 8;
+    description.mFramesPerPacket = 1;
+    description.mChannelsPerFrame = channels;
+    description.mBitsPerChannel = bitsPerChannel;
+    return description;
+}

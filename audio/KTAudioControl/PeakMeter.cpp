@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "audio/KTAudioControl/LevelMeter.h"
+#include "audio/KTAudioControl/PeakMeter.h"
 
 #include <bit>
 #include <cmath>
@@ -69,7 +69,7 @@ Peaks peaksOf(const void *frames, std::size_t frameCount, const sound::SampleSpe
 
 } // namespace
 
-void LevelMeter::measure(const void *frames, std::size_t frameCount, const sound::SampleSpec &spec)
+void PeakMeter::measure(const void *frames, std::size_t frameCount, const sound::SampleSpec &spec)
 {
     Peaks peaks = peaksOf(frames, frameCount, spec);
     if (spec.channels == 1)
@@ -82,7 +82,7 @@ void LevelMeter::measure(const void *frames, std::size_t frameCount, const sound
     m_frames.fetch_add(frameCount, std::memory_order_relaxed);
 }
 
-KTAudioLevels LevelMeter::take()
+KTAudioLevels PeakMeter::take()
 {
     return {{m_peaks[0].exchange(0, std::memory_order_relaxed),
                 m_peaks[1].exchange(0, std::memory_order_relaxed)},

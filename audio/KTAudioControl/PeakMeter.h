@@ -11,7 +11,7 @@
 
 // Peaks of what passes by, handed from the capture thread to whoever shows them. Neither side waits or
 // allocates.
-class LevelMeter {
+class PeakMeter {
 public:
     // Capture thread only.
     void measure(const void *frames, std::size_t frameCount, const sound::SampleSpec &spec);
