@@ -7,6 +7,7 @@
 #include "encoder/KTMp3LameConfig.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
+#include "platform/ThreadCheck.h"
 
 namespace {
 
@@ -71,6 +72,7 @@ bool HBRecordingTask::startRecord()
 // refused by it and, with the reset of the count, not part of the recording.
 bool HBRecordingTask::startRecordWithDescription(AudioStreamBasicDescription description)
 {
+    platform::assertMainThread();
     if (!audioRecorder()->startRecordWithFormat(description)) {
         qCWarning(lcAudio, "Can't support 16bit record.");
         return false;
@@ -158,6 +160,7 @@ void HBRecordingTask::postDurationReport(const AudioStreamBasicDescription &form
 // The count is read now: reports that queue up behind each other all tell the latest time.
 void HBRecordingTask::reportDuration(const AudioStreamBasicDescription &format)
 {
+    platform::assertMainThread();
     HBRecordingTaskDelegate *const receiver = m_delegate;
     if (!receiver || !(format.mSampleRate >= 1))
         return;

@@ -224,31 +224,31 @@ void ScriptedSoundSystem::setDevicesChanged(std::function<void()> changed)
     m_shared->devicesChanged = std::move(changed);
 }
 
-std::unique_ptr<sound::CaptureStream> ScriptedSoundSystem::openCapture(
+sound::Opened<sound::CaptureStream> ScriptedSoundSystem::openCapture(
     const QString &sourceKey, const sound::SampleSpec &spec, sound::CaptureClient *client)
 {
     std::scoped_lock lock(m_shared->lock);
     if (m_shared->refuse)
-        return nullptr;
+        return {nullptr, u"the script refuses"_s};
     m_shared->capture = client;
     m_shared->captureKey = sourceKey;
     m_shared->captureSpec = spec;
     m_shared->capturePaused = false;
     m_shared->captureLost = false;
-    return std::make_unique<Capture>(m_shared, client);
+    return {std::make_unique<Capture>(m_shared, client), {}};
 }
 
-std::unique_ptr<sound::PlaybackStream> ScriptedSoundSystem::openPlayback(
+sound::Opened<sound::PlaybackStream> ScriptedSoundSystem::openPlayback(
     const sound::SampleSpec &spec, sound::PlaybackClient *client)
 {
     std::scoped_lock lock(m_shared->lock);
     if (m_shared->refuse)
-        return nullptr;
+        return {nullptr, u"the script refuses"_s};
     m_shared->playback = client;
     m_shared->playbackSpec = spec;
     m_shared->playbackPaused = false;
     m_shared->draining = false;
-    return std::make_unique<Playback>(m_shared, client);
+    return {std::make_unique<Playback>(m_shared, client), {}};
 }
 
 } // namespace testbed

@@ -55,9 +55,9 @@ public:
     sound::DeviceList devices() const override;
     void waitForDevices(std::chrono::milliseconds) override { }
     void setDevicesChanged(std::function<void()> changed) override;
-    std::unique_ptr<sound::CaptureStream> openCapture(
+    sound::Opened<sound::CaptureStream> openCapture(
         const QString &sourceKey, const sound::SampleSpec &spec, sound::CaptureClient *client) override;
-    std::unique_ptr<sound::PlaybackStream> openPlayback(
+    sound::Opened<sound::PlaybackStream> openPlayback(
         const sound::SampleSpec &spec, sound::PlaybackClient *client) override;
 
 private:

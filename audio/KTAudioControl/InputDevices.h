@@ -21,7 +21,7 @@ public:
     std::uint32_t identifierFromName(const QString &name) const;
 
     // Identifiers are given out once a source and stay its own until the process ends, also while it is
-    // unplugged. 0 is nobody's, and has no key.
+    // unplugged. 0 belongs to no source, and has no key.
     static std::uint32_t identifierFromKey(const QString &key);
     static QString keyFromIdentifier(std::uint32_t identifier);
 

@@ -5,6 +5,7 @@
 #include "audio/KTAudioControl/InputDevices.h"
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "platform/MainQueue.h"
+#include "platform/ThreadCheck.h"
 
 #include <atomic>
 
@@ -82,12 +83,14 @@ void KTAudioControl::setDelegate(KTAudioControlDelegate *delegate)
 
 QStringList KTAudioControl::inputDevicesName()
 {
+    platform::assertMainThread();
     d->attach();
     return d->m_devices.names();
 }
 
 std::uint32_t KTAudioControl::deviceIDFromName(const QString &name)
 {
+    platform::assertMainThread();
     d->attach();
     return d->m_devices.identifierFromName(name);
 }

@@ -4,6 +4,7 @@
 #include "KTAudioControl/KTAudioPlayer.h"
 
 #include "audio/KTAudioControl/Playback.h"
+#include "platform/ThreadCheck.h"
 
 #include <atomic>
 
@@ -40,6 +41,7 @@ void KTAudioPlayer::setDelegate(KTAudioPlayerDelegate *delegate)
 
 void KTAudioPlayer::playWithFile(const QString &path)
 {
+    platform::assertMainThread();
     stop();
     Playback::Listener listener;
     listener.filled = [this](Playback::Fill &fill) {
@@ -74,5 +76,6 @@ void KTAudioPlayer::resume()
 
 void KTAudioPlayer::stop()
 {
+    platform::assertMainThread();
     d->playback.reset();
 }

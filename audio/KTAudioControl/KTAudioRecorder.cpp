@@ -6,10 +6,13 @@
 #include "audio/KTAudioControl/PCMFormat.h"
 #include "audio/KTAudioControl/PeakMeter.h"
 #include "platform/Logging.h"
+#include "platform/ThreadCheck.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -42,31 +45,52 @@ public:
     AudioStreamBasicDescription m_format;
     bool m_formatIsSettled = false;
     PeakMeter m_levels;
+    platform::ThreadCheck m_captureThread;
     bool m_heard = false; // capture thread, while there is a stream
     KTAudioTransportState m_state = KTAudioTransportStateStopped;
     std::unique_ptr<sound::CaptureStream> m_stream; // last, because it calls into everything above
 
 private:
+    // Why it cannot; empty when the stream runs.
+    QString open(const AudioStreamBasicDescription &format);
     void deliver(const void *data, std::size_t bytes);
     void deliverSilence(std::size_t bytes);
 };
 
+// One log line says why a start has failed.
 bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format)
 {
+    const QString problem = open(format);
+    if (!problem.isEmpty())
+        qCWarning(lcAudio, "Can't record from %s: %s.",
+            m_sourceKey.isEmpty() ? "an unknown device" : qUtf8Printable(m_sourceKey),
+            qUtf8Printable(problem));
+    return problem.isEmpty();
+}
+
+QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format)
+{
     const auto spec = m_formatIsSettled ? m_spec : captureSpecFor(format);
-    if (m_stream || !spec || m_sourceKey.isEmpty())
-        return false;
+    if (m_stream)
+        return u"it is being recorded from already"_s;
+    if (m_sourceKey.isEmpty())
+        return u"there is no such device"_s;
+    if (!spec)
+        return u"something else than linear PCM is asked for"_s;
     m_spec = *spec;
     m_format = descriptionOf(m_spec);
     m_levels.take();
     m_heard = false;
-    m_stream = sound::soundSystem().openCapture(m_sourceKey, m_spec, this);
+    m_captureThread.release();
+    auto opened = sound::soundSystem().openCapture(m_sourceKey, m_spec, this);
+    m_stream = std::move(opened.stream);
     m_formatIsSettled = m_formatIsSettled || m_stream;
-    return bool(m_stream);
+    return opened.problem;
 }
 
 void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
 {
+    m_captureThread.assertSameThread();
     Q_ASSERT(bytes % m_format.mBytesPerFrame == 0);
     if (!std::exchange(m_heard, true))
         qCDebug(lcAudio, "The first sound has arrived.");
@@ -116,6 +140,7 @@ void KTAudioRecorder::setDelegate(KTAudioRecorderDelegate *delegate)
 
 bool KTAudioRecorder::startRecordWithFormat(const AudioStreamBasicDescription &format)
 {
+    platform::assertMainThread();
     if (!d->start(format))
         return false;
     d->m_state = KTAudioTransportStateRunning;
@@ -134,6 +159,7 @@ std::int32_t KTAudioRecorder::state() const
 
 void KTAudioRecorder::pauseRecord()
 {
+    platform::assertMainThread();
     if (d->m_state != KTAudioTransportStateRunning)
         return;
     d->m_stream->pause();
@@ -142,6 +168,7 @@ void KTAudioRecorder::pauseRecord()
 
 void KTAudioRecorder::resumeRecord()
 {
+    platform::assertMainThread();
     if (d->m_state != KTAudioTransportStatePaused)
         return;
     d->m_state = KTAudioTransportStateRunning;

@@ -5,6 +5,7 @@
 
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
+#include "platform/ThreadCheck.h"
 
 #include <algorithm>
 #include <cstring>
@@ -29,13 +30,15 @@ Playback::~Playback() = default;
 
 void Playback::start()
 {
+    platform::assertMainThread();
     if (!m_source.open(m_path)) {
         postEnd(m_source.error());
         return;
     }
-    m_stream = sound::soundSystem().openPlayback(specOf(m_source.format()), this);
+    auto opened = sound::soundSystem().openPlayback(specOf(m_source.format()), this);
+    m_stream = std::move(opened.stream);
     if (!m_stream)
-        postEnd(QStringLiteral("the sound system does not take it"));
+        postEnd(opened.problem);
 }
 
 KTAudioTransportState Playback::state() const
@@ -47,12 +50,14 @@ KTAudioTransportState Playback::state() const
 
 void Playback::pause()
 {
+    platform::assertMainThread();
     m_paused = true;
     m_stream->pause();
 }
 
 void Playback::resume()
 {
+    platform::assertMainThread();
     m_paused = false;
     m_stream->resume();
 }
@@ -99,6 +104,7 @@ void Playback::postEnd(const QString &problem)
 
 void Playback::end(const QString &problem)
 {
+    platform::assertMainThread();
     m_stream.reset();
     if (!problem.isEmpty())
         qCWarning(lcAudio, "Can't play %s: %s", qUtf8Printable(m_path), qUtf8Printable(problem));

@@ -15,7 +15,8 @@ struct Holder {
     std::function<void()> replaced;
 };
 
-// Kept reachable until the process ends, so that no static destructor runs under the feet of a sound thread.
+// Kept reachable until the process ends, so that no static destructor takes it away while a sound thread
+// still uses it.
 Holder &holder()
 {
     static auto *const holder = new Holder;

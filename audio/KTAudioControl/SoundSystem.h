@@ -59,6 +59,12 @@ public:
     virtual void captureBack() { }
 };
 
+// What came of opening a stream: the stream, or why there is none, in words that end a sentence.
+template <typename Stream> struct Opened {
+    std::unique_ptr<Stream> stream;
+    QString problem;
+};
+
 // pause() lets through what had been captured before the call, as far as a fifth of a second allows; what is
 // captured during a pause is never delivered. The destructor ends capture at once. When either has returned
 // the client is not called any more.
@@ -102,12 +108,12 @@ public:
     // Called after each change of devices(). One listener; a null function takes it away.
     virtual void setDevicesChanged(std::function<void()> changed) = 0;
 
-    // Running when they return. Null when refused, or when the server does not answer within a second.
+    // Running when they return. No stream when refused, or when the server does not answer within a second.
     // Clients outlive their streams, and may be called before these have returned.
-    virtual std::unique_ptr<CaptureStream> openCapture(
+    virtual Opened<CaptureStream> openCapture(
         const QString &sourceKey, const SampleSpec &spec, CaptureClient *client)
         = 0;
-    virtual std::unique_ptr<PlaybackStream> openPlayback(const SampleSpec &spec, PlaybackClient *client) = 0;
+    virtual Opened<PlaybackStream> openPlayback(const SampleSpec &spec, PlaybackClient *client) = 0;
 };
 
 // The one in use: PulseAudio's protocol, unless another one was set. Created on first use; its threads end

@@ -120,7 +120,7 @@ TEST_F(KTAudioControlTest, withoutRoomForAConnectionThereAreNoDevices)
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
     sound::setSoundSystem(nullptr);
     EXPECT_THAT(control->inputDevicesName(), IsEmpty());
-    EXPECT_FALSE(sound::soundSystem().openCapture(u"Microphone"_s, {}, nullptr));
+    EXPECT_FALSE(sound::soundSystem().openCapture(u"Microphone"_s, {}, nullptr).stream);
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
 }
 

@@ -21,15 +21,6 @@ constexpr auto pauseDeadline = 200ms;
 
 } // namespace
 
-std::unique_ptr<CaptureStream> PulseCaptureStream::open(std::shared_ptr<PulseConnection> connection,
-    const QString &sourceKey, const SampleSpec &spec, CaptureClient *client)
-{
-    auto stream = std::make_unique<PulseCaptureStream>(std::move(connection), sourceKey, spec, client);
-    if (!stream->PulseStream::open())
-        return nullptr;
-    return stream;
-}
-
 PulseCaptureStream::PulseCaptureStream(std::shared_ptr<PulseConnection> connection, const QString &sourceKey,
     const SampleSpec &spec, CaptureClient *client)
     : PulseStream(std::move(connection), spec, "Recording")

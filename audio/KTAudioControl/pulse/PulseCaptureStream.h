@@ -13,13 +13,11 @@ namespace sound {
 // of the same key.
 class PulseCaptureStream final : public CaptureStream, private PulseStream {
 public:
-    // Null when refused.
-    static std::unique_ptr<CaptureStream> open(std::shared_ptr<PulseConnection> connection,
-        const QString &sourceKey, const SampleSpec &spec, CaptureClient *client);
-
     PulseCaptureStream(std::shared_ptr<PulseConnection> connection, const QString &sourceKey,
         const SampleSpec &spec, CaptureClient *client);
     ~PulseCaptureStream() override;
+
+    using PulseStream::open;
 
     void pause() override;
     void resume() override;

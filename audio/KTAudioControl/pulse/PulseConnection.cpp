@@ -3,9 +3,11 @@
 
 #include "audio/KTAudioControl/pulse/PulseConnection.h"
 #include "platform/Logging.h"
+#include "platform/ThreadCheck.h"
 
 namespace sound {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -38,14 +40,15 @@ PulseConnection::PulseConnection()
 {
     m_devices.setListed([this] { devicesListed(); });
     if (!m_context) {
-        qCWarning(lcAudio, "There is no room for a connection to the sound server.");
+        m_problem = u"there is no room for a connection to the sound server"_s;
+        qCWarning(lcAudio, "No sound: %s.", qUtf8Printable(m_problem));
         m_devices.forget();
         return;
     }
     pa_threaded_mainloop_set_name(m_loop.get(), "flipside-sound");
     // Connected from the loop's own thread, because looking a server up may take its time.
     connectAfter(0ms);
-    pa_threaded_mainloop_start(m_loop.get());
+    m_runs = pa_threaded_mainloop_start(m_loop.get()) == 0;
 }
 
 PulseConnection::~PulseConnection()
@@ -53,9 +56,11 @@ PulseConnection::~PulseConnection()
     stop();
 }
 
+// The loop may be replacing the context: whether there is something to stop is not for the context to say.
 void PulseConnection::stop()
 {
-    if (!m_context)
+    platform::assertMainThread();
+    if (!std::exchange(m_runs, false))
         return;
     {
         const PulseLock lock(m_loop.get());
@@ -79,6 +84,11 @@ bool PulseConnection::isConnecting() const
         return false;
     const pa_context_state_t state = pa_context_get_state(m_context.get());
     return state == PA_CONTEXT_UNCONNECTED || (PA_CONTEXT_IS_GOOD(state) && state != PA_CONTEXT_READY);
+}
+
+QString PulseConnection::lastError() const
+{
+    return QString::fromUtf8(pa_strerror(m_context ? pa_context_errno(m_context.get()) : PA_ERR_NOENTITY));
 }
 
 void PulseConnection::retryLater()
@@ -139,9 +149,10 @@ void PulseConnection::contextReady()
 void PulseConnection::contextLost()
 {
     const auto now = Clock::now();
+    m_problem = u"there is no sound server: "_s + lastError();
     if (!m_lostAt) {
         m_lostAt = now;
-        qCWarning(lcAudio, "The sound server has gone away.");
+        qCWarning(lcAudio, "The sound server has gone away: %s.", qUtf8Printable(lastError()));
     }
     m_devices.stop();
     if (!m_devices.isListed() || now - *m_lostAt >= forgetDevicesAfter)

@@ -46,6 +46,10 @@ public:
     void removeListener(Listener *listener) { m_listeners.removeAll(listener); }
     pa_context *readyContext() const; // null while there is no server
     bool isConnecting() const;
+    // What the server said to the last request that failed.
+    QString lastError() const;
+    // Why there is no connection.
+    QString problem() const { return m_problem; }
     // Asks for the devices again, or for the server when it is away, after the usual pause.
     void retryLater();
 
@@ -61,11 +65,13 @@ private:
     void notify(void (Listener::*event)());
 
     PulseLoopHandle m_loop;
+    bool m_runs = false; // the loop has a thread; main thread only
     PulseContextHandle m_context;
     pa_time_event *m_timer = nullptr; // owned by the loop until it is freed
     QList<Listener *> m_listeners;
     PulseDevices m_devices;
     std::optional<Clock::time_point> m_lostAt; // no value while a connection stands
+    QString m_problem;
 };
 
 // One answer from the loop's thread that another thread waits for, without the lock. What the answer is it

@@ -15,15 +15,6 @@ constexpr auto latency = 400ms;
 
 } // namespace
 
-std::unique_ptr<PlaybackStream> PulsePlaybackStream::open(
-    std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client)
-{
-    auto stream = std::make_unique<PulsePlaybackStream>(std::move(connection), spec, client);
-    if (!stream->PulseStream::open())
-        return nullptr;
-    return stream;
-}
-
 PulsePlaybackStream::PulsePlaybackStream(
     std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client)
     : PulseStream(std::move(connection), spec, "Playback")
@@ -60,7 +51,7 @@ void PulsePlaybackStream::fill(std::size_t bytes)
         void *buffer = nullptr;
         std::size_t size = bytes;
         if (pa_stream_begin_write(stream(), &buffer, &size) < 0 || !buffer || size == 0)
-            return streamFailed();
+            return streamFailed(connection().lastError());
         const std::size_t filled = m_client->fillPlayback(buffer, size);
         m_filled = filled < size;
         if (filled == 0)
@@ -81,7 +72,7 @@ void PulsePlaybackStream::drain()
     };
     m_drain.reset(pa_stream_drain(stream(), drained, this));
     if (!m_drain)
-        streamFailed();
+        streamFailed(connection().lastError());
 }
 
 void PulsePlaybackStream::finish(PlaybackEnd end)

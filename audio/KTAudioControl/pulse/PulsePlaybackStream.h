@@ -10,13 +10,11 @@ namespace sound {
 // Plays on the default output, and follows when the user moves it to another one.
 class PulsePlaybackStream final : public PlaybackStream, private PulseStream {
 public:
-    // Null when refused.
-    static std::unique_ptr<PlaybackStream> open(
-        std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client);
-
     PulsePlaybackStream(
         std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client);
     ~PulsePlaybackStream() override;
+
+    using PulseStream::open;
 
     void pause() override { setPaused(true); }
     void resume() override { setPaused(false); }

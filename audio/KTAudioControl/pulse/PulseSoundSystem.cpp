@@ -33,15 +33,19 @@ void PulseSoundSystem::setDevicesChanged(std::function<void()> changed)
     m_connection->devices().setChanged(std::move(changed));
 }
 
-std::unique_ptr<CaptureStream> PulseSoundSystem::openCapture(
+Opened<CaptureStream> PulseSoundSystem::openCapture(
     const QString &sourceKey, const SampleSpec &spec, CaptureClient *client)
 {
-    return PulseCaptureStream::open(m_connection, sourceKey, spec, client);
+    auto stream = std::make_unique<PulseCaptureStream>(m_connection, sourceKey, spec, client);
+    const QString problem = stream->open();
+    return {problem.isEmpty() ? std::move(stream) : nullptr, problem};
 }
 
-std::unique_ptr<PlaybackStream> PulseSoundSystem::openPlayback(const SampleSpec &spec, PlaybackClient *client)
+Opened<PlaybackStream> PulseSoundSystem::openPlayback(const SampleSpec &spec, PlaybackClient *client)
 {
-    return PulsePlaybackStream::open(m_connection, spec, client);
+    auto stream = std::make_unique<PulsePlaybackStream>(m_connection, spec, client);
+    const QString problem = stream->open();
+    return {problem.isEmpty() ? std::move(stream) : nullptr, problem};
 }
 
 } // namespace sound

@@ -20,9 +20,9 @@ public:
     DeviceList devices() const override;
     void waitForDevices(std::chrono::milliseconds deadline) override;
     void setDevicesChanged(std::function<void()> changed) override;
-    std::unique_ptr<CaptureStream> openCapture(
+    Opened<CaptureStream> openCapture(
         const QString &sourceKey, const SampleSpec &spec, CaptureClient *client) override;
-    std::unique_ptr<PlaybackStream> openPlayback(const SampleSpec &spec, PlaybackClient *client) override;
+    Opened<PlaybackStream> openPlayback(const SampleSpec &spec, PlaybackClient *client) override;
 
 private:
     std::shared_ptr<PulseConnection> m_connection;

@@ -3,8 +3,11 @@
 
 #include "audio/KTAudioControl/pulse/PulseStream.h"
 
+#include "platform/ThreadCheck.h"
+
 namespace sound {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -40,23 +43,26 @@ PulseStream::PulseStream(
 {
 }
 
-bool PulseStream::open()
+QString PulseStream::open()
 {
+    platform::assertMainThread();
+    m_problem = u"the sound server does not answer"_s;
     {
         const PulseLock lock(m_connection->loop());
         m_connection->addListener(this);
         if (m_connection->readyContext())
             start();
         else if (!m_connection->isConnecting())
-            m_opened.give();
+            streamFailed(m_connection->problem());
     }
     m_opened.waitFor(openDeadline);
     const PulseLock lock(m_connection->loop());
-    return isReady();
+    return isReady() ? QString() : m_problem;
 }
 
 void PulseStream::close()
 {
+    platform::assertMainThread();
     const PulseLock lock(m_connection->loop());
     m_connection->removeListener(this);
     m_stream.reset();
@@ -74,12 +80,12 @@ void PulseStream::start()
     const pa_sample_spec spec = pulseSpec(m_spec);
     m_stream.reset(pa_stream_new(m_connection->readyContext(), m_title, &spec, nullptr));
     if (!m_stream)
-        return streamFailed();
+        return streamFailed(u"the stream cannot be made: "_s + m_connection->lastError());
     const auto changed = [](pa_stream *, void *self) { static_cast<PulseStream *>(self)->stateChanged(); };
     pa_stream_set_state_callback(m_stream.get(), changed, this);
     connectStream(m_stream.get());
     if (m_stream && pa_stream_get_state(m_stream.get()) == PA_STREAM_UNCONNECTED)
-        streamFailed();
+        streamFailed(u"the stream cannot be connected: "_s + m_connection->lastError());
 }
 
 void PulseStream::stateChanged()
@@ -90,14 +96,15 @@ void PulseStream::stateChanged()
         streamReady();
         m_opened.give();
     } else if (!PA_STREAM_IS_GOOD(state)) {
-        streamFailed();
+        streamFailed(u"the sound server says: "_s + m_connection->lastError());
     }
 }
 
-void PulseStream::streamFailed()
+void PulseStream::streamFailed(const QString &problem)
 {
     const bool ran = m_stream && m_hasRun;
     m_stream.reset();
+    m_problem = problem;
     m_opened.give();
     if (ran)
         streamLost();

@@ -15,8 +15,9 @@ protected:
     PulseStream(std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, const char *title);
     ~PulseStream() override { Q_ASSERT(m_closed); }
 
-    // Main thread. Waits until the stream runs; false when it is refused or not answered within a second.
-    bool open();
+    // Main thread. Waits until the stream runs, and answers why it does not when it is refused or the server
+    // does not answer within a second; empty when it runs.
+    QString open();
     // Main thread. No callback of any kind runs or comes after it.
     void close();
 
@@ -31,7 +32,7 @@ protected:
     // Makes the server stream; streamReady() or streamFailed() follows.
     void start();
     // Closes the server stream, whatever its state, and reports it as lost if it had run.
-    void streamFailed();
+    void streamFailed(const QString &problem);
     bool isReady() const { return m_stream && pa_stream_get_state(m_stream.get()) == PA_STREAM_READY; }
     bool isStarted() const { return bool(m_stream); }
     pa_stream *stream() const { return m_stream.get(); }
@@ -39,7 +40,7 @@ protected:
     std::uint32_t bytesIn(std::chrono::milliseconds time) const;
 
     void connected() override;
-    void disconnected() override { streamFailed(); }
+    void disconnected() override { streamFailed(m_connection->problem()); }
     void stopped() override { m_stream.reset(); }
 
 private:
@@ -50,6 +51,7 @@ private:
     const char *const m_title;
     PulseStreamHandle m_stream;
     PulseAnswer m_opened;
+    QString m_problem; // of the last failure
     bool m_hasRun = false;
     bool m_closed = false;
 };
