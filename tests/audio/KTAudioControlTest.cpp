@@ -1,126 +1,105 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "KTAudioControl/KTAudioControl.h"
-#include "testbed/ScriptedSoundSystem.h"
-#include "testbed/Waiting.h"
+#include "tests/audio/AudioRig.h"
 
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <thread>
 
-using namespace Qt::StringLiterals;
-using sound::DeviceList;
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace {
 
-class MockDelegate : public KTAudioControlDelegate {
-public:
-    MOCK_METHOD(void, audioControlInputDeviceChanged, (KTAudioControl *), (override));
-};
-
-class KTAudioControlTest : public testing::Test {
+class KTAudioControlTest : public AudioRig, public KTAudioControlDelegate {
 protected:
     ~KTAudioControlTest() override { control->setDelegate(nullptr); }
 
-    // Every report that is on its way has arrived.
-    void settle()
+    void audioControlInputDeviceChanged(KTAudioControl *) override
     {
-        for (int turn = 0; turn < 3; ++turn)
-            QCoreApplication::processEvents();
+        ++reports;
+        EXPECT_EQ(std::this_thread::get_id(), mainThread);
+    }
+    QStringList namesAfter(const sound::DeviceList &devices)
+    {
+        sound->setDevices(devices);
+        turnMainLoop();
+        return control->inputDevicesName();
     }
 
-    testbed::ScriptedSoundSystemScope system;
     KTAudioControl *const control = KTAudioControl::sharedAudioControl();
-    testing::StrictMock<MockDelegate> delegate;
+    const std::thread::id mainThread = std::this_thread::get_id();
+    int reports = 0;
 };
 
-TEST_F(KTAudioControlTest, listsTheDefaultFirstThenOthersByNameAndMonitorsLast)
+// Another order, and the user sees another device chosen after each launch.
+TEST_F(KTAudioControlTest, ListsTheDefaultFirstThenOthersByNameAndMonitorsLast)
 {
-    EXPECT_THAT(control->inputDevicesName(), IsEmpty());
-    system->setDevices(DeviceList{{{u"a"_s, u"Webcam"_s, false}, {u"b"_s, u"Monitor of Speakers"_s, true},
-                                      {u"c"_s, u"line in"_s, false}, {u"d"_s, u"Headset"_s, false},
-                                      {u"e"_s, u"Monitor of HDMI"_s, true}},
-        u"a"_s});
-    settle();
-    EXPECT_THAT(control->inputDevicesName(),
-        ElementsAre(u"Webcam"_s, u"Headset"_s, u"line in"_s, u"Monitor of HDMI"_s, u"Monitor of Speakers"_s));
+    EXPECT_EQ(namesAfter({}), QStringList());
+    EXPECT_EQ(namesAfter({{{u"a"_s, u"Webcam"_s, false}, {u"b"_s, u"Monitor of Speakers"_s, true},
+                              {u"c"_s, u"line in"_s, false}, {u"d"_s, u"Headset"_s, false},
+                              {u"e"_s, u"Monitor of HDMI"_s, true}},
+                  u"a"_s}),
+        QStringList(
+            {u"Webcam"_s, u"Headset"_s, u"line in"_s, u"Monitor of HDMI"_s, u"Monitor of Speakers"_s}));
 }
 
-TEST_F(KTAudioControlTest, numbersEqualNamesAndKeepsTheNumberOfADeviceThatStays)
+// A name that the user has chosen must not come to mean another device.
+TEST_F(KTAudioControlTest, NumbersEqualNamesAndKeepsNameAndIdentifierOfEachDevice)
 {
     const sound::Source first{u"a"_s, u"Mic"_s, false};
     const sound::Source second{u"b"_s, u"Mic"_s, false};
     const sound::Source numbered{u"c"_s, u"Mic (2)"_s, false};
-    system->setDevices(DeviceList{{first, numbered, second}, u"b"_s});
-    EXPECT_THAT(control->inputDevicesName(), ElementsAre(u"Mic"_s, u"Mic (2)"_s, u"Mic (2) (2)"_s));
-    const std::uint32_t defaultMic = control->deviceIDFromName(u"Mic"_s);
-    const std::uint32_t otherMic = control->deviceIDFromName(u"Mic (2)"_s);
+    EXPECT_EQ(namesAfter({{first, numbered, second}, u"b"_s}),
+        QStringList({u"Mic"_s, u"Mic (2)"_s, u"Mic (2) (2)"_s}));
+    const std::uint32_t ofSecond = control->deviceIDFromName(u"Mic"_s);
+    const std::uint32_t ofFirst = control->deviceIDFromName(u"Mic (2)"_s);
+    EXPECT_NE(ofFirst, ofSecond);
 
-    system->setDevices(DeviceList{{first, numbered, second}, u"a"_s});
-    settle();
-    EXPECT_EQ(control->deviceIDFromName(u"Mic"_s), defaultMic) << "the name now means another device";
-    system->setDevices(DeviceList{{first, numbered}, u"a"_s});
-    settle();
-    EXPECT_EQ(control->deviceIDFromName(u"Mic (2)"_s), otherMic);
+    namesAfter({{first, numbered, second}, u"a"_s});
+    EXPECT_EQ(control->deviceIDFromName(u"Mic"_s), ofSecond);
+    namesAfter({{first, numbered}, u"a"_s});
+    EXPECT_EQ(control->deviceIDFromName(u"Mic (2)"_s), ofFirst);
     EXPECT_EQ(control->deviceIDFromName(u"Mic"_s), 0U);
-}
-
-TEST_F(KTAudioControlTest, givesAnIdentifierOfItsOwnToEachDeviceForGood)
-{
-    system->setDevices({u"Line"_s, u"Webcam"_s});
-    const std::uint32_t line = control->deviceIDFromName(u"Line"_s);
-    EXPECT_NE(line, 0U);
-    EXPECT_NE(control->deviceIDFromName(u"Webcam"_s), line);
-    EXPECT_EQ(control->deviceIDFromName(u"Nothing"_s), 0U);
     EXPECT_EQ(control->deviceIDFromName(QString()), 0U);
-
-    system->setDevices({u"Webcam"_s});
-    settle();
-    EXPECT_EQ(control->deviceIDFromName(u"Line"_s), 0U);
-    system->setDevices({u"Webcam"_s, u"Line"_s});
-    settle();
-    EXPECT_EQ(control->deviceIDFromName(u"Line"_s), line);
+    namesAfter({{second}, u"b"_s});
+    EXPECT_EQ(control->deviceIDFromName(u"Mic"_s), ofSecond);
 }
 
-TEST_F(KTAudioControlTest, reportsOnlyWhenOtherNamesAreThere)
+// Every report takes the user's choice away.
+TEST_F(KTAudioControlTest, ReportsOnTheMainThreadAndOnlyWhenOtherNamesAreThere)
 {
-    system->setDevices({u"Line"_s, u"Webcam"_s});
-    control->setDelegate(&delegate);
-    ASSERT_THAT(control->inputDevicesName(), ElementsAre(u"Line"_s, u"Webcam"_s));
+    sound->setDevices({u"Line"_s, u"Webcam"_s});
+    ASSERT_EQ(control->inputDevicesName(), QStringList({u"Line"_s, u"Webcam"_s}));
+    control->setDelegate(this);
+    std::thread([&] { sound->setDevices({u"Webcam"_s, u"Line"_s}); }).join(); // a new default
+    turnMainLoop();
+    EXPECT_EQ(control->inputDevicesName(), QStringList({u"Webcam"_s, u"Line"_s}));
+    EXPECT_EQ(reports, 0);
 
-    system->setDevices({u"Webcam"_s, u"Line"_s}); // a new default
-    settle();
-    EXPECT_THAT(control->inputDevicesName(), ElementsAre(u"Webcam"_s, u"Line"_s));
-
-    EXPECT_CALL(delegate, audioControlInputDeviceChanged(control)).Times(1);
     std::thread([&] { // changes that come together are one, and a device that only flickers is none
-        system->setDevices(QStringList());
-        system->setDevices({u"Webcam"_s, u"Line"_s, u"Headset"_s});
+        sound->setDevices(QStringList());
+        sound->setDevices({u"Webcam"_s, u"Line"_s, u"Headset"_s});
     })
         .join();
-    EXPECT_THAT(control->inputDevicesName(), ElementsAre(u"Webcam"_s, u"Line"_s)) << "before the report";
-    settle();
-    EXPECT_THAT(control->inputDevicesName(), ElementsAre(u"Webcam"_s, u"Headset"_s, u"Line"_s));
-
+    EXPECT_EQ(reports, 0);
+    turnMainLoop();
+    EXPECT_EQ(reports, 1);
+    EXPECT_EQ(control->inputDevicesName(), QStringList({u"Webcam"_s, u"Headset"_s, u"Line"_s}));
     control->setDelegate(nullptr);
-    system->setDevices(QStringList());
-    settle();
-    EXPECT_THAT(control->inputDevicesName(), IsEmpty());
+    sound->setDevices(QStringList());
+    turnMainLoop();
+    EXPECT_EQ(reports, 1);
 }
 
 // Out of file descriptors, for example.
-TEST_F(KTAudioControlTest, withoutRoomForAConnectionThereAreNoDevices)
+TEST_F(KTAudioControlTest, SaysThatThereIsNoRoomForAConnection)
 {
     rlimit limit{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
     const rlimit none{0, limit.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
     sound::setSoundSystem(nullptr);
-    EXPECT_THAT(control->inputDevicesName(), IsEmpty());
-    EXPECT_FALSE(sound::soundSystem().openCapture(u"Microphone"_s, {}, nullptr).stream);
+    EXPECT_EQ(control->inputDevicesName(), QStringList());
+    EXPECT_EQ(sound::soundSystem().openCapture(u"Microphone"_s, {}, nullptr).problem,
+        u"there is no room for a connection to the sound server"_s);
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
 }
 

@@ -1,235 +1,165 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "KTAudioControl/KTAudioControl.h"
+#include "KTAudioControl/KTAudioRecorder.h"
+#include "tests/audio/AudioRig.h"
 #include "tests/support/FrameCollector.h"
-#include "testbed/ScriptedSoundSystem.h"
-#include "testbed/Waiting.h"
 
-#include <cstdlib>
 #include <future>
-#include <gtest/gtest.h>
 #include <limits>
-#include <new>
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using testbed::FrameCollector;
 
 namespace {
 
-thread_local std::size_t allocations = 0;
+constexpr auto integer = kAudioFormatFlagIsSignedInteger;
+constexpr auto real = kAudioFormatFlagIsFloat;
+constexpr AudioStreamBasicDescription stereo16 = packedPCM(48000, 2, 16, integer);
 
-} // namespace
-
-// Counts what a thread allocates, in the library under test as well.
-void *operator new(std::size_t size)
+AudioStreamBasicDescription flagged(AudioStreamBasicDescription format, std::uint32_t flags)
 {
-    ++allocations;
-    if (void *memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void *memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void *memory, std::size_t) noexcept
-{
-    std::free(memory);
+    format.mFormatFlags = flags;
+    return format;
 }
 
-namespace {
-
-AudioStreamBasicDescription pcm(
-    double rate, std::uint32_t channels, std::uint32_t bits, std::uint32_t flags, std::uint32_t formatID)
-{
-    const std::uint32_t frame = channels * bits / 8;
-    return {rate, formatID, flags, frame, 1, frame, channels, bits, 0};
-}
-AudioStreamBasicDescription pcm(double rate, std::uint32_t channels, std::uint32_t bits, std::uint32_t flags)
-{
-    return pcm(rate, channels, bits, flags, kAudioFormatLinearPCM);
-}
-const AudioStreamBasicDescription stereo16 = pcm(48000, 2, 16, 12);
-
-class KTAudioRecorderTest : public testing::Test {
+class KTAudioRecorderTest : public AudioRig {
 protected:
-    KTAudioRecorderTest()
+    std::unique_ptr<KTAudioRecorder> makeRecorder(KTAudioRecorderDelegate *delegate)
     {
-        system->setDevices({u"Microphone"_s});
-        recorder = std::make_unique<KTAudioRecorder>(
-            KTAudioControl::sharedAudioControl()->deviceIDFromName(u"Microphone"_s));
-        recorder->setDelegate(&collector);
+        auto made = std::make_unique<KTAudioRecorder>(microphone());
+        made->setDelegate(delegate);
+        return made;
+    }
+    bool delivered(qsizetype bytes)
+    {
+        return waitUntil([&] { return qsizetype(collector.bytes().size()) >= bytes; });
     }
 
-    testbed::ScriptedSoundSystemScope system;
-    FrameCollector collector;
-    std::unique_ptr<KTAudioRecorder> recorder;
+    testbed::FrameCollector collector;
+    std::unique_ptr<KTAudioRecorder> recorder = makeRecorder(&collector);
     const QByteArray frames{"0123456789abcdef"};
 };
 
-TEST_F(KTAudioRecorderTest, deliversOnlyWhileItRuns)
+// Sound of a pause, or another format behind a reference that is still held, would end up in the file.
+TEST_F(KTAudioRecorderTest, DeliversOnlyWhileItRunsAndKeepsItsFormat)
 {
-    EXPECT_EQ(recorder->state(), KTAudioTransportStateStopped);
-    recorder->pauseRecord();
-    recorder->resumeRecord();
-    recorder->stopRecord();
-    EXPECT_EQ(recorder->state(), KTAudioTransportStateStopped);
-
     ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
-    EXPECT_EQ(system->captureSourceKey(), u"key:Microphone"_s);
-    EXPECT_EQ(recorder->state(), KTAudioTransportStateRunning);
+    EXPECT_EQ(sound->captureSourceKey(), u"key:Microphone"_s);
     EXPECT_FALSE(recorder->startRecordWithFormat(stereo16));
-    EXPECT_TRUE(system->push(frames));
-
-    recorder->pauseRecord();
-    EXPECT_EQ(recorder->state(), KTAudioTransportStatePaused);
-    EXPECT_FALSE(system->push(frames));
-    recorder->resumeRecord();
-    EXPECT_TRUE(system->push(frames));
-
-    system->loseCapture();
-    EXPECT_EQ(recorder->state(), KTAudioTransportStateRunning);
-    system->bringCaptureBack();
-    EXPECT_TRUE(system->push(frames));
-
-    recorder->pauseRecord();
-    recorder->stopRecord();
-    EXPECT_EQ(recorder->state(), KTAudioTransportStateStopped);
-    EXPECT_FALSE(system->captureOpen());
+    const QList<std::pair<void (KTAudioRecorder::*)(), std::int32_t>> steps
+        = {{&KTAudioRecorder::resumeRecord, 2}, {&KTAudioRecorder::pauseRecord, 1},
+            {&KTAudioRecorder::pauseRecord, 1}, {&KTAudioRecorder::resumeRecord, 2},
+            {&KTAudioRecorder::pauseRecord, 1}, {&KTAudioRecorder::stopRecord, 0},
+            {&KTAudioRecorder::resumeRecord, 0}};
+    for (const auto &[command, expected] : steps) {
+        ((*recorder).*command)();
+        EXPECT_EQ(recorder->state(), expected);
+        EXPECT_EQ(sound->push(frames), expected == KTAudioTransportStateRunning);
+    }
+    EXPECT_FALSE(sound->captureOpen());
 
     const AudioStreamBasicDescription *format = &recorder->currentDataFormat();
-    EXPECT_TRUE(recorder->startRecordWithFormat(pcm(8000, 1, 32, 9)));
-    EXPECT_EQ(*format, stereo16) << "who holds the reference must not see another format";
+    EXPECT_TRUE(recorder->startRecordWithFormat(packedPCM(8000, 1, 32, real)));
+    EXPECT_EQ(*format, stereo16);
+    EXPECT_EQ(collector.format(), format);
     recorder.reset();
-    EXPECT_FALSE(system->captureOpen());
-    EXPECT_EQ(collector.bytes().size(), 3 * std::size_t(frames.size()));
+    EXPECT_FALSE(sound->captureOpen());
+    EXPECT_EQ(collector.bytes().size(), 2 * std::size_t(frames.size()));
 }
 
-TEST_F(KTAudioRecorderTest, staysStoppedWhenRefused)
+TEST_F(KTAudioRecorderTest, StaysStoppedAndSaysWhyWhenRefused)
 {
-    KTAudioRecorder nobody(0);
-    EXPECT_FALSE(nobody.startRecordWithFormat(stereo16));
     KTAudioRecorder stranger(4711);
     EXPECT_FALSE(stranger.startRecordWithFormat(stereo16));
-
-    system->setRefuseStarts(true);
+    sound->setRefuseStarts(true);
     EXPECT_FALSE(recorder->startRecordWithFormat(stereo16));
     EXPECT_EQ(recorder->state(), KTAudioTransportStateStopped);
-    system->setRefuseStarts(false);
-    EXPECT_FALSE(recorder->startRecordWithFormat(pcm(48000, 2, 16, 12, 0x61616320)));
-    EXPECT_TRUE(recorder->startRecordWithFormat(pcm(44100, 1, 16, 12)));
-    EXPECT_EQ(recorder->currentDataFormat().mSampleRate, 44100);
+    sound->setRefuseStarts(false);
+    EXPECT_FALSE(recorder->startRecordWithFormat({}));
+    EXPECT_TRUE(recorder->startRecordWithFormat(packedPCM(44100, 1, 16, integer)));
+    EXPECT_EQ(recorder->currentDataFormat().mSampleRate, 44100) << "a refused start settled the format";
+    EXPECT_EQ(log.lines(),
+        QStringList({u"Can't record from an unknown device: there is no such device."_s,
+            u"Can't record from key:Microphone: the script refuses."_s,
+            u"Can't record from key:Microphone: something else than linear PCM is asked for."_s}));
 }
 
-// What would end in noise at the wrong speed becomes something that does not.
-TEST_F(KTAudioRecorderTest, asksTheSystemForAFormatThatAnEncoderTakes)
+// What would end in noise, or at the wrong speed, becomes something that does not.
+TEST_F(KTAudioRecorderTest, AsksTheSystemForAFormatThatAnEncoderTakes)
 {
-    const double notANumber = std::numeric_limits<double>::quiet_NaN();
-    const struct {
-        AudioStreamBasicDescription asked;
-        AudioStreamBasicDescription given;
-    } cases[] = {
-        {stereo16, stereo16}, {pcm(8000, 1, 32, 9), pcm(8000, 1, 32, 9)},
-        {pcm(44100, 2, 32, 12), pcm(44100, 2, 32, 12)}, {pcm(11025, 1, 24, 12), pcm(11025, 1, 24, 12)},
-        {pcm(48000, 2, 16, 12 | 2 | 32), stereo16}, // big-endian, not interleaved
-        {pcm(48000, 2, 32, 9 | 2 | 32 | 4), pcm(48000, 2, 32, 9)},
-        {pcm(96000, 6, 32, 9), pcm(48000, 2, 32, 9)}, {pcm(44100.5, 2, 16, 12), stereo16},
-        {pcm(notANumber, 0, 0, 0), stereo16}, {pcm(-48000, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFE), stereo16},
-        {pcm(48000, 2, 8, 8), stereo16}, // unsigned bytes
-        {pcm(48000, 2, 32, 8), stereo16}, // unsigned words
-        {pcm(48000, 2, 64, 9), pcm(48000, 2, 32, 9)}, // doubles
-    };
-    for (const auto &[asked, given] : cases) {
-        SCOPED_TRACE(testing::Message() << asked.mSampleRate << " Hz, " << asked.mChannelsPerFrame << " x "
-                                        << asked.mBitsPerChannel << ", flags " << asked.mFormatFlags);
-        KTAudioRecorder other(KTAudioControl::sharedAudioControl()->deviceIDFromName(u"Microphone"_s));
-        ASSERT_TRUE(other.startRecordWithFormat(asked));
-        EXPECT_EQ(other.currentDataFormat(), given);
-        EXPECT_EQ(system->captureSpec().bytesPerFrame(), given.mBytesPerFrame);
-        EXPECT_EQ(system->captureSpec().rate, given.mSampleRate);
+    for (const auto &[asked, given] :
+        std::initializer_list<std::pair<AudioStreamBasicDescription, AudioStreamBasicDescription>>{
+            {packedPCM(11025, 1, 24, integer), packedPCM(11025, 1, 24, integer)},
+            {packedPCM(96000, 6, 32, real), packedPCM(48000, 2, 32, real)},
+            {flagged(stereo16, 12 | 2 | 32), stereo16}, // big-endian, not interleaved
+            {flagged(packedPCM(-1, 0, 32, integer), 8), stereo16}}) { // unsigned words
+        SCOPED_TRACE(asked.mSampleRate);
+        const auto other = makeRecorder(nullptr);
+        ASSERT_TRUE(other->startRecordWithFormat(asked));
+        EXPECT_EQ(other->currentDataFormat(), given);
+        EXPECT_EQ(sound->captureSpec().bytesPerFrame(), given.mBytesPerFrame);
+        EXPECT_EQ(sound->captureSpec().rate, given.mSampleRate);
     }
 }
 
-TEST_F(KTAudioRecorderTest, deliversAHoleAsSilenceOfTheSameLength)
+// A hole that is left out moves all that follows; one that counts as sound hides a dead microphone.
+TEST_F(KTAudioRecorderTest, DeliversAHoleAsSilenceOfTheSameLength)
 {
-    ASSERT_TRUE(recorder->startRecordWithFormat(pcm(48000, 2, 24, 12)));
-    constexpr std::size_t hole = 288000; // one second
-    system->push(QByteArray(6, '\x7f'));
-    system->pushHole(hole);
-    system->push(QByteArray(6, '\x7f'));
-
+    ASSERT_TRUE(recorder->startRecordWithFormat(packedPCM(48000, 2, 24, integer)));
+    constexpr qsizetype hole = 288000; // one second
+    sound->push(QByteArray(6, '\x7f'));
+    sound->pushHole(hole);
+    sound->push(QByteArray(6, '\x7f'));
+    ASSERT_TRUE(delivered(hole + 12));
     const std::vector<char> bytes = collector.bytes();
-    ASSERT_EQ(bytes.size(), hole + 12);
+    ASSERT_EQ(qsizetype(bytes.size()), hole + 12);
     EXPECT_TRUE(std::all_of(bytes.begin() + 6, bytes.end() - 6, [](char byte) { return byte == 0; }));
     EXPECT_EQ(recorder->takeLevels().frames, 2U);
 }
 
-class SlowDelegate : public KTAudioRecorderDelegate {
-public:
-    void KTAudioRecorderDataRecord(
-        KTAudioRecorder *, const void *, std::uint32_t, const AudioStreamBasicDescription &) override
-    {
-        entered.set_value();
-        release.get_future().wait_for(100ms);
-        done = true;
-    }
-    std::promise<void> entered;
-    std::promise<void> release;
-    std::atomic<bool> done = false;
-};
-
-TEST_F(KTAudioRecorderTest, stopsOnlyWhenTheBufferUnderWayIsThrough)
+// A buffer after a stop would reach a task that is being taken down.
+TEST_F(KTAudioRecorderTest, StopsOnlyWhenTheBufferUnderWayIsThrough)
 {
-    SlowDelegate slow;
+    struct : KTAudioRecorderDelegate {
+        void KTAudioRecorderDataRecord(
+            KTAudioRecorder *, const void *, std::uint32_t, const AudioStreamBasicDescription &) override
+        {
+            entered.set_value();
+            release.get_future().wait_for(100ms);
+            done = true;
+        }
+        std::promise<void> entered, release;
+        std::atomic<bool> done = false;
+    } slow;
     recorder->setDelegate(&slow);
     ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
-    std::jthread soundThread([&] { system->push(frames); });
+    turnMainLoop();
+    std::jthread soundThread([&] { sound->push(frames); });
     EXPECT_EQ(slow.entered.get_future().wait_for(5s), std::future_status::ready);
     recorder->stopRecord();
     EXPECT_TRUE(slow.done);
-    soundThread.join();
 }
 
-template <typename Sample> QByteArray bytesOf(std::initializer_list<Sample> samples)
-{
-    return QByteArray(
-        reinterpret_cast<const char *>(samples.begin()), qsizetype(samples.size() * sizeof(Sample)));
-}
-
-TEST_F(KTAudioRecorderTest, measuresThePeakOfEachChannel)
+TEST_F(KTAudioRecorderTest, MeasuresThePeakOfEachChannel)
 {
     const float notANumber = std::numeric_limits<float>::quiet_NaN();
-    const struct {
-        AudioStreamBasicDescription format;
-        QByteArray frames;
-        float left, right;
-    } cases[] = {
-        {stereo16, bytesOf<std::int16_t>({100, -32768, -16384, 5}), 0.5F, 1.0F},
-        {pcm(48000, 1, 16, 12), bytesOf<std::int16_t>({100, -8192, 3}), 0.25F, 0.25F},
-        {pcm(48000, 2, 32, 12), bytesOf<std::int32_t>({INT32_MIN, 1 << 29, 5, 5}), 1.0F, 0.25F},
-        {pcm(48000, 2, 32, 9), bytesOf<float>({-0.75F, notANumber, 0.5F, 0.125F}), 0.75F, 0.125F},
-        {pcm(48000, 2, 24, 12),
-            QByteArray::fromHex("000080"
-                                "000020"
-                                "0000C0"
-                                "FFFFFF"),
-            1.0F, 0.25F},
+    const auto peaksOf = [&](const AudioStreamBasicDescription &format, const auto &samples) {
+        const auto other = makeRecorder(nullptr);
+        EXPECT_TRUE(other->startRecordWithFormat(format));
+        sound->push(samples.data(), sizeof samples);
+        const KTAudioLevels levels = other->takeLevels();
+        EXPECT_EQ(levels.frames, sizeof samples / format.mBytesPerFrame);
+        EXPECT_EQ(other->takeLevels().peak[0], 0.0F);
+        return std::pair(levels.peak[0], levels.peak[1]);
     };
-    for (const auto &[format, pushed, left, right] : cases) {
-        SCOPED_TRACE(testing::Message() << format.mBitsPerChannel << " bits, flags " << format.mFormatFlags);
-        KTAudioRecorder other(KTAudioControl::sharedAudioControl()->deviceIDFromName(u"Microphone"_s));
-        ASSERT_TRUE(other.startRecordWithFormat(format));
-        const std::size_t before = allocations;
-        system->push(pushed);
-        EXPECT_EQ(allocations, before) << "allocated on the capture thread";
-        const KTAudioLevels levels = other.takeLevels();
-        EXPECT_NEAR(levels.peak[0], left, 1e-6F);
-        EXPECT_NEAR(levels.peak[1], right, 1e-6F);
-        EXPECT_EQ(levels.frames, std::size_t(pushed.size()) / format.mBytesPerFrame);
-        EXPECT_EQ(other.takeLevels().peak[0], 0.0F);
-    }
+    EXPECT_EQ(peaksOf(stereo16, std::array<std::int16_t, 4>{100, -32768, -16384, 5}), std::pair(0.5F, 1.0F));
+    EXPECT_EQ(peaksOf(packedPCM(48000, 1, 16, integer), std::array<std::int16_t, 3>{100, -8192, 3}),
+        std::pair(0.25F, 0.25F));
+    EXPECT_EQ(peaksOf(packedPCM(48000, 2, 32, real), std::array{-0.75F, notANumber, 0.5F, 0.125F}),
+        std::pair(0.75F, 0.125F));
+    EXPECT_EQ(peaksOf(packedPCM(48000, 2, 24, integer),
+                  std::array<std::uint8_t, 12>{0, 0, 0x80, 0, 0, 0x20, 0, 0, 0xC0, 0xFF, 0xFF, 0xFF}),
+        std::pair(1.0F, 0.25F));
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 
 #include <QThread>
 #include <gtest/gtest.h>
-#include <optional>
 #include <thread>
 
 namespace {
@@ -20,7 +19,7 @@ public:
     void requestAccessForAudio(std::function<void(bool granted)> answer) override
     {
         ++requests;
-        std::thread([answer, reply = reply] { answer(reply); }).join();
+        std::thread([this, answer] { answer(reply); }).join();
     }
 
     bool offered = true;
@@ -32,40 +31,33 @@ private:
     const platform::SeamGuard m_guard = platform::captureAuthorization().replace(this);
 };
 
-struct Case {
-    bool offered;
-    int status;
-    bool reply;
-    int requests;
-    bool granted;
-};
-
-class MicrophoneAuthorizationTest : public testing::TestWithParam<Case> { };
-
-TEST_P(MicrophoneAuthorizationTest, AnswersOnceFromTheMainLoop)
+// Each row of the table of statuses, and one of a later platform.
+TEST(MicrophoneAuthorizationTest, AnswersOnceFromTheMainLoop)
 {
     ScriptedAuthorization authorization;
-    authorization.offered = GetParam().offered;
-    authorization.status = GetParam().status;
-    authorization.reply = GetParam().reply;
-    int answers = 0;
-    std::optional<bool> granted;
-    requestMicrophoneAuthorization([&](bool answer) {
-        ++answers;
-        granted = answer;
-        EXPECT_EQ(QThread::currentThread(), qApp->thread());
-    });
-    EXPECT_EQ(answers, 0);
-    ASSERT_TRUE(testbed::waitUntil([&] { return answers > 0; }));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(answers, 1);
-    EXPECT_EQ(granted, GetParam().granted);
-    EXPECT_EQ(authorization.requests, GetParam().requests);
+    platform::CaptureAuthorization::setCurrent(&authorization);
+    for (const auto &[offered, status, reply, requests, granted] :
+        std::initializer_list<std::tuple<bool, int, bool, int, bool>>{{false, 2, false, 0, true},
+            {true, 3, false, 0, true}, {true, 1, true, 0, false}, {true, 2, true, 0, false},
+            {true, 0, true, 1, true}, {true, 0, false, 1, false}, {true, 4, true, 1, true},
+            {true, -1, false, 1, false}}) {
+        SCOPED_TRACE(status);
+        authorization.offered = offered;
+        authorization.status = status;
+        authorization.reply = reply;
+        authorization.requests = 0;
+        QList<bool> answers;
+        requestMicrophoneAuthorization([&](bool answer) {
+            answers.append(answer);
+            EXPECT_EQ(QThread::currentThread(), qApp->thread());
+        });
+        EXPECT_TRUE(answers.isEmpty());
+        ASSERT_TRUE(testbed::waitUntil([&] { return !answers.isEmpty(); }));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(answers, QList<bool>{granted});
+        EXPECT_EQ(authorization.requests, requests);
+    }
+    platform::CaptureAuthorization::setCurrent(nullptr);
 }
-
-INSTANTIATE_TEST_SUITE_P(Statuses, MicrophoneAuthorizationTest,
-    testing::Values(Case{false, 2, false, 0, true}, Case{true, 3, false, 0, true},
-        Case{true, 1, true, 0, false}, Case{true, 2, true, 0, false}, Case{true, 0, true, 1, true},
-        Case{true, 0, false, 1, false}, Case{true, 4, true, 1, true}, Case{true, -1, false, 1, false}));
 
 } // namespace

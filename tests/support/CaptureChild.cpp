@@ -1,20 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-// A process that a test can stop and continue: records the device of the given name in 16-bit stereo, says
-// "recording" on standard output when it has heard half a second, and ends when it has the given number of
-// frames, which it writes to the given file. Ends with 1 when they do not come.
+// A process that a test can stop and continue:
 //
-//     capture_child NAME FILE FRAMES
+//     capture_child NAME
+//
+// records the device of that name in 16-bit stereo, says "recording" when it has heard half a second, and
+// stops at the first line on its standard input. Then it says what it has: how many frames, the number that
+// the last one carries, where numbers do not follow each other, and how many frames are silent.
 
 #include "KTAudioControl/KTAudioControl.h"
-#include "tests/support/FrameCollector.h"
 #include "testbed/Waiting.h"
+#include "tests/support/FrameCollector.h"
 
-#include <QCoreApplication>
-#include <QFile>
+#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
+#include <poll.h>
 
 int main(int argc, char **argv)
 {
@@ -23,17 +24,18 @@ int main(int argc, char **argv)
     KTAudioRecorder recorder(
         KTAudioControl::sharedAudioControl()->deviceIDFromName(QString::fromLocal8Bit(argv[1])));
     recorder.setDelegate(&collector);
-    if (!recorder.startRecordWithFormat({48000, kAudioFormatLinearPCM, 12, 4, 1, 4, 2, 16, 0}))
+    if (!recorder.startRecordWithFormat(packedPCM(48000, 2, 16, kAudioFormatFlagIsSignedInteger)))
         return 1;
     if (!testbed::waitUntil([&] { return collector.frameCount() >= 24000; }))
         return 1;
     std::puts("recording");
     std::fflush(stdout);
-    const std::size_t enough = std::strtoull(argv[3], nullptr, 10);
-    if (!testbed::waitUntil([&] { return collector.frameCount() >= enough; }, std::chrono::seconds(30)))
+    pollfd input{0, POLLIN, 0};
+    if (!testbed::waitUntil([&] { return poll(&input, 1, 0) > 0; }, std::chrono::minutes(1)))
         return 1;
     recorder.stopRecord();
-    QFile file(QString::fromLocal8Bit(argv[2]));
-    const std::vector<char> bytes = collector.bytes();
-    return file.open(QIODevice::WriteOnly) && file.write(bytes.data(), qint64(bytes.size())) >= 0 ? 0 : 1;
+    const std::vector<std::uint32_t> frames = collector.frames();
+    std::printf("%zu %u %zu %zu\n", frames.size(), frames.back(), testbed::breaks(frames).size(),
+        std::size_t(std::count(frames.begin(), frames.end(), 0U)));
+    return 0;
 }
