@@ -35,7 +35,6 @@ private:
 TEST(MicrophoneAuthorizationTest, AnswersOnceFromTheMainLoop)
 {
     ScriptedAuthorization authorization;
-    platform::CaptureAuthorization::setCurrent(&authorization);
     for (const auto &[offered, status, reply, requests, granted] :
         std::initializer_list<std::tuple<bool, int, bool, int, bool>>{{false, 2, false, 0, true},
             {true, 3, false, 0, true}, {true, 1, true, 0, false}, {true, 2, true, 0, false},
@@ -57,7 +56,6 @@ TEST(MicrophoneAuthorizationTest, AnswersOnceFromTheMainLoop)
         EXPECT_EQ(answers, QList<bool>{granted});
         EXPECT_EQ(authorization.requests, requests);
     }
-    platform::CaptureAuthorization::setCurrent(nullptr);
 }
 
 } // namespace
