@@ -3,6 +3,8 @@
 
 #include "platform/Animation.h"
 
+#include "platform/ThreadCheck.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,9 +12,9 @@ namespace platform {
 
 namespace {
 
-constexpr double UsualFrameRate = 60;
+constexpr double usualFrameRate = 60;
 // Screens report odd rates at times; nothing moves better beyond this.
-constexpr double HighestFrameRate = 240;
+constexpr double highestFrameRate = 240;
 
 double bezier(double t, double first, double second)
 {
@@ -24,19 +26,19 @@ double bezier(double t, double first, double second)
 
 float easeInEaseOut(float progress)
 {
-    constexpr double X1 = 0.42, X2 = 0.58;
+    constexpr double x1 = 0.42, x2 = 0.58;
     // x(t) only grows, so halving finds t; 30 steps are exact in single precision.
     double low = 0, high = 1;
     for (int step = 0; step < 30; ++step) {
         const double middle = (low + high) / 2;
-        (bezier(middle, X1, X2) < progress ? low : high) = middle;
+        (bezier(middle, x1, x2) < progress ? low : high) = middle;
     }
     return static_cast<float>(bezier((low + high) / 2, 0, 1));
 }
 
 Animation::Animation(AnimationCurve, double durationSeconds)
     : m_duration(durationSeconds)
-    , m_frameInterval(1 / UsualFrameRate)
+    , m_frameInterval(1 / usualFrameRate)
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
@@ -45,8 +47,8 @@ Animation::Animation(AnimationCurve, double durationSeconds)
 
 void Animation::setFrameRate(double framesPerSecond)
 {
-    const double rate = framesPerSecond > 1 ? framesPerSecond : UsualFrameRate;
-    m_frameInterval = Seconds(1 / std::min(rate, HighestFrameRate));
+    const double rate = framesPerSecond > 1 ? framesPerSecond : usualFrameRate;
+    m_frameInterval = Seconds(1 / std::min(rate, highestFrameRate));
 }
 
 float Animation::currentValue() const
@@ -56,6 +58,7 @@ float Animation::currentValue() const
 
 void Animation::startAnimation()
 {
+    assertMainThread();
     m_started = Clock::now();
     m_startProgress = m_progress;
     m_frame = 0;

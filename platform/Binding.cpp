@@ -5,8 +5,6 @@
 
 #include "platform/KeyPath.h"
 
-#include <QMetaMethod>
-#include <QMetaProperty>
 #include <QPointer>
 
 namespace platform {
@@ -28,16 +26,16 @@ void bind(
 void bind(QObject *control, const char *property, QObject *source, const QString &keyPath,
     BindingDirection direction)
 {
-    bind(control, source, keyPath, [control, property = QByteArray(property)](const QVariant &value) {
-        control->setProperty(property.constData(), value);
-    });
+    const QString name = QString::fromLatin1(property);
+    const QMetaProperty bound = propertyNamed(control, name);
+    bind(control, source, keyPath, [control, bound](const QVariant &value) { bound.write(control, value); });
     if (direction == BindingDirection::OneWay)
         return;
     new KeyPathObserver(
-        control, QString::fromLatin1(property),
-        [control, property = QByteArray(property), source = QPointer(source), keyPath] {
+        control, name,
+        [control, bound, source = QPointer(source), keyPath] {
             if (source)
-                setValueForKeyPath(source, keyPath, control->property(property.constData()));
+                setValueForKeyPath(source, keyPath, bound.read(control));
         },
         control);
 }

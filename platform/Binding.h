@@ -11,7 +11,8 @@ namespace platform {
 
 // A window lists its bindings in one place with these. Each applies the current value at once and again after
 // each change, and ends when the control or the source is destroyed. While an object on the key path is null,
-// the control keeps what it shows. Main thread only.
+// the control keeps what it shows. A name that the control or the source does not have ends a debug build and
+// is logged by any other. Main thread only.
 
 enum class BindingDirection {
     // The control follows the source.

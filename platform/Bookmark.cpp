@@ -5,6 +5,7 @@
 
 #include "platform/Inquiry.h"
 #include "platform/Logging.h"
+#include "platform/ThreadCheck.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -150,6 +151,7 @@ QByteArray bookmarkDataForFolder(const QUrl &folder)
 
 std::optional<QUrl> folderForBookmarkData(const QByteArray &data)
 {
+    assertMainThread();
     const auto token = decoded(data);
     const auto now = std::chrono::steady_clock::now();
     if (!token || (lastSilence().data == data && now < lastSilence().end))

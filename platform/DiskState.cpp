@@ -3,8 +3,6 @@
 
 #include "platform/DiskState.h"
 
-#include "platform/ThreadCheck.h"
-
 #include <QFile>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -50,7 +48,6 @@ DiskState askDisk(const QString &folder, const QString &fileName)
 
 std::function<DiskState()> questionToDisk(const QString &folder, const QString &fileName)
 {
-    assertMainThread();
     return [answer = disk().inUse(), folder, fileName] { return answer(folder, fileName); };
 }
 

@@ -27,7 +27,7 @@ struct DiskState {
 // the main thread, asked on any.
 std::function<DiskState()> questionToDisk(const QString &folder, const QString &fileName = {});
 
-// Answers the question, on any thread.
+// Answers the question; it is called on any thread.
 Seam<std::function<DiskState(const QString &folder, const QString &fileName)>> &disk();
 
 } // namespace platform

@@ -3,19 +3,22 @@
 
 #include "platform/KeyPath.h"
 
+#include "platform/Logging.h"
+#include "platform/ThreadCheck.h"
+
 #include <QMetaMethod>
-#include <QMetaProperty>
 
 namespace platform {
 
 namespace {
 
-QMetaProperty propertyNamed(const QObject *object, const QString &key)
+// Written so that it stands in the log of every build.
+void demand(bool holds, const QObject *object, const char *what, const QString &name)
 {
-    const QMetaObject *meta = object->metaObject();
-    const int index = meta->indexOfProperty(key.toUtf8().constData());
-    Q_ASSERT_X(index >= 0, "key path", qPrintable(key));
-    return meta->property(index);
+    if (holds)
+        return;
+    qCCritical(lcPlatform, "%s has no %s %s.", object->metaObject()->className(), what, qPrintable(name));
+    Q_ASSERT_X(false, "key path", qPrintable(name));
 }
 
 // The object that holds the last key; null when one on the way is.
@@ -40,6 +43,22 @@ QStringList declaredKeyPaths(QObject *object, const char *property)
 }
 
 } // namespace
+
+QMetaProperty propertyNamed(const QObject *object, const QString &name)
+{
+    assertMainThread();
+    const QMetaObject *meta = object->metaObject();
+    const QMetaProperty property = meta->property(meta->indexOfProperty(name.toUtf8().constData()));
+    demand(property.isValid(), object, "property", name);
+    return property;
+}
+
+QMetaProperty announcedPropertyNamed(const QObject *object, const QString &name)
+{
+    const QMetaProperty property = propertyNamed(object, name);
+    demand(property.hasNotifySignal(), object, "signal for a change of", name);
+    return property;
+}
 
 QVariant valueForKeyPath(QObject *root, const QString &keyPath)
 {
@@ -75,8 +94,7 @@ void KeyPathObserver::listen()
     for (const QString &key : std::as_const(m_keys)) {
         if (!object)
             return;
-        const QMetaProperty property = propertyNamed(object, key);
-        Q_ASSERT_X(property.hasNotifySignal(), "key path without a NOTIFY signal", qPrintable(key));
+        const QMetaProperty property = announcedPropertyNamed(object, key);
         m_connections.append(connect(object, property.notifySignal(), this, slot));
         object = &key == &m_keys.last() ? nullptr : property.read(object).value<QObject *>();
     }

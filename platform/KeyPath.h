@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QMetaProperty>
 #include <QObject>
 #include <QPointer>
 #include <QVariant>
@@ -13,6 +14,13 @@ namespace platform {
 // Key paths name a property of an object, or, with dots, a property of an object that a property holds:
 // "state", "config.encoderTarget". Every key but the last one must hold a QObject (a plain pointer or a
 // QSharedPointer to a class derived from it). Main thread only, like the objects themselves.
+
+// The property of that name. A name that the object does not have is a mistake in the program: it ends a
+// debug build; otherwise it is logged, and the property answered is not valid: reading it gives an invalid
+// variant and writing it does nothing.
+QMetaProperty propertyNamed(const QObject *object, const QString &name);
+// The same for a property that somebody is to listen to: it must have a NOTIFY signal as well.
+QMetaProperty announcedPropertyNamed(const QObject *object, const QString &name);
 
 // An invalid variant when an object on the way is null.
 QVariant valueForKeyPath(QObject *root, const QString &keyPath);

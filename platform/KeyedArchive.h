@@ -40,8 +40,8 @@ private:
 class KeyedDecoder {
 public:
     // Reads the binary and the XML form. Nothing, and one log line, when the data is not an archive whose
-    // root is an object of this class, when it is larger or deeper than any archive of settings, or when one
-    // of the object's reals is not a number. The data may come from anywhere.
+    // root is an object of this class, or when it is larger or deeper than any archive of settings. The data
+    // may come from anywhere.
     static std::optional<KeyedDecoder> fromArchive(const QByteArray &data, const char *className);
 
     qint32 decodeInt(const char *key) const;

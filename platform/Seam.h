@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/ThreadCheck.h"
+
 #include <functional>
 #include <utility>
 
@@ -36,7 +38,7 @@ private:
 //
 //     Seam<std::function<void(const QUrl &)>> &fileManager();
 //
-// and calls what is in use. Main thread only, unless the file says otherwise.
+// and calls what is in use. Main thread only.
 template <typename T> class Seam {
 public:
     explicit Seam(T own)
@@ -44,11 +46,16 @@ public:
     {
     }
 
-    const T &inUse() const { return m_inUse; }
+    const T &inUse() const
+    {
+        assertMainThread();
+        return m_inUse;
+    }
 
     // For as long as the guard lives.
     SeamGuard replace(T other)
     {
+        assertMainThread();
         return SeamGuard([this, before = std::exchange(m_inUse, std::move(other))] { m_inUse = before; });
     }
 

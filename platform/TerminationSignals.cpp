@@ -4,6 +4,7 @@
 #include "platform/TerminationSignals.h"
 
 #include "platform/Logging.h"
+#include "platform/ThreadCheck.h"
 
 #include <QSocketNotifier>
 #include <array>
@@ -18,7 +19,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
+constexpr std::array handledSignals = {SIGTERM, SIGINT, SIGHUP};
 
 // A signal handler may do next to nothing; writing a byte to a pipe that the main loop reads is allowed.
 std::array<int, 2> pipeEnds = {-1, -1};
@@ -39,7 +40,7 @@ void setHandler(void (*handler)(int))
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
-    for (const int signal : kSignals) {
+    for (const int signal : handledSignals) {
         struct sigaction present = {};
         sigaction(signal, nullptr, &present);
         if (present.sa_handler != SIG_IGN)
@@ -52,6 +53,7 @@ void setHandler(void (*handler)(int))
 TerminationSignals::TerminationSignals(QObject *parent)
     : QObject(parent)
 {
+    assertMainThread();
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         qCWarning(lcPlatform, "Termination signals end the process at once: %s", std::strerror(errno));
         return;

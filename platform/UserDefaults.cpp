@@ -4,9 +4,11 @@
 #include "platform/UserDefaults.h"
 
 #include "platform/Logging.h"
+#include "platform/ThreadCheck.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -23,6 +25,14 @@ constexpr qint64 largestFile = 1 << 20;
 bool canHoldSettings(const QFileInfo &file)
 {
     return !file.exists() || (file.isFile() && file.size() <= largestFile);
+}
+
+// As people write it into such a file, and as other platforms read it: by its beginning.
+bool meansYes(const QString &text)
+{
+    static const QRegularExpression yes(
+        u"^\\s*([yt]|on\\b|[+-]?0*[1-9])"_s, QRegularExpression::CaseInsensitiveOption);
+    return yes.match(text).hasMatch();
 }
 
 } // namespace
@@ -58,22 +68,15 @@ UserDefaults::~UserDefaults() = default;
 
 QByteArray UserDefaults::dataForKey(const QString &key) const
 {
-    const QVariant value = objectForKey(key);
+    const QVariant value = objectForKey(key).value_or(QVariant());
     return value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
 }
 
 std::optional<bool> UserDefaults::boolForKey(const QString &key) const
 {
     // Read from the file it is text, set in this process it is a boolean.
-    const QVariant value = objectForKey(key);
-    if (value.typeId() != QMetaType::QString && value.typeId() != QMetaType::Bool)
-        return std::nullopt;
-    const QString text = value.toString();
-    if (text == "true"_L1 || text == "1"_L1)
-        return true;
-    if (text == "false"_L1 || text == "0"_L1)
-        return false;
-    return std::nullopt;
+    const std::optional<QVariant> value = objectForKey(key);
+    return value ? std::optional(meansYes(value->toString())) : std::nullopt;
 }
 
 void UserDefaults::setData(const QByteArray &data, const QString &key)
@@ -88,6 +91,7 @@ void UserDefaults::setBool(bool value, const QString &key)
 
 bool UserDefaults::synchronize()
 {
+    assertMainThread();
     if (m_settings)
         m_settings->sync();
     if (m_settings && m_settings->status() != QSettings::AccessError)
@@ -96,13 +100,17 @@ bool UserDefaults::synchronize()
     return false;
 }
 
-QVariant UserDefaults::objectForKey(const QString &key) const
+std::optional<QVariant> UserDefaults::objectForKey(const QString &key) const
 {
-    return m_settings ? m_settings->value(key) : m_unsaved.value(key);
+    assertMainThread();
+    if (!m_settings)
+        return m_unsaved.contains(key) ? std::optional(m_unsaved.value(key)) : std::nullopt;
+    return m_settings->contains(key) ? std::optional(m_settings->value(key)) : std::nullopt;
 }
 
 void UserDefaults::setObject(const QVariant &value, const QString &key)
 {
+    assertMainThread();
     if (!m_settings) {
         m_unsaved.insert(key, value);
         return;

@@ -17,9 +17,9 @@ class QSettings;
 namespace platform {
 
 // The user's settings: byte strings and booleans under string keys, in one INI file. What cannot be read is
-// absent: a missing, damaged or unreadable file, or a value of another type. Nothing is written before the
-// first value is set; a file that is damaged then is kept beside the new one, as "<name>.damaged". Another
-// process may use the same file: only the keys that were set here are written. Main thread only.
+// absent: a missing, damaged or unreadable file, or a byte string of another type. Nothing is written before
+// the first value is set; a file that is damaged then is kept beside the new one, as "<name>.damaged".
+// Another process may use the same file: only the keys that were set here are written. Main thread only.
 class UserDefaults {
 public:
     // $XDG_CONFIG_HOME/flipside/flipside.conf, opened on the first call.
@@ -30,6 +30,8 @@ public:
 
     // Empty when absent; callers treat an empty byte string as absent, too.
     QByteArray dataForKey(const QString &key) const;
+    // Yes, true, on and numbers but zero are yes, in any case and also abbreviated; whatever else stands
+    // there is no. Nothing only when the key is absent.
     std::optional<bool> boolForKey(const QString &key) const;
 
     // Readable at once; in the file at the latest when the main loop comes round again.
@@ -41,7 +43,7 @@ public:
     bool synchronize();
 
 private:
-    QVariant objectForKey(const QString &key) const;
+    std::optional<QVariant> objectForKey(const QString &key) const;
     void setObject(const QVariant &value, const QString &key);
     void keepDamagedFile();
 

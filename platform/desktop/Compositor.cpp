@@ -3,6 +3,8 @@
 
 #include "platform/desktop/Compositor.h"
 
+#include "platform/ThreadCheck.h"
+
 #include <QGuiApplication>
 #include <cstdlib>
 #include <cstring>
@@ -19,11 +21,11 @@ struct FreeReply {
 
 // Whoever composes the first screen owns this selection. All others on the display share its compositor in
 // practice.
-constexpr char CompositorSelection[] = "_NET_WM_CM_S0";
+constexpr char compositorSelection[] = "_NET_WM_CM_S0";
 
 xcb_atom_t selectionAtom(xcb_connection_t *connection)
 {
-    const auto cookie = xcb_intern_atom(connection, 0, std::strlen(CompositorSelection), CompositorSelection);
+    const auto cookie = xcb_intern_atom(connection, 0, std::strlen(compositorSelection), compositorSelection);
     const std::unique_ptr<xcb_intern_atom_reply_t, FreeReply> reply(
         xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
@@ -41,6 +43,7 @@ bool selectionIsOwned(xcb_connection_t *connection)
 
 bool compositorRuns()
 {
+    assertMainThread();
     const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     // Only the X window system can be without one.
     return !x11 || !x11->connection() || selectionIsOwned(x11->connection());

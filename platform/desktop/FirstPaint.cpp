@@ -4,6 +4,7 @@
 #include "platform/desktop/FirstPaint.h"
 
 #include "platform/Logging.h"
+#include "platform/ThreadCheck.h"
 
 #include <QEvent>
 #include <QTimer>
@@ -45,6 +46,7 @@ private:
 
 void afterFirstPaint(QWidget *widget, std::function<void()> work)
 {
+    assertMainThread();
     new FirstPaint(widget, std::move(work));
 }
 

@@ -3,6 +3,8 @@
 
 #include "platform/desktop/MotionPreference.h"
 
+#include "platform/ThreadCheck.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -18,13 +20,13 @@ namespace {
 
 using Groups = QMap<QString, QVariantMap>;
 
-const QString Service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString Path = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString Interface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
 
-const QString GnomeGroup = QStringLiteral("org.gnome.desktop.interface");
-const QString AppearanceGroup = QStringLiteral("org.freedesktop.appearance");
-const QString KdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
+const QString gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
 
 std::optional<bool> statedByGtk(const QString &file)
 {
@@ -51,13 +53,14 @@ MotionPreference &MotionPreference::shared()
 
 MotionPreference::MotionPreference()
 {
-    QDBusConnection::sessionBus().connect(Service, Path, Interface, QStringLiteral("SettingChanged"), this,
-        SLOT(settingChanged(QString, QString, QDBusVariant)));
+    QDBusConnection::sessionBus().connect(portalService, portalPath, portalInterface,
+        QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QString, QString, QDBusVariant)));
     askService();
 }
 
 bool MotionPreference::animationsAllowed() const
 {
+    assertMainThread();
     if (!m_stated.isEmpty())
         return std::all_of(m_stated.begin(), m_stated.end(), [](bool allowed) { return allowed; });
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
@@ -66,12 +69,12 @@ bool MotionPreference::animationsAllowed() const
 
 std::optional<bool> MotionPreference::stated(const QString &group, const QString &key, const QVariant &value)
 {
-    if (group == GnomeGroup && key == QLatin1String("enable-animations"))
+    if (group == gnomeGroup && key == QLatin1String("enable-animations"))
         return value.toBool();
-    if (group == AppearanceGroup && key == QLatin1String("reduced-motion"))
+    if (group == appearanceGroup && key == QLatin1String("reduced-motion"))
         return value.toUInt() != 1;
     // A factor in text form; 0 is "instant".
-    if (group == KdeGroup && key == QLatin1String("AnimationDurationFactor"))
+    if (group == kdeGroup && key == QLatin1String("AnimationDurationFactor"))
         return value.toString().toDouble() > 0;
     return std::nullopt;
 }
@@ -87,9 +90,9 @@ std::optional<bool> MotionPreference::statedByFiles(const QString &configFolder)
 
 void MotionPreference::askService()
 {
-    QDBusMessage question
-        = QDBusMessage::createMethodCall(Service, Path, Interface, QStringLiteral("ReadAll"));
-    question << QStringList{GnomeGroup, AppearanceGroup, KdeGroup};
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        portalService, portalPath, portalInterface, QStringLiteral("ReadAll"));
+    question << QStringList{gnomeGroup, appearanceGroup, kdeGroup};
     // A desktop that runs without the service is not made to start it.
     question.setAutoStartService(false);
     auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);

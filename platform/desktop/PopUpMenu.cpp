@@ -3,12 +3,15 @@
 
 #include "platform/desktop/PopUpMenu.h"
 
+#include "platform/ThreadCheck.h"
+
 #include <QMenu>
 
 namespace platform {
 
 void popUpMenu(QMenu *menu, QWidget *view)
 {
+    assertMainThread();
     if (!menu || !view || menu->isEmpty())
         return;
     menu->setMinimumWidth(view->width());

@@ -3,6 +3,8 @@
 
 #include "platform/desktop/SleepInhibitor.h"
 
+#include "platform/ThreadCheck.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -17,7 +19,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 // Flags of the session manager: 4 is suspending, 8 is the session becoming idle.
-constexpr uint kSuspendAndIdle = 4 | 8;
+constexpr uint suspendAndIdle = 4 | 8;
 
 struct Service {
     QDBusConnection bus;
@@ -34,7 +36,7 @@ QList<Service> servicesOf(const QString &reason)
     const QDBusConnection session = QDBusConnection::sessionBus();
     return {
         {session, u"org.gnome.SessionManager"_s, u"/org/gnome/SessionManager"_s,
-            u"org.gnome.SessionManager"_s, u"Uninhibit"_s, {application, uint(0), reason, kSuspendAndIdle}},
+            u"org.gnome.SessionManager"_s, u"Uninhibit"_s, {application, uint(0), reason, suspendAndIdle}},
         {session, u"org.freedesktop.PowerManagement.Inhibit"_s, u"/org/freedesktop/PowerManagement/Inhibit"_s,
             u"org.freedesktop.PowerManagement.Inhibit"_s, u"UnInhibit"_s, {application, reason}},
         {session, u"org.freedesktop.ScreenSaver"_s, u"/org/freedesktop/ScreenSaver"_s,
@@ -46,8 +48,8 @@ QList<Service> servicesOf(const QString &reason)
 
 } // namespace
 
-// The agreement with one service. Its answer may come after the wish has changed; it is then given back at
-// once.
+// The agreement with one service. Its answer may come when it is no longer wanted; it is then given back
+// at once.
 class SleepInhibition : public QObject {
 public:
     explicit SleepInhibition(const Service &service)
@@ -128,6 +130,7 @@ SleepInhibitor::~SleepInhibitor() = default;
 // The buses are not joined before there is something to ask.
 void SleepInhibitor::setActive(bool active)
 {
+    assertMainThread();
     if (active && m_inhibitions.empty()) {
         for (const Service &service : servicesOf(m_reason))
             m_inhibitions.push_back(std::make_unique<SleepInhibition>(service));
