@@ -15,9 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class BookmarkTest : public testing::Test {
+class Bookmark : public testing::Test {
 protected:
-    BookmarkTest()
+    Bookmark()
     {
         make(u"recordings"_s);
         token = platform::bookmarkDataForFolder(url(u"recordings"_s));
@@ -50,7 +50,7 @@ protected:
     QByteArray token;
 };
 
-TEST_F(BookmarkTest, TheFolderIsFollowedThroughARenameEvenWhenAnotherTakesItsOldName)
+TEST_F(Bookmark, TheFolderIsFollowedThroughARenameEvenWhenAnotherTakesItsOldName)
 {
     EXPECT_EQ(found(), url(u"recordings"_s));
     rename(u"recordings"_s, u"my recordings"_s);
@@ -59,7 +59,7 @@ TEST_F(BookmarkTest, TheFolderIsFollowedThroughARenameEvenWhenAnotherTakesItsOld
     EXPECT_EQ(found(), url(u"my recordings"_s));
 }
 
-TEST_F(BookmarkTest, WhatIsGoneIsNotFound)
+TEST_F(Bookmark, WhatIsGoneIsNotFound)
 {
     make(u"elsewhere"_s);
     rename(u"recordings"_s, u"elsewhere/recordings"_s);
@@ -69,7 +69,7 @@ TEST_F(BookmarkTest, WhatIsGoneIsNotFound)
     EXPECT_EQ(found(), std::nullopt);
 }
 
-TEST_F(BookmarkTest, ANewFolderThatReusesTheInodeIsAStranger)
+TEST_F(Bookmark, ANewFolderThatReusesTheInodeIsAStranger)
 {
     ASSERT_TRUE(QDir(folder.path()).rmdir(u"recordings"_s));
     letTheClockTick();
@@ -79,7 +79,7 @@ TEST_F(BookmarkTest, ANewFolderThatReusesTheInodeIsAStranger)
     EXPECT_EQ(found(), url(u"recordings"_s));
 }
 
-TEST_F(BookmarkTest, AnEmptyMountPointIsNotTheFolderButANewDeviceNumberDoesNoHarm)
+TEST_F(Bookmark, AnEmptyMountPointIsNotTheFolderButANewDeviceNumberDoesNoHarm)
 {
     changeNumber(1);
     EXPECT_EQ(found(), url(u"recordings"_s));
@@ -87,7 +87,7 @@ TEST_F(BookmarkTest, AnEmptyMountPointIsNotTheFolderButANewDeviceNumberDoesNoHar
     EXPECT_EQ(found(), std::nullopt);
 }
 
-TEST_F(BookmarkTest, AnyNameIsFoundAgain)
+TEST_F(Bookmark, AnyNameIsFoundAgain)
 {
     for (const QString &name : {QString(63, u'x') + u"\U0001F3B5"_s.repeated(48), u"two\nlines"_s,
              u"100%20 <b>sure<i>"_s, u"\u0647\u0644\u0627 abc"_s, u" "_s}) {
@@ -99,7 +99,7 @@ TEST_F(BookmarkTest, AnyNameIsFoundAgain)
     }
 }
 
-TEST_F(BookmarkTest, WhatIsNoFolderHasNoTokenAndWhatIsNoTokenHasNoFolder)
+TEST_F(Bookmark, WhatIsNoFolderHasNoTokenAndWhatIsNoTokenHasNoFolder)
 {
     EXPECT_EQ(platform::bookmarkDataForFolder(url(u"missing"_s)), QByteArray());
     EXPECT_EQ(platform::bookmarkDataForFolder(QUrl(u"https://example.org/"_s)), QByteArray());

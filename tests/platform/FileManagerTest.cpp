@@ -29,7 +29,7 @@ public Q_SLOTS:
     void open(const QUrl &folder) { opened.append(folder); }
 };
 
-TEST(FileManagerTest, TheFileManagerIsAskedAndWithoutOneTheFolderIsOpened)
+TEST(FileManager, TheFileManagerIsAskedAndWithoutOneTheFolderIsOpened)
 {
     QProcess bus;
     bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});

@@ -5,177 +5,129 @@
 #include "platform/Binding.h"
 
 #include <QSharedPointer>
+#include <QSignalSpy>
 #include <gtest/gtest.h>
 
 namespace {
 
-// Two levels, as a controller and its configuration are.
-class Inner : public QObject {
+using namespace Qt::StringLiterals;
+
+// A controller when it has another, its configuration, inside; a control when it stands alone.
+class Thing : public QObject {
     Q_OBJECT
-    Q_PROPERTY(int target READ target WRITE setTarget NOTIFY targetChanged)
+    Q_PROPERTY(int target MEMBER target NOTIFY targetChanged)
+    Q_PROPERTY(QSharedPointer<Thing> inner MEMBER inner NOTIFY innerChanged)
+    Q_PROPERTY(int sum READ sum NOTIFY sumChanged)
+    Q_PROPERTY(bool odd READ odd NOTIFY oddChanged)
+    Q_PROPERTY(int silent MEMBER target)
 
 public:
-    int target() const { return m_target; }
-    void setTarget(int target)
+    Thing() { platform::announceDerivedProperties(this); }
+
+    void setTarget(int value) { setProperty("target", value); }
+    QSharedPointer<Thing> replaceInner(int value)
     {
-        if (m_target == target)
-            return;
-        m_target = target;
-        Q_EMIT targetChanged();
+        const auto other = QSharedPointer<Thing>::create();
+        other->target = value;
+        setProperty("inner", QVariant::fromValue(other));
+        return other;
     }
+    int sum() const { return target + (inner ? inner->target : 0); }
+    bool odd() const { return sum() % 2; }
+
+    Q_INVOKABLE static QStringList keyPathsForValuesAffectingSum()
+    {
+        return {u"target"_s, u"inner.target"_s};
+    }
+    Q_INVOKABLE static QStringList keyPathsForValuesAffectingOdd() { return {u"sum"_s}; }
+    // A declaration for a property that the class does not have does no harm.
+    Q_INVOKABLE static QStringList keyPathsForValuesAffectingNothing() { return {u"target"_s}; }
+
+    int target = 0;
+    QSharedPointer<Thing> inner;
 
 Q_SIGNALS:
     void targetChanged();
-
-private:
-    int m_target = 0;
-};
-
-class Outer : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(QSharedPointer<Inner> inner READ inner WRITE setInner NOTIFY innerChanged)
-    Q_PROPERTY(int state READ state WRITE setState NOTIFY stateChanged)
-    Q_PROPERTY(bool selected READ selected NOTIFY selectedChanged)
-    Q_PROPERTY(bool enabled READ enabled NOTIFY enabledChanged)
-
-public:
-    Outer() { platform::announceDerivedProperties(this); }
-
-    QSharedPointer<Inner> inner() const { return m_inner; }
-    void setInner(const QSharedPointer<Inner> &inner)
-    {
-        m_inner = inner;
-        Q_EMIT innerChanged();
-    }
-    int state() const { return m_state; }
-    void setState(int state)
-    {
-        m_state = state;
-        Q_EMIT stateChanged();
-    }
-    bool selected() const { return m_inner && m_inner->target() != 0; }
-    bool enabled() const { return selected() && m_state == 0; }
-
-    Q_INVOKABLE static QStringList keyPathsForValuesAffectingSelected()
-    {
-        return {QStringLiteral("inner.target")};
-    }
-    Q_INVOKABLE static QStringList keyPathsForValuesAffectingEnabled()
-    {
-        return {QStringLiteral("selected"), QStringLiteral("state")};
-    }
-    // A declaration without a property of that name must do no harm.
-    Q_INVOKABLE static QStringList keyPathsForValuesAffectingNothing() { return {QStringLiteral("state")}; }
-
-Q_SIGNALS:
     void innerChanged();
-    void stateChanged();
-    void selectedChanged();
-    void enabledChanged();
-
-private:
-    QSharedPointer<Inner> m_inner;
-    int m_state = 0;
+    void sumChanged();
+    void oddChanged();
 };
 
-class KeyPathTest : public testing::Test {
-protected:
-    KeyPathTest()
-    {
-        QObject::connect(&outer, &Outer::selectedChanged, [this] { ++selected; });
-        QObject::connect(&outer, &Outer::enabledChanged, [this] { ++enabled; });
-    }
-
-    Outer outer;
-    int selected = 0;
-    int enabled = 0;
-};
-
-TEST_F(KeyPathTest, DerivedPropertiesFollowTheirDeclaredPathsOnce)
+TEST(KeyPath, AnnouncesDerivedPropertiesOnceAndFollowsAReplacedObject)
 {
-    outer.setState(1);
-    EXPECT_EQ(selected, 0);
-    EXPECT_EQ(enabled, 1);
-
-    const auto inner = QSharedPointer<Inner>::create();
-    outer.setInner(inner);
-    EXPECT_EQ(selected, 1);
-    inner->setTarget(1);
-    EXPECT_EQ(selected, 2);
-    EXPECT_EQ(enabled, 3);
-    inner->setTarget(1);
-    EXPECT_EQ(selected, 2);
+    Thing outer;
+    const QSignalSpy sum(&outer, &Thing::sumChanged);
+    const QSignalSpy odd(&outer, &Thing::oddChanged);
+    int announcements = 0;
+    const auto expectOne = [&] {
+        EXPECT_EQ(sum.count(), ++announcements);
+        EXPECT_EQ(odd.count(), announcements);
+    };
+    outer.setTarget(1);
+    expectOne();
+    const auto first = outer.replaceInner(2);
+    expectOne();
+    first->setTarget(3);
+    expectOne();
+    const auto second = outer.replaceInner(4);
+    expectOne();
+    second->setTarget(5);
+    expectOne();
+    first->setTarget(6); // nobody holds it now
+    EXPECT_EQ(sum.count(), announcements);
+    outer.setProperty("inner", QVariant::fromValue(QSharedPointer<Thing>()));
+    expectOne();
+    EXPECT_FALSE(platform::valueForKeyPath(&outer, u"inner.target"_s).isValid());
 }
 
-TEST_F(KeyPathTest, AReplacedObjectIsFollowedAndTheOldOneIsLeft)
+TEST(KeyPath, AnObserverMayLeaveWhileItIsNotifiedAndOutliveItsRoot)
 {
-    const auto first = QSharedPointer<Inner>::create();
-    const auto second = QSharedPointer<Inner>::create();
-    outer.setInner(first);
-    outer.setInner(second);
-    selected = 0;
-    first->setTarget(1);
-    EXPECT_EQ(selected, 0);
-    second->setTarget(1);
-    EXPECT_EQ(selected, 1);
-    outer.setInner({});
-    EXPECT_EQ(selected, 2);
-    EXPECT_FALSE(platform::valueForKeyPath(&outer, QStringLiteral("inner.target")).isValid());
-}
-
-TEST_F(KeyPathTest, AnObserverMayLeaveWhileItIsNotified)
-{
+    auto root = std::make_unique<Thing>();
+    const auto inner = root->replaceInner(0);
     int calls = 0;
-    platform::KeyPathObserver *observer = nullptr;
-    observer = new platform::KeyPathObserver(
-        &outer, QStringLiteral("state"),
-        [&] {
-            ++calls;
-            delete observer;
-        },
-        nullptr);
-    outer.setState(1);
-    outer.setState(2);
-    EXPECT_EQ(calls, 1);
-}
-
-TEST_F(KeyPathTest, AnObserverWhoseRootIsGoneSaysNothing)
-{
-    const auto inner = QSharedPointer<Inner>::create();
-    auto root = std::make_unique<Outer>();
-    root->setInner(inner);
-    QObject control;
-    int calls = 0;
+    QObject staying;
+    platform::KeyPathObserver *leaving = nullptr;
+    leaving = new platform::KeyPathObserver(
+        root.get(), u"target"_s, [&] { delete leaving; }, nullptr);
     new platform::KeyPathObserver(
-        root.get(), QStringLiteral("inner.target"), [&] { ++calls; }, &control);
+        root.get(), u"inner.target"_s, [&] { ++calls; }, &staying);
+    root->setTarget(1);
+    root->setTarget(2);
     inner->setTarget(1);
     root.reset();
     inner->setTarget(2);
     EXPECT_EQ(calls, 1);
 }
 
-TEST_F(KeyPathTest, ATwoWayBindingCarriesValuesBothWaysAndSurvivesItsEnds)
+TEST(Binding, CarriesValuesBothWaysAndSurvivesItsEnds)
 {
-    const auto inner = QSharedPointer<Inner>::create();
-    inner->setTarget(7);
-    outer.setInner(inner);
-    auto control = std::make_unique<Inner>();
-    platform::bind(
-        control.get(), "target", &outer, QStringLiteral("inner.target"), platform::BindingDirection::TwoWay);
-    EXPECT_EQ(control->target(), 7);
+    Thing outer;
+    const auto first = outer.replaceInner(7);
+    auto control = std::make_unique<Thing>();
+    platform::bind(control.get(), "target", &outer, u"inner.target"_s, platform::BindingDirection::TwoWay);
+    EXPECT_EQ(control->target, 7);
     control->setTarget(3);
-    EXPECT_EQ(inner->target(), 3);
-    inner->setTarget(4);
-    EXPECT_EQ(control->target(), 4);
+    EXPECT_EQ(first->target, 3);
 
-    const auto replacement = QSharedPointer<Inner>::create();
-    outer.setInner(replacement);
-    EXPECT_EQ(control->target(), 0);
+    const auto second = outer.replaceInner(4);
+    EXPECT_EQ(control->target, 4);
     control->setTarget(9);
-    EXPECT_EQ(replacement->target(), 9);
-    EXPECT_EQ(inner->target(), 4);
+    EXPECT_EQ(second->target, 9);
+    EXPECT_EQ(first->target, 3);
     control.reset();
-    replacement->setTarget(1);
+    second->setTarget(1);
+}
+
+TEST(Binding, SaysSoLoudlyWhenAPropertyIsMisspeltOrNeverAnnounced)
+{
+    using enum platform::BindingDirection;
+    Thing source;
+    Thing control;
+    EXPECT_DEBUG_DEATH(
+        platform::bind(&control, "targte", &source, u"target"_s), "Thing has no property targte");
+    EXPECT_DEBUG_DEATH(platform::bind(&control, "target", &source, u"inenr.target"_s), "no property inenr");
+    EXPECT_DEBUG_DEATH(
+        platform::bind(&control, "silent", &source, u"target"_s, TwoWay), "no signal for a change of");
 }
 
 } // namespace

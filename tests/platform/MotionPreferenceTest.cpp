@@ -11,11 +11,10 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using platform::MotionPreference;
 
-TEST(MotionPreferenceTest, UnderstandsTheSettingsOfSeveralDesktops)
+TEST(MotionPreference, UnderstandsTheSettingsOfSeveralDesktops)
 {
-    const auto stated = &MotionPreference::stated;
+    const auto stated = &platform::MotionPreference::stated;
     EXPECT_EQ(stated(u"org.gnome.desktop.interface"_s, u"enable-animations"_s, true), true);
     EXPECT_EQ(stated(u"org.freedesktop.appearance"_s, u"reduced-motion"_s, 1U), false);
     EXPECT_EQ(stated(u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0"_s), false);
@@ -23,7 +22,7 @@ TEST(MotionPreferenceTest, UnderstandsTheSettingsOfSeveralDesktops)
     EXPECT_EQ(stated(u"org.gnome.desktop.interface"_s, u"font-name"_s, u"Sans 10"_s), std::nullopt);
 }
 
-TEST(MotionPreferenceTest, ReadsTheToolkitsFilesWhereNoServiceAnswers)
+TEST(MotionPreference, ReadsTheToolkitsFilesWhereNoServiceAnswers)
 {
     const QTemporaryDir folder;
     ASSERT_TRUE(QDir(folder.path()).mkdir(u"gtk-3.0"_s));
@@ -32,9 +31,9 @@ TEST(MotionPreferenceTest, ReadsTheToolkitsFilesWhereNoServiceAnswers)
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
         file.close();
-        return MotionPreference::statedByFiles(folder.path());
+        return platform::MotionPreference::statedByFiles(folder.path());
     };
-    EXPECT_EQ(MotionPreference::statedByFiles(folder.path()), std::nullopt);
+    EXPECT_EQ(platform::MotionPreference::statedByFiles(folder.path()), std::nullopt);
     EXPECT_EQ(statedBy(u"kdeglobals"_s, "[KDE]\nAnimationDurationFactor=0\n"), false);
     EXPECT_EQ(statedBy(u"gtk-3.0/settings.ini"_s, "[Settings]\ngtk-enable-animations=1\n"), true);
     EXPECT_EQ(statedBy(u"gtk-3.0/settings.ini"_s, "[Settings]\ngtk-enable-animations = false\n"), false);

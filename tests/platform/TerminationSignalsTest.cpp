@@ -5,25 +5,43 @@
 #include "testbed/Waiting.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
 namespace {
 
-class TerminationSignalsTest : public testing::TestWithParam<int> { };
+class TerminationSignals : public testing::TestWithParam<int> {
+protected:
+    // What a program that is started from here would get.
+    static int inheritableFiles()
+    {
+        int count = 0;
+        for (int file = 0; file < 64; ++file)
+            count += fcntl(file, F_GETFD) == 0;
+        return count;
+    }
+};
 
-TEST_P(TerminationSignalsTest, ArriveFromTheMainLoopAndHaveTheirOwnEffectAfterwards)
+TEST_P(TerminationSignals, ArriveFromTheMainLoopOnceAndHaveTheirOwnEffectAfterwards)
 {
+    const int inheritableBefore = inheritableFiles();
     int received = 0;
     {
-        platform::TerminationSignals signals;
+        const platform::TerminationSignals signals;
+        EXPECT_EQ(inheritableFiles(), inheritableBefore);
         QObject::connect(&signals, &platform::TerminationSignals::terminationRequested, [&] { ++received; });
         raise(GetParam());
         EXPECT_EQ(received, 0);
         EXPECT_TRUE(testbed::waitUntil([&] { return received == 1; }));
+        // The user does not want to wait for the end.
+        EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
+    }
+    {
+        const platform::TerminationSignals again;
     }
     EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Signals, TerminationSignalsTest, testing::Values(SIGTERM, SIGINT, SIGHUP));
+INSTANTIATE_TEST_SUITE_P(Signals, TerminationSignals, testing::Values(SIGTERM, SIGINT, SIGHUP));
 
 } // namespace

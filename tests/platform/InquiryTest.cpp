@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/Inquiry.h"
+#include "platform/Seam.h"
+#include "testbed/Waiting.h"
+#include "tests/support/LogCapture.h"
+
+#include <gmock/gmock.h>
+#include <pthread.h>
+#include <semaphore>
+
+namespace {
+
+using namespace std::chrono_literals;
+using platform::LateAnswer;
+using testing::ElementsAre;
+
+constexpr auto noAnswer = std::nullopt;
+
+// No thread can have a stack as large as the address space.
+class NoThreads {
+public:
+    NoThreads()
+    {
+        pthread_getattr_default_np(&m_before);
+        pthread_attr_t attributes = m_before;
+        pthread_attr_setstacksize(&attributes, std::size_t(1) << 47);
+        pthread_setattr_default_np(&attributes);
+    }
+    ~NoThreads() { pthread_setattr_default_np(&m_before); }
+
+private:
+    pthread_attr_t m_before = {};
+};
+
+class Inquiry : public testing::TestWithParam<LateAnswer> {
+protected:
+    using Disk = std::counting_semaphore<>;
+
+    // A disk that answers when it is told to.
+    void ask(int answer, std::chrono::milliseconds deadline, LateAnswer late = LateAnswer::Dropped)
+    {
+        const auto question = [disk = disk, answer] {
+            disk->acquire();
+            return answer;
+        };
+        inquiry->ask(question, deadline, late, [this](const std::optional<int> &heard) {
+            reports.push_back(heard);
+            whenReported();
+        });
+    }
+    bool hears(std::size_t count)
+    {
+        return testbed::waitUntil([&] { return reports.size() == count; });
+    }
+    // Lets the disk answer, and answers only after that answer has been heard or dropped.
+    void answerAndSettle()
+    {
+        disk->release();
+        std::atomic<bool> settled = false;
+        ASSERT_TRUE(testbed::waitUntil([&] { return disk.use_count() == 1; }));
+        platform::postToMainQueue([&] { settled = true; });
+        ASSERT_TRUE(testbed::waitUntil([&] { return settled.load(); }));
+    }
+
+    std::shared_ptr<Disk> disk = std::make_shared<Disk>(0);
+    std::vector<std::optional<int>> reports;
+    std::function<void()> whenReported = [] {};
+    std::unique_ptr<platform::Inquiry<int>> inquiry = std::make_unique<platform::Inquiry<int>>();
+};
+
+TEST_F(Inquiry, ReportsAnAnswerOnceFromTheMainLoop)
+{
+    disk->release();
+    ask(7, 10s);
+    EXPECT_TRUE(testbed::waitUntil([&] { return disk.use_count() == 1; })); // it has been answered
+    EXPECT_TRUE(hears(1));
+    EXPECT_THAT(reports, ElementsAre(7));
+    EXPECT_FALSE(inquiry->isPending());
+    EXPECT_FALSE(inquiry->isWaiting());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, Inquiry, testing::Values(LateAnswer::Dropped, LateAnswer::Adopted));
+
+TEST_P(Inquiry, GivesUpAtTheDeadlineAndDropsOrAdoptsWhatComesLater)
+{
+    ask(7, 1ms, GetParam());
+    EXPECT_TRUE(inquiry->isWaiting());
+    EXPECT_TRUE(hears(1));
+    EXPECT_FALSE(inquiry->isWaiting());
+    EXPECT_EQ(inquiry->isPending(), GetParam() == LateAnswer::Adopted);
+    answerAndSettle();
+    if (GetParam() == LateAnswer::Adopted)
+        EXPECT_THAT(reports, ElementsAre(noAnswer, 7));
+    else
+        EXPECT_THAT(reports, ElementsAre(noAnswer));
+}
+
+TEST_P(Inquiry, NobodyHearsOfAnOldQuestion)
+{
+    ask(1, 1ms, GetParam());
+    EXPECT_TRUE(hears(1));
+    const auto asked = std::exchange(disk, std::make_shared<Disk>(0));
+    ask(2, 10s, GetParam());
+    asked->release();
+    EXPECT_TRUE(testbed::waitUntil([&] { return asked.use_count() == 1; }));
+    answerAndSettle();
+    EXPECT_THAT(reports, ElementsAre(noAnswer, 2));
+    ask(3, 10s, GetParam());
+    inquiry->cancel();
+    answerAndSettle();
+    EXPECT_EQ(reports.size(), 2U);
+}
+
+TEST_P(Inquiry, TheAskerMayGoBeforeTheAnswerAndInsideTheReport)
+{
+    whenReported = [&] { inquiry.reset(); };
+    ask(1, 1ms, GetParam());
+    EXPECT_TRUE(testbed::waitUntil([&] { return !inquiry; }));
+    answerAndSettle();
+    inquiry = std::make_unique<platform::Inquiry<int>>();
+    ask(2, 10s, GetParam());
+    inquiry.reset();
+    answerAndSettle();
+    EXPECT_THAT(reports, ElementsAre(noAnswer));
+}
+
+TEST_P(Inquiry, WithoutAThreadThereIsNoAnswerAndALaterQuestionIsAskedAgain)
+{
+    const testbed::LogCapture log;
+    {
+        const NoThreads none;
+        int held = 0; // threads that rested
+        const auto running = std::make_shared<std::atomic<int>>(0);
+        const auto hold = [disk = disk, running] {
+            ++*running;
+            disk->acquire();
+        };
+        while (platform::runOnSpareThread(hold))
+            ++held;
+        EXPECT_TRUE(testbed::waitUntil([&] { return *running == held; })) << "one waits for another";
+        EXPECT_EQ(platform::askAndWait<int>([] { return 1; }, 1h), noAnswer);
+        ask(1, 1h, GetParam());
+        EXPECT_TRUE(hears(1));
+        EXPECT_FALSE(inquiry->isPending());
+        EXPECT_LE(log.lines().size(), 1) << "it is logged again and again";
+        disk->release(held);
+    }
+    disk->release();
+    ask(2, 10s, GetParam());
+    EXPECT_TRUE(hears(2));
+    EXPECT_THAT(reports, ElementsAre(noAnswer, 2));
+}
+
+TEST_F(Inquiry, AThreadIsUsedAgainAndOneThatIsHeldHoldsUpNobody)
+{
+    const auto isUsedAgain = [] {
+        return platform::askAndWait<bool>(
+            [] {
+                static thread_local bool hasAnswered = false;
+                return std::exchange(hasAnswered, true);
+            },
+            10s)
+            .value();
+    };
+    EXPECT_TRUE(testbed::waitUntil(isUsedAgain));
+    const auto silence = [disk = disk] {
+        disk->acquire();
+        return 1;
+    };
+    EXPECT_EQ(platform::askAndWait<int>(silence, 1ms), noAnswer);
+    EXPECT_EQ(platform::askAndWait<int>([] { return 2; }, 10s), 2);
+    disk->release();
+}
+
+TEST(MainQueue, KeepsTheOrderAndNeverRunsWorkInsideThePost)
+{
+    std::vector<int> done;
+    for (int i = 0; i < 3; ++i)
+        platform::postToMainQueue([&done, i] { done.push_back(i); });
+    EXPECT_THAT(done, ElementsAre());
+    ASSERT_TRUE(testbed::waitUntil([&] { return done.size() == 3; }));
+    EXPECT_THAT(done, ElementsAre(0, 1, 2));
+}
+
+TEST(Seam, AGuardBringsBackWhatWasThereBefore)
+{
+    platform::Seam<int> seam(1);
+    {
+        const auto outer = seam.replace(2);
+        {
+            const auto inner = seam.replace(3);
+        }
+        EXPECT_EQ(seam.inUse(), 2);
+    }
+    EXPECT_EQ(seam.inUse(), 1);
+}
+
+} // namespace
