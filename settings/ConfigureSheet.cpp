@@ -4,11 +4,13 @@
 #include "settings/ConfigureSheet.h"
 
 #include "platform/Binding.h"
+#include "platform/KeyPath.h"
 #include "platform/desktop/PopUpMenu.h"
-#include "settings/EncoderControls.h"
+#include "settings/EncoderForm.h"
 #include "settings/KTMP3ConfigureWndCtrl.h"
 #include "ui/CardStyle.h"
 #include "ui/SheetShade.h"
+#include "ui_EncoderForm.h"
 #include "ui_KTMP3ConfigureWndCtrl.h"
 
 #include <QCloseEvent>
@@ -20,10 +22,10 @@ using platform::bind;
 
 namespace {
 
-constexpr Qt::WindowFlags SheetFlags = Qt::Dialog | Qt::FramelessWindowHint;
+constexpr Qt::WindowFlags sheetFlags = Qt::Dialog | Qt::FramelessWindowHint;
 
 // Narrower than a card, so that it is seen to lie on one.
-constexpr int SheetWidth = 416;
+constexpr int sheetWidth = 416;
 
 } // namespace
 
@@ -37,43 +39,36 @@ ConfigureSheet::ConfigureSheet(KTMP3ConfigureWndCtrl *controller)
     CardStyle::scaleLayout(content()->layout());
     bindControls();
     connectCommands();
-    setFixedSize(CardStyle::scaled(SheetWidth), sizeHint().height());
+    setFixedSize(CardStyle::scaled(sheetWidth), sizeHint().height());
 }
 
 ConfigureSheet::~ConfigureSheet() = default;
 
 void ConfigureSheet::bindControls()
 {
-    const EncoderControls encoder = encoderControlsOf(*m_ui);
-    encoder.bindToConfigOf(m_controller);
-    encoder.bindTargetTo(m_controller, u"selectedTag"_s);
-    bind(this, m_controller, u"enableQualityTarget"_s,
-        [encoder](const QVariant &enabled) { encoder.setQualityEnabled(enabled.toBool()); });
-    bind(this, m_controller, u"selectedTag"_s,
-        [encoder](const QVariant &tag) { encoder.setBitrateEnabled(tag.toInt() == 0); });
+    m_ui->encoder->bindTo(m_controller, u"selectedTag"_s);
+    bind(m_ui->encoder, m_controller, u"enableQualityTarget"_s,
+        [this](const QVariant &enabled) { m_ui->encoder->setQualityEnabled(enabled.toBool()); });
 }
 
 void ConfigureSheet::connectCommands()
 {
-    connect(m_ui->boxEncoderEngine, &QPushButton::clicked, this,
-        [this] { platform::popUpMenu(m_ui->encodeEngineMenu, m_ui->boxEncoderEngine); });
-    connect(m_ui->boxVbrMode, &QPushButton::clicked, this,
-        [this] { platform::popUpMenu(m_ui->vbrModeMenu, m_ui->boxVbrMode); });
-    connect(m_ui->encodeEngineMenu, &QMenu::triggered, this, [this](const QAction *item) {
-        if (const auto config = m_controller->config())
-            config->setEncoderEngineQualityName(titleOf(*item));
-    });
-    connect(m_ui->vbrModeMenu, &QMenu::triggered, this, [this](const QAction *item) {
-        if (const auto config = m_controller->config())
-            config->setVbrModeName(titleOf(*item));
-    });
+    const Ui::EncoderForm &encoder = m_ui->encoder->controls();
+    const auto chooseBy = [this](PopupButton *box, QMenu *menu, const QString &keyPath) {
+        connect(box, &QPushButton::clicked, menu, [box, menu] { platform::popUpMenu(menu, box); });
+        connect(menu, &QMenu::triggered, m_controller, [this, keyPath](const QAction *item) {
+            platform::setValueForKeyPath(m_controller, keyPath, EncoderForm::titleOf(*item));
+        });
+    };
+    chooseBy(encoder.boxEncoderEngine, encoder.encodeEngineMenu, u"config.encoderEngineQualityName"_s);
+    chooseBy(encoder.boxVbrMode, encoder.vbrModeMenu, u"config.vbrModeName"_s);
     connect(m_ui->ok, &QPushButton::clicked, m_controller, [this] { m_controller->okAction(m_ui->ok); });
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, m_ui->ok, &QPushButton::click);
 }
 
 void ConfigureSheet::beginOn(QWidget *host)
 {
-    setParent(host->window(), SheetFlags);
+    setParent(host->window(), sheetFlags);
     m_shade = new SheetShade(host->window());
     const QRect frame = host->window()->geometry();
     move(frame.left() + (frame.width() - width()) / 2,
@@ -90,7 +85,7 @@ void ConfigureSheet::end()
     hide();
     delete m_shade;
     // A host that is destroyed later must not take the sheet with it.
-    setParent(nullptr, SheetFlags);
+    setParent(nullptr, sheetFlags);
     host->activateWindow();
 }
 

@@ -15,8 +15,8 @@ namespace Ui {
 class KTMP3ConfigureWndCtrl;
 }
 
-// The sheet of KTMP3ConfigureWndCtrl: what its controls are bound to, and which commands they send. It
-// belongs to its host window while it is open, and to nobody else otherwise. The controller outlives it.
+// The sheet of KTMP3ConfigureWndCtrl: what its controls are bound to, and which commands they send. Its
+// host window owns it while it is open, and the controller otherwise. The controller outlives it.
 class ConfigureSheet : public CardWindow {
     Q_OBJECT
 

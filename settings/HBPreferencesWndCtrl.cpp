@@ -9,7 +9,7 @@
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
 #include "platform/desktop/PopUpMenu.h"
-#include "settings/EncoderControls.h"
+#include "settings/EncoderForm.h"
 #include "settings/PreferencesCard.h"
 #include "settings/RecordingEstimate.h"
 #include "ui/NSWindow_Flipr.h"
@@ -193,26 +193,6 @@ QString HBPreferencesWndCtrl::storedWorkingPath() const
     return readWorkingPath().value_or(noWorkingPath);
 }
 
-QMenu *HBPreferencesWndCtrl::vbrModeMenu() const
-{
-    return m_card ? m_card->vbrModeMenu() : nullptr;
-}
-
-QWidget *HBPreferencesWndCtrl::boxVbrMode() const
-{
-    return m_card ? m_card->boxVbrMode() : nullptr;
-}
-
-QMenu *HBPreferencesWndCtrl::encodeEngineMenu() const
-{
-    return m_card ? m_card->encodeEngineMenu() : nullptr;
-}
-
-QWidget *HBPreferencesWndCtrl::boxEncoderEngine() const
-{
-    return m_card ? m_card->boxEncoderEngine() : nullptr;
-}
-
 QWidget *HBPreferencesWndCtrl::loadWindow()
 {
     m_card = new PreferencesCard(this);
@@ -228,26 +208,26 @@ void HBPreferencesWndCtrl::windowDidLoad()
 
 void HBPreferencesWndCtrl::popupEncodeEngineQuality(QObject *)
 {
-    platform::popUpMenu(encodeEngineMenu(), boxEncoderEngine());
+    platform::popUpMenu(encodeEngineMenu, boxEncoderEngine);
 }
 
 void HBPreferencesWndCtrl::popupVBRMode(QObject *)
 {
-    platform::popUpMenu(vbrModeMenu(), boxVbrMode());
+    platform::popUpMenu(vbrModeMenu, boxVbrMode);
 }
 
 void HBPreferencesWndCtrl::encoderEngineQualityChanged(QObject *sender)
 {
     const auto *item = qobject_cast<QAction *>(sender);
     if (item && m_config)
-        m_config->setEncoderEngineQualityName(titleOf(*item));
+        m_config->setEncoderEngineQualityName(EncoderForm::titleOf(*item));
 }
 
 void HBPreferencesWndCtrl::vbrModeChanged(QObject *sender)
 {
     const auto *item = qobject_cast<QAction *>(sender);
     if (item && m_config)
-        m_config->setVbrModeName(titleOf(*item));
+        m_config->setVbrModeName(EncoderForm::titleOf(*item));
 }
 
 void HBPreferencesWndCtrl::selectWorkingPathAction(QObject *)

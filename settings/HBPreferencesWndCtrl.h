@@ -53,6 +53,13 @@ public:
     // Where Done leads back to; null until the card has been turned over for the first time.
     QPointer<QWidget> mainWindow;
 
+    // Outlets, null until the window has been loaded and owned by it: the menus of the encoder's choices, and
+    // the controls under which they pop up.
+    QPointer<QMenu> vbrModeMenu;
+    QPointer<QWidget> boxVbrMode;
+    QPointer<QMenu> encodeEngineMenu;
+    QPointer<QWidget> boxEncoderEngine;
+
     // Built afresh on every read.
     platform::AttributedString attributeTitle(
         const QString &title, const QColor &color, Qt::Alignment alignment) const;
@@ -62,12 +69,6 @@ public:
     platform::AttributedString attributeTitleForCBR() const;
     platform::AttributedString attributeTitleForQuality() const;
     platform::AttributedString attributeTitleForBitrate() const;
-
-    // The outlets, null until the window has been loaded and owned by it.
-    QMenu *vbrModeMenu() const;
-    QWidget *boxVbrMode() const;
-    QMenu *encodeEngineMenu() const;
-    QWidget *boxEncoderEngine() const;
 
     QString workingPath() const { return m_workingPath; }
     bool workingPathExist() const;

@@ -5,10 +5,11 @@
 
 #include "platform/Binding.h"
 #include "settings/AttributedTitle.h"
-#include "settings/EncoderControls.h"
+#include "settings/EncoderForm.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "settings/RecordingEstimate.h"
 #include "ui/CardStyle.h"
+#include "ui_EncoderForm.h"
 #include "ui_HBPreferencesWndCtrl.h"
 
 #include <QMenu>
@@ -31,30 +32,37 @@ PreferencesCard::PreferencesCard(HBPreferencesWndCtrl *controller)
     setWindowTitle(u"Preferences"_s);
     m_ui->setupUi(content());
     CardStyle::scaleLayout(content()->layout());
+    connectOutlets();
     bindControls();
     connectCommands();
 }
 
 PreferencesCard::~PreferencesCard() = default;
 
+void PreferencesCard::connectOutlets()
+{
+    const Ui::EncoderForm &encoder = m_ui->encoder->controls();
+    m_controller->vbrModeMenu = encoder.vbrModeMenu;
+    m_controller->boxVbrMode = encoder.boxVbrMode;
+    m_controller->encodeEngineMenu = encoder.encodeEngineMenu;
+    m_controller->boxEncoderEngine = encoder.boxEncoderEngine;
+}
+
 void PreferencesCard::bindControls()
 {
-    HBPreferencesWndCtrl *source = m_controller;
-    bindTitle(m_ui->done, source, u"attributeTitleForDone"_s);
-    bindTitle(m_ui->constantBitrate, source, u"attributeTitleForCBR"_s);
-    bindTitle(m_ui->qualityTitle, source, u"attributeTitleForQuality"_s);
-    bindTitle(m_ui->bitrateTitle, source, u"attributeTitleForBitrate"_s);
+    const Ui::EncoderForm &encoder = m_ui->encoder->controls();
+    bindTitle(m_ui->done, m_controller, u"attributeTitleForDone"_s);
+    bindTitle(encoder.constantBitrate, m_controller, u"attributeTitleForCBR"_s);
+    bindTitle(encoder.qualityTitle, m_controller, u"attributeTitleForQuality"_s);
+    bindTitle(encoder.bitrateTitle, m_controller, u"attributeTitleForBitrate"_s);
 
-    const EncoderControls encoder = encoderControlsOf(*m_ui);
-    encoder.bindToConfigOf(source);
-    encoder.bindTargetTo(source, u"config.encoderTarget"_s);
-    bind(this, source, u"config.encoderTarget"_s, [encoder](const QVariant &target) {
-        encoder.setQualityEnabled(target.toInt() != KTMp3LameConfig::BitrateTarget);
-        encoder.setBitrateEnabled(target.toInt() == KTMp3LameConfig::BitrateTarget);
+    m_ui->encoder->bindTo(m_controller, u"config.encoderTarget"_s);
+    bind(m_ui->encoder, m_controller, u"config.encoderTarget"_s, [this](const QVariant &target) {
+        m_ui->encoder->setQualityEnabled(target.toInt() != KTMp3LameConfig::BitrateTarget);
     });
 
-    bind(m_ui->workingFolder, "text", source, u"workingPath"_s);
-    bind(m_ui->estimate, source, u"recordingEstimate"_s, [this](const QVariant &sentence) {
+    bind(m_ui->workingFolder, "text", m_controller, u"workingPath"_s);
+    bind(m_ui->estimate, m_controller, u"recordingEstimate"_s, [this](const QVariant &sentence) {
         m_ui->estimate->setText(sentence.toString());
         if (const auto config = m_controller->config())
             m_ui->estimate->setToolTip(RecordingEstimate(*config).explanation());
@@ -67,36 +75,17 @@ void PreferencesCard::connectCommands()
         connect(button, &QAbstractButton::clicked, m_controller,
             [this, button, action] { (m_controller->*action)(button); });
     };
-    send(m_ui->boxEncoderEngine, &HBPreferencesWndCtrl::popupEncodeEngineQuality);
-    send(m_ui->boxVbrMode, &HBPreferencesWndCtrl::popupVBRMode);
+    const Ui::EncoderForm &encoder = m_ui->encoder->controls();
+    send(encoder.boxEncoderEngine, &HBPreferencesWndCtrl::popupEncodeEngineQuality);
+    send(encoder.boxVbrMode, &HBPreferencesWndCtrl::popupVBRMode);
     send(m_ui->chooseFolder, &HBPreferencesWndCtrl::selectWorkingPathAction);
     send(m_ui->showFolder, &HBPreferencesWndCtrl::showWorkingPathAction);
     send(m_ui->done, &HBPreferencesWndCtrl::doneAction);
-    connect(m_ui->encodeEngineMenu, &QMenu::triggered, m_controller,
+    connect(encoder.encodeEngineMenu, &QMenu::triggered, m_controller,
         &HBPreferencesWndCtrl::encoderEngineQualityChanged);
-    connect(m_ui->vbrModeMenu, &QMenu::triggered, m_controller, &HBPreferencesWndCtrl::vbrModeChanged);
+    connect(encoder.vbrModeMenu, &QMenu::triggered, m_controller, &HBPreferencesWndCtrl::vbrModeChanged);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, m_ui->done, &QPushButton::click);
     connect(&m_diskTimer, &QTimer::timeout, m_controller, &HBPreferencesWndCtrl::askForRoom);
-}
-
-QMenu *PreferencesCard::vbrModeMenu() const
-{
-    return m_ui->vbrModeMenu;
-}
-
-QWidget *PreferencesCard::boxVbrMode() const
-{
-    return m_ui->boxVbrMode;
-}
-
-QMenu *PreferencesCard::encodeEngineMenu() const
-{
-    return m_ui->encodeEngineMenu;
-}
-
-QWidget *PreferencesCard::boxEncoderEngine() const
-{
-    return m_ui->boxEncoderEngine;
 }
 
 void PreferencesCard::showEvent(QShowEvent *event)

@@ -9,7 +9,6 @@
 #include <memory>
 
 class HBPreferencesWndCtrl;
-class QMenu;
 
 namespace Ui {
 class HBPreferencesWndCtrl;
@@ -24,16 +23,12 @@ public:
     explicit PreferencesCard(HBPreferencesWndCtrl *controller);
     ~PreferencesCard() override;
 
-    QMenu *vbrModeMenu() const;
-    QWidget *boxVbrMode() const;
-    QMenu *encodeEngineMenu() const;
-    QWidget *boxEncoderEngine() const;
-
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
 
 private:
+    void connectOutlets();
     void bindControls();
     void connectCommands();
 

@@ -170,9 +170,9 @@ TEST_F(HBPreferencesWndCtrlTest, EveryControlEditsTheLiveConfigurationAlsoAfterI
         press("quality", Qt::Key_Right);
         EXPECT_DOUBLE_EQ(config->encodeQuality(), 5.1);
         EXPECT_EQ(textOf("qualityValue"), u"5.1"_s);
-        controller->vbrModeMenu()->actions().at(1)->trigger();
+        controller->vbrModeMenu->actions().at(1)->trigger();
         EXPECT_EQ(config->vbrMode(), KTMp3LameConfig::FastVbr);
-        controller->encodeEngineMenu()->actions().at(2)->trigger();
+        controller->encodeEngineMenu->actions().at(2)->trigger();
         EXPECT_EQ(config->encoderEngineQuality(), KTMp3LameConfig::FastQuality);
         EXPECT_EQ(find<QPushButton>("boxEncoderEngine")->text(), u"fast"_s);
 
@@ -202,8 +202,8 @@ TEST_F(HBPreferencesWndCtrlTest, OnlyMenuItemsChooseByTitle)
             all.append(item->text());
         return all;
     };
-    EXPECT_EQ(titles(controller->encodeEngineMenu()), controller->config()->encoderEngineQualityNames());
-    EXPECT_EQ(titles(controller->vbrModeMenu()), controller->config()->vbrModeNames());
+    EXPECT_EQ(titles(controller->encodeEngineMenu), controller->config()->encoderEngineQualityNames());
+    EXPECT_EQ(titles(controller->vbrModeMenu), controller->config()->vbrModeNames());
     QPushButton button(u"fast"_s);
     controller->encoderEngineQualityChanged(&button);
     controller->vbrModeChanged(nullptr);
@@ -213,12 +213,12 @@ TEST_F(HBPreferencesWndCtrlTest, OnlyMenuItemsChooseByTitle)
     EXPECT_EQ(controller->config()->encoderEngineQualityName(), u"fast"_s);
     // The box opens its menu, and a choice closes it.
     QTimer::singleShot(0, controller.get(), [this] {
-        ASSERT_TRUE(testbed::waitUntil([this] { return controller->encodeEngineMenu()->isVisible(); }));
-        const QPoint under = controller->boxEncoderEngine()->mapToGlobal(
-            QPoint(0, controller->boxEncoderEngine()->height()));
-        EXPECT_GE(controller->encodeEngineMenu()->pos().y(), under.y());
-        QTest::keyClick(controller->encodeEngineMenu(), Qt::Key_Down);
-        QTest::keyClick(controller->encodeEngineMenu(), Qt::Key_Return);
+        ASSERT_TRUE(testbed::waitUntil([this] { return controller->encodeEngineMenu->isVisible(); }));
+        const QPoint under = controller->boxEncoderEngine->mapToGlobal(
+            QPoint(0, controller->boxEncoderEngine->height()));
+        EXPECT_GE(controller->encodeEngineMenu->pos().y(), under.y());
+        QTest::keyClick(controller->encodeEngineMenu, Qt::Key_Down);
+        QTest::keyClick(controller->encodeEngineMenu, Qt::Key_Return);
     });
     click("boxEncoderEngine");
     EXPECT_EQ(controller->config()->encoderEngineQualityName(), u"high"_s);
