@@ -172,8 +172,9 @@ void HBPreferencesWndCtrl::saveWorkingPathURL(const QUrl &url)
 
 void HBPreferencesWndCtrl::setWorkingPathWithURL(const QUrl &url)
 {
-    saveWorkingPathURL(url);
-    setWorkingPath(url.adjusted(QUrl::StripTrailingSlash).toLocalFile());
+    const QUrl folder = url.adjusted(QUrl::StripTrailingSlash);
+    saveWorkingPathURL(folder);
+    setWorkingPath(folder.toLocalFile());
 }
 
 void HBPreferencesWndCtrl::setWorkingPath(const QString &path)
