@@ -5,6 +5,7 @@
 
 #include "platform/Bookmark.h"
 #include "platform/KeyPath.h"
+#include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
@@ -42,6 +43,7 @@ QSharedPointer<KTMp3LameConfig> storedConfig()
 
 HBPreferencesWndCtrl *HBPreferencesWndCtrl::preferencesWndCtrl()
 {
+    platform::assertMainThread();
     // Never destroyed: windows must not outlive the application object, which dies before statics do.
     static auto *const shared = new HBPreferencesWndCtrl(u"HBPreferencesWndCtrl"_s);
     return shared;

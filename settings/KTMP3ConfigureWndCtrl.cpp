@@ -4,12 +4,14 @@
 #include "settings/KTMP3ConfigureWndCtrl.h"
 
 #include "platform/KeyPath.h"
+#include "platform/ThreadCheck.h"
 #include "settings/ConfigureSheet.h"
 
 using namespace Qt::StringLiterals;
 
 KTMP3ConfigureWndCtrl *KTMP3ConfigureWndCtrl::shareConfigureWndCtrl()
 {
+    platform::assertMainThread();
     // Never destroyed: windows must not outlive the application object, which dies before statics do.
     static auto *const shared = new KTMP3ConfigureWndCtrl(u"KTMP3ConfigureWndCtrl"_s);
     return shared;
