@@ -12,44 +12,35 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(RecordingEstimateTest, CountsWithTheBitrateOfRecordingsAndSaysAboutUnlessItIsConstant)
+TEST(RecordingEstimate, CountsWithTheBitrateOfRecordingsOrTheMeanOfTheQuality)
 {
-    KTMp3LameConfig config;
-    EXPECT_EQ(RecordingEstimate(config).rateSentence(), u"About 59 MB an hour."_s);
-    config.setEncoderTarget(KTMp3LameConfig::BitrateTarget);
-    config.setBitrate(8);
-    EXPECT_EQ(RecordingEstimate(config).rateSentence(), u"About 144 MB an hour at 320kbps."_s);
-    config.setIsCBR(true);
-    EXPECT_EQ(RecordingEstimate(config).rateSentence(), u"144 MB an hour at 320kbps."_s);
-    // Any other target makes the encoder aim at the quality.
-    config.setEncoderTarget(7);
-    EXPECT_EQ(RecordingEstimate(config).kilobitsPerSecond(), 130);
-}
-
-TEST(RecordingEstimateTest, FallsSteadilyWithTheQuality)
-{
-    KTMp3LameConfig config;
-    double last = 1000;
-    for (const double quality : {0.0, 0.3, 1.0, 4.5, 5.0, 9.0, 9.5, KTMp3LameConfig::maxEncoderQuality()}) {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    for (const auto &[target, isCBR, quality, sentence] : {
+             std::tuple{0, false, 0.0, u"About 144 MB an hour at 320kbps."_s},
+             {0, true, 0.0, u"144 MB an hour at 320kbps."_s},
+             {1, true, 0.5, u"About 106 MB an hour."_s},
+             {7, false, 5.0, u"About 59 MB an hour."_s},
+             {1, false, 9.999, u"About 20 MB an hour."_s},
+             {1, false, none, u"About 110 MB an hour."_s},
+         }) {
+        KTMp3LameConfig config;
+        config.setBitrate(8);
+        config.setEncoderTarget(target);
+        config.setIsCBR(isCBR);
         config.setEncodeQuality(quality);
-        EXPECT_LT(RecordingEstimate(config).kilobitsPerSecond(), last) << quality;
-        last = RecordingEstimate(config).kilobitsPerSecond();
+        EXPECT_EQ(RecordingEstimate(config).rateSentence(), sentence);
     }
-    EXPECT_GT(last, 32);
-    config.setEncodeQuality(std::numeric_limits<double>::quiet_NaN());
-    EXPECT_EQ(RecordingEstimate(config).kilobitsPerSecond(), 245);
 }
 
-TEST(RecordingEstimateTest, CountsRoomInTheUnitThatFits)
+TEST(RecordingEstimate, CountsRoomInTheUnitThatFits)
 {
     KTMp3LameConfig config;
     config.setEncoderTarget(KTMp3LameConfig::BitrateTarget);
-    constexpr qint64 minute = 2'400'000;
-    for (const auto &[bytes, sentence] :
-        {std::pair{qint64(-1), u"This disk is full."_s}, {minute - 1, u"This disk is full."_s},
-            {minute, u"1 minute fits on this disk."_s}, {60 * minute - 1, u"59 minutes fit on this disk."_s},
-            {60 * minute, u"1 hour fits on this disk."_s}, {150 * minute, u"2.5 hours fit on this disk."_s},
-            {123'456 * 60 * minute, u"123,456 hours fit on this disk."_s}})
+    constexpr qint64 minute = 2'400'000; // bytes
+    for (const auto &[bytes, sentence] : {std::pair{minute - 1, u"This disk is full."_s},
+             {minute, u"1 minute fits on this disk."_s}, {60 * minute - 1, u"59 minutes fit on this disk."_s},
+             {60 * minute, u"1 hour fits on this disk."_s}, {150 * minute, u"2.5 hours fit on this disk."_s},
+             {123'456 * 60 * minute, u"123,456 hours fit on this disk."_s}})
         EXPECT_EQ(RecordingEstimate(config).roomSentence(bytes), sentence);
 }
 

@@ -1,102 +1,85 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""The preferences of the real program on a whole desktop: a folder is chosen through the chooser and is there again
-after a restart; the encoder's settings are not.
-
-    preferences_on_desktop.py FLIPSIDE [--pictures FOLDER]
-"""
+"""The preferences of the real program on a whole desktop."""
 
 import os
-import subprocess
 import sys
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
-from desktop import Desktop, Failure, wait_until  # noqa: E402
-
-PLACEHOLDER = "Please select a location to save the recording"
+from recorder import RecorderTest, main, wait_until  # noqa: E402
 
 
-def has_turned(desktop, title):
-    """The card is active, and opaque again: it has been turned over."""
-    try:
-        window = desktop.xdotool("getactivewindow")
-        if not desktop.xdotool("getwindowname", window).startswith(title):
-            return False
-    except Failure:
-        return False
-    opacity = subprocess.run(["xprop", "-id", window, "_NET_WM_WINDOW_OPACITY"], env=desktop.env, capture_output=True,
-                             text=True).stdout
-    return "=" not in opacity or int(opacity.split("=")[1]) == 0xFFFFFFFF
+class Preferences(RecorderTest):
+    def open(self):
+        recorder = self.start()
+        recorder.press("Preferences")
+        self.wait_for_card(recorder, "Done")
+        return recorder
 
+    def wait_for_card(self, recorder, button):
+        recorder.wait_for("button", button)
+        wait_until(lambda: recorder.windows() == 1, "the end of the flip")
 
-def open_preferences(desktop, command):
-    program = desktop.start([command])
-    program.wait_for("button", "Preferences").press()
-    wait_until(lambda: has_turned(desktop, "Preferences"), "the preferences card")
-    return program
+    def reads(self, recorder, **texts):
+        for key, text in texts.items():
+            label = key.replace("_", " ")
+            wait_until(lambda: recorder.text(label) == text, f"{label} to read {text!r}")
 
+    def choose_from_menu(self, recorder, box, *keys, title):
+        self.desktop.key(keys[0])
+        wait_until(lambda: recorder.windows() == 2, "the menu")
+        for key in keys[1:]:
+            self.desktop.key(key)
+        wait_until(lambda: recorder.button(box).description == title, f"{box} to be {title}")
 
-def text_is(program, key, expected):
-    wait_until(lambda: program.wait_for("label", key).text == expected, f"{key} to read {expected!r}")
+    def tab_reaches(self, recorder, *stops):
+        for stop in stops:
+            wait_until(lambda: stop in [control.text for control in recorder.program.find_all(None) if control.focused],
+                       f"{stop} to have the focus")
+            self.desktop.key("Tab")
 
+    def test_the_folder_is_kept_and_the_encoder_forgotten(self):
+        folder = os.path.join(self.home, "100%20 ok")
+        os.mkdir(folder)
+        recorder = self.open()
+        self.tab_reaches(recorder, "Quality target", "Quality", "Engine quality", "VBR mode", "Choose folder")
+        recorder.wait_for("slider", "Quality").value = 2.5
+        self.reads(recorder, Quality_value="2.5", Recording_estimate="About 82 MB an hour.")
+        self.choose_from_menu(recorder, "Engine quality", "alt+e", "Down", "Return", title="high")
+        self.choose_from_menu(recorder, "VBR mode", "alt+v", "Down", "Down", "Return", title="fast")
+        self.desktop.key("alt+b")
+        self.tab_reaches(recorder, "Bitrate target", "Bitrate", "Restrict encoder to constant bitrate",
+                         "Engine quality", "Choose folder", "Show folder", "Done", "Bitrate target")
+        recorder.wait_for("label", "Bitrate")
+        recorder.wait_for("slider", "Bitrate").value = 100
+        self.desktop.key("alt+r")
+        self.reads(recorder, Bitrate_value="100kbps", Recording_estimate="144 MB an hour at 320kbps.")
+        self.desktop.key("Escape")
+        self.wait_for_card(recorder, "Preferences")
+        recorder.press("Preferences")
+        self.wait_for_card(recorder, "Done")
+        self.desktop.key("alt+q")
+        self.reads(recorder, Quality_value="2.5", Recording_estimate="About 82 MB an hour.")
 
-def choose_folder(desktop, program, folder, accept):
-    program.wait_for("button", "Choose folder").press()
-    wait_until(lambda: any(field.focused for field in program.find_all("text")), "the chooser's name field")
-    desktop.type(folder)
-    wait_until(lambda: any(field.node.queryText().getText(0, -1) == folder for field in program.find_all("text")),
-               "the name to be typed")
-    if accept:
-        program.wait_for("button", "Choose").press()
-    else:
-        # The first one closes the list of completions.
-        desktop.key("Escape")
-        desktop.key("Escape")
-    wait_until(lambda: not program.find_all("dialog") and not program.find_all("file chooser"), "the chooser to close")
-
-
-def set_values(program):
-    program.wait_for("slider", "Quality").value = 2.5
-    text_is(program, "Quality value", "2.5")
-    program.wait_for("radio button", "Bitrate target").press()
-    wait_until(lambda: program.wait_for("slider", "Bitrate").enabled, "the bitrate to be enabled")
-    program.wait_for("slider", "Bitrate").value = 100
-    text_is(program, "Bitrate value", "100kbps")
-
-
-def leave(desktop, program):
-    desktop.key("Escape")
-    wait_until(lambda: has_turned(desktop, "Flipside"), "the main card")
-    program.end()
-
-
-def run(desktop, command, pictures):
-    folder = os.path.join(desktop.home, "Recordings 100% ok")
-    os.mkdir(folder)
-    program = open_preferences(desktop, command)
-    text_is(program, "Working folder", PLACEHOLDER)
-    for name in ("Engine quality", "VBR mode", "Show folder", "Done"):
-        program.wait_for("button", name)
-    choose_folder(desktop, program, folder, accept=False)
-    text_is(program, "Working folder", PLACEHOLDER)
-    choose_folder(desktop, program, folder, accept=True)
-    text_is(program, "Working folder", folder)
-    set_values(program)
-    if pictures:
-        desktop.screenshot(os.path.join(pictures, "preferences-on-desktop.png"))
-    leave(desktop, program)
-
-    program = open_preferences(desktop, command)
-    text_is(program, "Working folder", folder)
-    text_is(program, "Quality value", "5.0")
-    leave(desktop, program)
-
-
-def main():
-    pictures = sys.argv[sys.argv.index("--pictures") + 1] if "--pictures" in sys.argv else None
-    with Desktop() as desktop:
-        run(desktop, sys.argv[1], pictures)
+        self.desktop.key("alt+s")
+        self.desktop.key("alt+c")
+        recorder.wait_for("text", "Directory:")
+        self.desktop.type(folder)
+        recorder.press("Cancel")
+        recorder.program.wait_gone("text", "Directory:")
+        self.reads(recorder, Working_folder="Please select a location to save the recording")
+        self.assertFalse(os.path.exists(os.path.join(self.home, ".config", "flipside")))
+        recorder.press("Choose folder")
+        recorder.choose_folder(folder)
+        self.reads(recorder, Working_folder=folder)
+        self.desktop.key("alt+s")
+        # Of the two requests only this one had something to show.
+        self.stand_ins.expect("shown file://.*/100%2520%20ok")
+        recorder.click("Done")
+        self.wait_for_card(recorder, "Preferences")
+        recorder.end()
+        self.reads(self.open(), Working_folder=folder, Quality_value="5.0", Bitrate_value="128kbps")
 
 
 if __name__ == "__main__":
