@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Margin = 36;
+constexpr int margin = 36;
 
 struct Theme {
     const char *name;
@@ -36,12 +36,12 @@ void save(const QList<QWidget *> &windows, const QColor &desktop, const QString 
 {
     const QRect frame = windows.first()->geometry();
     const double ratio = windows.first()->devicePixelRatio();
-    QPixmap picture((frame.size() + QSize(2 * Margin, 2 * Margin)) * ratio);
+    QPixmap picture((frame.size() + QSize(2 * margin, 2 * margin)) * ratio);
     picture.setDevicePixelRatio(ratio);
     picture.fill(desktop);
     QPainter painter(&picture);
     for (QWidget *window : windows)
-        painter.drawPixmap(window->pos() - frame.topLeft() + QPoint(Margin, Margin), window->grab());
+        painter.drawPixmap(window->pos() - frame.topLeft() + QPoint(margin, margin), window->grab());
     if (!picture.save(path))
         qFatal("%s cannot be written", qPrintable(path));
 }
