@@ -15,7 +15,7 @@
 #include "platform/desktop/FolderChooser.h"
 #include "platform/desktop/PopUpMenu.h"
 #include "settings/HBPreferencesWndCtrl.h"
-#include "ui/NSWindow_Flipr.h"
+#include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
 #include <QDateTime>

@@ -8,9 +8,9 @@
 
 #include "testbed/DemoCards.h"
 #include "testbed/Waiting.h"
-#include "ui/FlipPermission.h"
-#include "ui/FliprView.h"
-#include "ui/NSWindow_Flipr.h"
+#include "ui/flip/FlipPermission.h"
+#include "ui/flip/FliprView.h"
+#include "ui/flip/NSWindow_Flipr.h"
 
 #include <QApplication>
 #include <QProcess>

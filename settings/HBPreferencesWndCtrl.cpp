@@ -13,7 +13,7 @@
 #include "settings/EncoderForm.h"
 #include "settings/PreferencesCard.h"
 #include "settings/RecordingEstimate.h"
-#include "ui/NSWindow_Flipr.h"
+#include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
 #include <QDir>

@@ -4,9 +4,9 @@
 #include "ui/CardWindow.h"
 #include "platform/desktop/Compositor.h"
 #include "ui/CardStyle.h"
-#include "ui/FlipPermission.h"
 #include "ui/FocusRing.h"
 #include "ui/TitleStrip.h"
+#include "ui/flip/FlipPermission.h"
 
 #include <QAbstractButton>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FlipGeometry.h"
+#include "ui/flip/FlipGeometry.h"
 #include "platform/Animation.h"
 
 #include <QLineF>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FliprView.h"
+#include "ui/flip/FliprView.h"
 #include "testbed/Waiting.h"
-#include "ui/FlipGeometry.h"
-#include "ui/FlipPermission.h"
-#include "ui/NSWindow_Flipr.h"
+#include "ui/flip/FlipGeometry.h"
+#include "ui/flip/FlipPermission.h"
+#include "ui/flip/NSWindow_Flipr.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -6,8 +6,8 @@
 // milliseconds.
 
 #include "testbed/DemoCards.h"
-#include "ui/FliprView.h"
-#include "ui/NSWindow_Flipr.h"
+#include "ui/flip/FliprView.h"
+#include "ui/flip/NSWindow_Flipr.h"
 
 #include <QApplication>
 #include <QPainter>

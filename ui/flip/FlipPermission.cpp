@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FlipPermission.h"
+#include "ui/flip/FlipPermission.h"
 #include "platform/desktop/Compositor.h"
 #include "platform/desktop/MotionPreference.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/InputBlock.h"
+#include "ui/flip/InputBlock.h"
 
 #include <QCursor>
 #include <QEvent>

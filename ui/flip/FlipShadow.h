@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "ui/FlipWarp.h"
+#include "ui/flip/FlipWarp.h"
 
 #include <QRectF>
 #include <vector>

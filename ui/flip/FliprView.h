@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "ui/FlipFrame.h"
-#include "ui/FlipPicture.h"
-#include "ui/FliprAnimation.h"
+#include "ui/flip/FlipFrame.h"
+#include "ui/flip/FlipPicture.h"
+#include "ui/flip/FliprAnimation.h"
 
 #include <QElapsedTimer>
 #include <QPointer>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FlipPicture.h"
-#include "ui/FlipWarp.h"
+#include "ui/flip/FlipPicture.h"
+#include "ui/flip/FlipWarp.h"
 
 #include <QPainter>
 #include <QWidget>

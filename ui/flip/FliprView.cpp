@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FliprView.h"
+#include "ui/flip/FliprView.h"
 #include "platform/Logging.h"
-#include "ui/FlipGeometry.h"
-#include "ui/InputBlock.h"
-#include "ui/WindowExchange.h"
+#include "ui/flip/FlipGeometry.h"
+#include "ui/flip/InputBlock.h"
+#include "ui/flip/WindowExchange.h"
 
 #include <QGuiApplication>
 #include <QPaintEvent>

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "ui/FlipShadow.h"
-#include "ui/FlipWarp.h"
+#include "ui/flip/FlipShadow.h"
+#include "ui/flip/FlipWarp.h"
 
 #include <QImage>
 

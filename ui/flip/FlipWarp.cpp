@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FlipWarp.h"
+#include "ui/flip/FlipWarp.h"
 
 #include <algorithm>
 #include <cmath>

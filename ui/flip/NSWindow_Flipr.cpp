@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/NSWindow_Flipr.h"
-#include "ui/FlipPermission.h"
-#include "ui/FliprView.h"
-#include "ui/WindowExchange.h"
+#include "ui/flip/NSWindow_Flipr.h"
+#include "ui/flip/FlipPermission.h"
+#include "ui/flip/FliprView.h"
+#include "ui/flip/WindowExchange.h"
 
 #include <QPointer>
 #include <QVBoxLayout>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/WindowExchange.h"
+#include "ui/flip/WindowExchange.h"
 
 #include <QWidget>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FlipFrame.h"
-#include "ui/FlipPicture.h"
+#include "ui/flip/FlipFrame.h"
+#include "ui/flip/FlipPicture.h"
 
 #include <algorithm>
 #include <cmath>

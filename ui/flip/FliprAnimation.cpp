@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-#include "ui/FliprAnimation.h"
+#include "ui/flip/FliprAnimation.h"
 
 namespace {
 
