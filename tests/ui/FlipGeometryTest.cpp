@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/flip/FlipGeometry.h"
-#include "platform/Animation.h"
+#include "ui/flip/FliprAnimation.h"
 
 #include <QLineF>
 #include <cmath>
@@ -74,7 +74,7 @@ TEST(EaseInEaseOutTest, FollowsItsBezierCurve)
     for (double t = 0; t <= 1; t += 1.0 / 64) {
         const double u = 1 - t;
         const double x = 3 * u * u * t * 0.42 + 3 * u * t * t * 0.58 + t * t * t;
-        EXPECT_NEAR(platform::easeInEaseOut(static_cast<float>(x)), 3 * u * t * t + t * t * t, 1e-6);
+        EXPECT_NEAR(easeInEaseOut(static_cast<float>(x)), 3 * u * t * t + t * t * t, 1e-6);
     }
 }
 

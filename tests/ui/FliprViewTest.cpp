@@ -80,7 +80,7 @@ protected:
         float low = 0, high = 1;
         for (int step = 0; step < 30; ++step) {
             const float middle = (low + high) / 2;
-            (platform::easeInEaseOut(middle) < value ? low : high) = middle;
+            (easeInEaseOut(middle) < value ? low : high) = middle;
         }
         view()->animation()->setCurrentProgress(low);
         QImage image(view()->size(), QImage::Format_ARGB32_Premultiplied);

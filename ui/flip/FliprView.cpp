@@ -223,7 +223,7 @@ void FliprView::paintEvent(QPaintEvent *event)
     }
 }
 
-void FliprView::animationDidEnd(platform::Animation *)
+void FliprView::animationDidEnd(FliprAnimation *)
 {
     m_statistics.seconds = m_turnTime.elapsed() / 1e3;
     m_statistics.droppedFrames = m_animation->droppedFrames();

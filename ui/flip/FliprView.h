@@ -46,7 +46,7 @@ public:
     // Draws one frame; nothing while no flip runs. A flip goes on when the initial window is destroyed.
     void drawRect(const QRect &dirtyRect);
     void display() override;
-    void animationDidEnd(platform::Animation *animation) override;
+    void animationDidEnd(FliprAnimation *animation) override;
 
     QRectF originalRect() const { return m_originalRect; }
     // Seconds that the last frame took to draw.
