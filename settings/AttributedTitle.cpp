@@ -24,7 +24,7 @@ void applyAttributes(QWidget *control, const AttributedString &title)
     const auto rule
         = [&rgb](double opacity) { return u"color: rgba(%1, %2%);"_s.arg(rgb).arg(opacity * 100); };
     control->setStyleSheet(u"*{%1} *:disabled{%2}"_s.arg(
-        rule(color.alphaF()), rule(color.alphaF() * CardStyle::DisabledOpacity)));
+        rule(color.alphaF()), rule(color.alphaF() * CardStyle::disabledOpacity)));
 }
 
 } // namespace

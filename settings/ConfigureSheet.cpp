@@ -72,7 +72,7 @@ void ConfigureSheet::beginOn(QWidget *host)
     m_shade = new SheetShade(host->window());
     const QRect frame = host->window()->geometry();
     move(frame.left() + (frame.width() - width()) / 2,
-        frame.top() + CardStyle::scaled(CardStyle::TitleStripHeight));
+        frame.top() + CardStyle::scaled(CardStyle::titleStripHeight));
     show();
     activateWindow();
 }

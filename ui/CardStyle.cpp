@@ -25,34 +25,34 @@ namespace CardStyle {
 namespace {
 
 // The desktops' usual fonts have 9 to 11 points at 96 dots per inch. Cards are drawn for 10 points.
-constexpr double UsualFontPixels = 13.34;
-constexpr double LargestUsualFontPixels = 15;
-constexpr double LargestTextScale = 2.0;
+constexpr double usualFontPixels = 13.34;
+constexpr double largestUsualFontPixels = 15;
+constexpr double largestTextScale = 2.0;
 
 double measuredTextScale()
 {
     const double pixels = QFontInfo(QApplication::font()).pixelSize();
-    return pixels <= LargestUsualFontPixels ? 1 : std::min(pixels / UsualFontPixels, LargestTextScale);
+    return pixels <= largestUsualFontPixels ? 1 : std::min(pixels / usualFontPixels, largestTextScale);
 }
 
 QPalette palette()
 {
-    QPalette colours(GradientTop, GradientBottom);
-    colours.setColor(QPalette::WindowText, Text);
-    colours.setColor(QPalette::Text, Text);
-    colours.setColor(QPalette::ButtonText, Text);
+    QPalette colours(gradientTop, gradientBottom);
+    colours.setColor(QPalette::WindowText, text);
+    colours.setColor(QPalette::Text, text);
+    colours.setColor(QPalette::ButtonText, text);
     colours.setColor(QPalette::BrightText, Qt::white);
-    colours.setColor(QPalette::Base, Sunken);
-    colours.setColor(QPalette::AlternateBase, GradientBottom);
-    colours.setColor(QPalette::ToolTipBase, Sunken);
-    colours.setColor(QPalette::ToolTipText, Text);
-    colours.setColor(QPalette::PlaceholderText, Label);
-    colours.setColor(QPalette::Highlight, Done);
+    colours.setColor(QPalette::Base, sunken);
+    colours.setColor(QPalette::AlternateBase, gradientBottom);
+    colours.setColor(QPalette::ToolTipBase, sunken);
+    colours.setColor(QPalette::ToolTipText, text);
+    colours.setColor(QPalette::PlaceholderText, label);
+    colours.setColor(QPalette::Highlight, done);
     colours.setColor(QPalette::HighlightedText, Qt::white);
-    colours.setColor(QPalette::Link, Done);
+    colours.setColor(QPalette::Link, done);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        QColor faded = Text;
-        faded.setAlphaF(DisabledOpacity);
+        QColor faded = text;
+        faded.setAlphaF(disabledOpacity);
         colours.setColor(QPalette::Disabled, role, faded);
     }
     return colours;
@@ -121,7 +121,7 @@ QFont font(double points, QFont::Weight weight)
 
 QSize cardSize()
 {
-    return {scaled(CardWidth), scaled(CardHeight)};
+    return {scaled(cardWidth), scaled(cardHeight)};
 }
 
 void install()
@@ -130,7 +130,7 @@ void install()
     if (std::exchange(installed, true))
         return;
     initialiseResources();
-    QApplication::setFont(font(LabelFontSize));
+    QApplication::setFont(font(labelFontSize));
     QApplication::setStyle(new CardProxyStyle);
     QApplication::setPalette(palette());
     qApp->setStyleSheet(styleSheet());

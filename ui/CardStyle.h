@@ -13,25 +13,25 @@ class QLayout;
 // of the card as drawn for the usual desktop font; `scaled` turns them into device-independent pixels.
 namespace CardStyle {
 
-inline constexpr int CardWidth = 460;
-inline constexpr int CardHeight = 392;
-inline constexpr int CornerRadius = 14;
-inline constexpr int TitleStripHeight = 36;
-inline constexpr int LabelFontSize = 13;
-inline constexpr int FocusRingWidth = 2;
-inline constexpr double DisabledOpacity = 0.4;
+inline constexpr int cardWidth = 460;
+inline constexpr int cardHeight = 392;
+inline constexpr int cornerRadius = 14;
+inline constexpr int titleStripHeight = 36;
+inline constexpr int labelFontSize = 13;
+inline constexpr int focusRingWidth = 2;
+inline constexpr double disabledOpacity = 0.4;
 
-inline constexpr QColor Text{0xf2, 0xf4, 0xf5};
-inline constexpr QColor Label{164, 173, 178};
-inline constexpr QColor GradientTop{0x34, 0x3a, 0x40};
-inline constexpr QColor GradientBottom{0x25, 0x29, 0x2d};
-inline constexpr QColor Hairline{255, 255, 255, 18};
-inline constexpr QColor Raised{0x3f, 0x46, 0x4c};
-inline constexpr QColor Sunken{0x1e, 0x21, 0x24};
-inline constexpr QColor Done{0x46, 0xa0, 0xd8};
+inline constexpr QColor text{0xf2, 0xf4, 0xf5};
+inline constexpr QColor label{164, 173, 178};
+inline constexpr QColor gradientTop{0x34, 0x3a, 0x40};
+inline constexpr QColor gradientBottom{0x25, 0x29, 0x2d};
+inline constexpr QColor hairline{255, 255, 255, 18};
+inline constexpr QColor raised{0x3f, 0x46, 0x4c};
+inline constexpr QColor sunken{0x1e, 0x21, 0x24};
+inline constexpr QColor done{0x46, 0xa0, 0xd8};
 // The one accent: the record control and the top of the level meter, nothing else.
-inline constexpr QColor Record{0xe5, 0x48, 0x4d};
-inline constexpr QColor FocusRing{0x7f, 0xc4, 0xf0};
+inline constexpr QColor record{0xe5, 0x48, 0x4d};
+inline constexpr QColor focusRing{0x7f, 0xc4, 0xf0};
 
 // Makes the application dark, whatever theme the desktop has. Done once, by the first card at the latest.
 void install();

@@ -17,14 +17,14 @@
 
 namespace {
 
-constexpr Qt::WindowFlags CardFlags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
+constexpr Qt::WindowFlags cardFlags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
     | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
 
 } // namespace
 
 CardWindow::CardWindow(TitleButtons buttons, QWidget *parent)
     // Style and fonts are there before the first child takes them over.
-    : QWidget((CardStyle::install(), parent), CardFlags)
+    : QWidget((CardStyle::install(), parent), cardFlags)
     , m_titleStrip(new TitleStrip(this))
     , m_content(new QWidget(this))
 {
@@ -46,16 +46,16 @@ void CardWindow::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double radius = m_roundedCorners ? CardStyle::scaled(CardStyle::CornerRadius) : 0;
+    const double radius = m_roundedCorners ? CardStyle::scaled(CardStyle::cornerRadius) : 0;
     const QRectF card = rect();
     QLinearGradient gradient(card.topLeft(), card.bottomLeft());
-    gradient.setColorAt(0, CardStyle::GradientTop);
-    gradient.setColorAt(1, CardStyle::GradientBottom);
+    gradient.setColorAt(0, CardStyle::gradientTop);
+    gradient.setColorAt(1, CardStyle::gradientBottom);
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);
     painter.drawRoundedRect(card, radius, radius);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(CardStyle::Hairline, 1));
+    painter.setPen(QPen(CardStyle::hairline, 1));
     painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
 }
 

@@ -14,12 +14,12 @@
 namespace {
 
 // Between the control and the ring.
-constexpr int Gap = 2;
-constexpr int ControlRadius = 7;
+constexpr int gap = 2;
+constexpr int controlRadius = 7;
 
 int reach()
 {
-    return CardStyle::scaled(Gap + CardStyle::FocusRingWidth);
+    return CardStyle::scaled(gap + CardStyle::focusRingWidth);
 }
 
 } // namespace
@@ -99,7 +99,7 @@ double FocusRing::radius() const
 {
     const double largest = std::min(width(), height()) / 2.0;
     const bool round = qobject_cast<IconButton *>(m_control) || m_control->property("primary").toBool();
-    return round ? largest : std::min<double>(largest, CardStyle::scaled(ControlRadius + Gap));
+    return round ? largest : std::min<double>(largest, CardStyle::scaled(controlRadius + gap));
 }
 
 void FocusRing::paintEvent(QPaintEvent *)
@@ -108,8 +108,8 @@ void FocusRing::paintEvent(QPaintEvent *)
         return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double line = CardStyle::scaled(CardStyle::FocusRingWidth);
-    painter.setPen(QPen(CardStyle::FocusRing, line));
+    const double line = CardStyle::scaled(CardStyle::focusRingWidth);
+    painter.setPen(QPen(CardStyle::focusRing, line));
     const QRectF ring = QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2);
     painter.drawRoundedRect(ring, radius(), radius());
 }

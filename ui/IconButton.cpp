@@ -34,8 +34,8 @@ QPainterPath pathOf(IconButton::Icon shape)
     return {};
 }
 
-constexpr int HoverLighter = 112;
-constexpr int PressedDarker = 118;
+constexpr int hoverLighter = 112;
+constexpr int pressedDarker = 118;
 
 } // namespace
 
@@ -119,17 +119,17 @@ QColor IconButton::discColor() const
         const int alpha = isDown() ? 15 : 26;
         return isDown() || isHovered() ? QColor(255, 255, 255, alpha) : QColor(Qt::transparent);
     }
-    const QColor base = m_look == Accent ? CardStyle::Record : CardStyle::Raised;
+    const QColor base = m_look == Accent ? CardStyle::record : CardStyle::raised;
     if (isDown())
-        return base.darker(PressedDarker);
-    return isHovered() ? base.lighter(HoverLighter) : base;
+        return base.darker(pressedDarker);
+    return isHovered() ? base.lighter(hoverLighter) : base;
 }
 
 QColor IconButton::iconColor() const
 {
     if (m_look == Plain && !isHovered() && !isDown())
-        return CardStyle::Label;
-    return m_look == Accent ? QColor(Qt::white) : CardStyle::Text;
+        return CardStyle::label;
+    return m_look == Accent ? QColor(Qt::white) : CardStyle::text;
 }
 
 double IconButton::iconShare() const
@@ -141,20 +141,20 @@ void IconButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(isEnabled() || m_lit ? 1 : CardStyle::DisabledOpacity);
+    painter.setOpacity(isEnabled() || m_lit ? 1 : CardStyle::disabledOpacity);
     const QRectF circle = disc();
     painter.setPen(Qt::NoPen);
     painter.setBrush(discColor());
     painter.drawEllipse(circle);
     if (m_look == Disc) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(CardStyle::Hairline, 1));
+        painter.setPen(QPen(CardStyle::hairline, 1));
         painter.drawEllipse(circle.adjusted(0.5, 0.5, -0.5, -0.5));
     }
     painter.translate(circle.center());
-    const double scale = circle.width() * iconShare() / IconPaths::Side;
+    const double scale = circle.width() * iconShare() / IconPaths::side;
     painter.scale(scale, scale);
-    painter.translate(-IconPaths::Side / 2, -IconPaths::Side / 2);
+    painter.translate(-IconPaths::side / 2, -IconPaths::side / 2);
     painter.fillPath(m_path, iconColor());
 }
 

@@ -7,8 +7,7 @@
 #include <QPainterPath>
 
 // A round button with an icon and no text: in a title strip, or on a disc as a transport control. It has no
-// accessible name until one is set. In Designer, promote a QPushButton's sibling QWidget to it and set
-// `icon`, `look`, `diameter`.
+// accessible name until one is set. In Designer, promote a QWidget to it and set `shape`, `look`, `diameter`.
 class IconButton : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(Icon shape READ shape WRITE setShape NOTIFY shapeChanged)

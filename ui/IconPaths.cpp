@@ -11,7 +11,7 @@ namespace IconPaths {
 
 namespace {
 
-constexpr QPointF Middle{Side / 2, Side / 2};
+constexpr QPointF middle{side / 2, side / 2};
 
 QPainterPath stroked(const QPainterPath &line, double width)
 {
@@ -25,29 +25,29 @@ QPainterPath stroked(const QPainterPath &line, double width)
 QPointF onCircle(double radius, double turn)
 {
     const double angle = turn * 2 * std::numbers::pi;
-    return Middle + radius * QPointF(std::sin(angle), -std::cos(angle));
+    return middle + radius * QPointF(std::sin(angle), -std::cos(angle));
 }
 
 } // namespace
 
 QPainterPath gear()
 {
-    constexpr int Teeth = 8;
-    constexpr double Root = 7.2, Tip = 9.8, Hole = 3.1;
+    constexpr int teeth = 8;
+    constexpr double rootRadius = 7.2, tipRadius = 9.8, holeRadius = 3.1;
     // Half the angular width of a tooth at its root and at its tip, in turns.
-    constexpr double RootHalf = 0.036, TipHalf = 0.022;
+    constexpr double rootHalf = 0.036, tipHalf = 0.022;
     QPainterPath outline;
-    for (int tooth = 0; tooth < Teeth; ++tooth) {
-        const double turn = double(tooth) / Teeth;
-        const QPointF corners[] = {onCircle(Root, turn - RootHalf), onCircle(Tip, turn - TipHalf),
-            onCircle(Tip, turn + TipHalf), onCircle(Root, turn + RootHalf)};
+    for (int tooth = 0; tooth < teeth; ++tooth) {
+        const double turn = double(tooth) / teeth;
+        const QPointF corners[] = {onCircle(rootRadius, turn - rootHalf), onCircle(tipRadius, turn - tipHalf),
+            onCircle(tipRadius, turn + tipHalf), onCircle(rootRadius, turn + rootHalf)};
         for (const QPointF &corner : corners)
             outline.elementCount() == 0 ? outline.moveTo(corner) : outline.lineTo(corner);
     }
     outline.closeSubpath();
     outline = outline.united(stroked(outline, 0.8));
     QPainterPath hole;
-    hole.addEllipse(Middle, Hole, Hole);
+    hole.addEllipse(middle, holeRadius, holeRadius);
     return outline.subtracted(hole);
 }
 
@@ -84,7 +84,7 @@ QPainterPath close()
 QPainterPath record()
 {
     QPainterPath path;
-    path.addEllipse(Middle, 7, 7);
+    path.addEllipse(middle, 7, 7);
     return path;
 }
 

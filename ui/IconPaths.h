@@ -19,6 +19,6 @@ QPainterPath stop();
 QPainterPath play();
 QPainterPath chevronDown();
 
-inline constexpr double Side = 24;
+inline constexpr double side = 24;
 
 } // namespace IconPaths

@@ -9,9 +9,9 @@
 // overdriven. Time is handed in, so it runs at any rate.
 class LevelBallistics {
 public:
-    static constexpr float FloorDecibels = -60; // the left end of the scale
-    static constexpr float FallDecibelsPerSecond = 20; // as a studio peak meter does
-    static constexpr std::chrono::milliseconds ClipHold{1000};
+    static constexpr float floorDecibels = -60; // the left end of the scale
+    static constexpr float fallDecibelsPerSecond = 20; // as a studio peak meter does
+    static constexpr std::chrono::milliseconds clipHold{1000};
 
     // `peak` is the largest magnitude of a sample since the last call, 1 is full scale.
     void advance(float peak, std::chrono::milliseconds elapsed);
@@ -20,9 +20,9 @@ public:
     float position() const;
     bool isClipping() const { return m_clipLeft > std::chrono::milliseconds::zero(); }
     // Nothing to show and nothing to wait for.
-    bool isAtRest() const { return m_decibels <= FloorDecibels && !isClipping(); }
+    bool isAtRest() const { return m_decibels <= floorDecibels && !isClipping(); }
 
 private:
-    float m_decibels = FloorDecibels;
+    float m_decibels = floorDecibels;
     std::chrono::milliseconds m_clipLeft{0};
 };

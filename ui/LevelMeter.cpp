@@ -14,25 +14,25 @@
 
 namespace {
 
-constexpr int kIntervalMilliseconds = 40;
-constexpr double kBarHeight = 4;
-constexpr double kBarGap = 3;
+constexpr int intervalMilliseconds = 40;
+constexpr double barHeight = 4;
+constexpr double barGap = 3;
 // After a pause of the timer the bars have fallen to rest anyway; a longer step would say no more.
-constexpr std::chrono::milliseconds kLongestStep{10000};
+constexpr std::chrono::milliseconds longestStep{10000};
 
-constexpr QColor kTrack{0x1a, 0x1d, 0x20};
-constexpr QColor kGreen{0x3f, 0xa4, 0x5c};
-constexpr QColor kYellow{0xf0, 0xc2, 0x2f};
+constexpr QColor trackColour{0x1a, 0x1d, 0x20};
+constexpr QColor green{0x3f, 0xa4, 0x5c};
+constexpr QColor yellow{0xf0, 0xc2, 0x2f};
 
 // Green up to -18 dB, where speech belongs, yellow at -9 dB, and red for the last few.
 QLinearGradient gradient(const QRectF &track)
 {
     QLinearGradient colours(track.topLeft(), track.topRight());
-    const auto at = [](float decibels) { return 1 - decibels / LevelBallistics::FloorDecibels; };
-    colours.setColorAt(0, kGreen);
-    colours.setColorAt(at(-18), kGreen);
-    colours.setColorAt(at(-9), kYellow);
-    colours.setColorAt(at(-1), CardStyle::Record);
+    const auto at = [](float decibels) { return 1 - decibels / LevelBallistics::floorDecibels; };
+    colours.setColorAt(0, green);
+    colours.setColorAt(at(-18), green);
+    colours.setColorAt(at(-9), yellow);
+    colours.setColorAt(at(-1), CardStyle::record);
     return colours;
 }
 
@@ -58,7 +58,7 @@ void LevelMeter::setRunning(bool running)
 
 QSize LevelMeter::sizeHint() const
 {
-    return {CardStyle::scaled(372), CardStyle::scaled(2 * kBarHeight + kBarGap)};
+    return {CardStyle::scaled(372), CardStyle::scaled(2 * barHeight + barGap)};
 }
 
 QSize LevelMeter::minimumSizeHint() const
@@ -93,7 +93,7 @@ void LevelMeter::startOrStopTimer()
         if (m_running && m_source)
             m_source();
         m_sinceLast.start();
-        m_timer.start(kIntervalMilliseconds, this);
+        m_timer.start(intervalMilliseconds, this);
     }
 }
 
@@ -123,7 +123,7 @@ void LevelMeter::timerEvent(QTimerEvent *event)
 
 void LevelMeter::advance()
 {
-    const auto elapsed = std::min(std::chrono::milliseconds(m_sinceLast.restart()), kLongestStep);
+    const auto elapsed = std::min(std::chrono::milliseconds(m_sinceLast.restart()), longestStep);
     const std::array<float, 2> peaks = m_running && m_source ? m_source() : std::array<float, 2>{};
     for (int channel = 0; channel < 2; ++channel) {
         m_bars[channel].ballistics.advance(peaks[channel], elapsed);
@@ -146,8 +146,8 @@ bool LevelMeter::refresh(Bar &bar) const
 
 QRectF LevelMeter::barRectangle(int channel) const
 {
-    const double scale = height() / (2 * kBarHeight + kBarGap);
-    return {0, channel * (kBarHeight + kBarGap) * scale, double(width()), kBarHeight * scale};
+    const double scale = height() / (2 * barHeight + barGap);
+    return {0, channel * (barHeight + barGap) * scale, double(width()), barHeight * scale};
 }
 
 void LevelMeter::paintEvent(QPaintEvent *event)
@@ -162,11 +162,11 @@ void LevelMeter::paintEvent(QPaintEvent *event)
     }
 }
 
-// The round end belongs to the track; a bar at its very beginning must not grow a belly of its own.
+// The round ends are the track's: a bar that is shorter than they are is cut off within them.
 void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar) const
 {
     const double radius = track.height() / 2;
-    painter.setBrush(kTrack);
+    painter.setBrush(trackColour);
     painter.drawRoundedRect(track, radius, radius);
     const double lit = bar.litPixels / devicePixelRatioF();
     if (lit > 0) {
@@ -178,7 +178,7 @@ void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar
         painter.restore();
     }
     if (bar.clips) {
-        painter.setBrush(CardStyle::Record);
+        painter.setBrush(CardStyle::record);
         painter.drawRoundedRect(
             QRectF(track.right() - 3 * radius, track.top(), 3 * radius, track.height()), radius, radius);
     }

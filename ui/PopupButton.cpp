@@ -13,9 +13,9 @@
 
 namespace {
 
-constexpr int Height = 32;
-constexpr int Padding = 11;
-constexpr int ChevronSide = 12;
+constexpr int fieldHeight = 32;
+constexpr int fieldPadding = 11;
+constexpr int chevronSide = 12;
 
 } // namespace
 
@@ -37,19 +37,19 @@ void PopupButton::setText(const QString &text)
 
 QSize PopupButton::sizeHint() const
 {
-    const int around = CardStyle::scaled(3 * Padding + ChevronSide);
-    return {fontMetrics().horizontalAdvance(text()) + around, CardStyle::scaled(Height)};
+    const int around = CardStyle::scaled(3 * fieldPadding + chevronSide);
+    return {fontMetrics().horizontalAdvance(text()) + around, CardStyle::scaled(fieldHeight)};
 }
 
 QSize PopupButton::minimumSizeHint() const
 {
-    return {CardStyle::scaled(4 * Padding + ChevronSide), CardStyle::scaled(Height)};
+    return {CardStyle::scaled(4 * fieldPadding + chevronSide), CardStyle::scaled(fieldHeight)};
 }
 
 QRect PopupButton::textRect() const
 {
-    const int padding = CardStyle::scaled(Padding);
-    return rect().adjusted(padding, 0, -2 * padding - CardStyle::scaled(ChevronSide), 0);
+    const int padding = CardStyle::scaled(fieldPadding);
+    return rect().adjusted(padding, 0, -2 * padding - CardStyle::scaled(chevronSide), 0);
 }
 
 void PopupButton::paintEvent(QPaintEvent *)
@@ -62,14 +62,14 @@ void PopupButton::paintEvent(QPaintEvent *)
     option.features &= ~QStyleOptionButton::HasMenu;
     painter.drawControl(QStyle::CE_PushButton, option);
 
-    painter.setOpacity(isEnabled() ? 1 : CardStyle::DisabledOpacity);
-    painter.setPen(CardStyle::Text);
+    painter.setOpacity(isEnabled() ? 1 : CardStyle::disabledOpacity);
+    painter.setPen(CardStyle::text);
     const QString line = TextDisplay::singleLine(text());
     const QString shown = fontMetrics().elidedText(line, Qt::ElideMiddle, textRect().width());
     painter.drawText(textRect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
 
-    const double side = CardStyle::scaled(ChevronSide);
-    painter.translate(width() - CardStyle::scaled(Padding) - side, (height() - side) / 2);
-    painter.scale(side / IconPaths::Side, side / IconPaths::Side);
-    painter.fillPath(IconPaths::chevronDown(), CardStyle::Label);
+    const double side = CardStyle::scaled(chevronSide);
+    painter.translate(width() - CardStyle::scaled(fieldPadding) - side, (height() - side) / 2);
+    painter.scale(side / IconPaths::side, side / IconPaths::side);
+    painter.fillPath(IconPaths::chevronDown(), CardStyle::label);
 }

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr int Height = 24;
-constexpr int Padding = 16;
-constexpr int Radius = 5;
+constexpr int segmentHeight = 24;
+constexpr int segmentPadding = 16;
+constexpr int cornerRadius = 5;
 
 } // namespace
 
@@ -23,8 +23,8 @@ SegmentButton::SegmentButton(QWidget *parent)
 
 QSize SegmentButton::sizeHint() const
 {
-    const int width = fontMetrics().horizontalAdvance(text()) + CardStyle::scaled(2 * Padding);
-    return {width, CardStyle::scaled(Height)};
+    const int width = fontMetrics().horizontalAdvance(text()) + CardStyle::scaled(2 * segmentPadding);
+    return {width, CardStyle::scaled(segmentHeight)};
 }
 
 bool SegmentButton::hitButton(const QPoint &position) const
@@ -35,7 +35,7 @@ bool SegmentButton::hitButton(const QPoint &position) const
 QColor SegmentButton::ground() const
 {
     if (isChecked())
-        return isDown() ? CardStyle::Raised : CardStyle::Raised.lighter(118);
+        return isDown() ? CardStyle::raised : CardStyle::raised.lighter(118);
     const int alpha = isDown() ? 10 : 18;
     return isEnabled() && underMouse() ? QColor(255, 255, 255, alpha) : QColor(Qt::transparent);
 }
@@ -44,11 +44,11 @@ void SegmentButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(isEnabled() ? 1 : CardStyle::DisabledOpacity);
+    painter.setOpacity(isEnabled() ? 1 : CardStyle::disabledOpacity);
     painter.setPen(Qt::NoPen);
     painter.setBrush(ground());
-    const double radius = CardStyle::scaled(Radius);
+    const double radius = CardStyle::scaled(cornerRadius);
     painter.drawRoundedRect(QRectF(rect()), radius, radius);
-    painter.setPen(isChecked() ? CardStyle::Text : CardStyle::Label);
+    painter.setPen(isChecked() ? CardStyle::text : CardStyle::label);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr QColor Shade{0, 0, 0, 120};
+constexpr QColor shadeColour{0, 0, 0, 120};
 
 } // namespace
 
@@ -27,7 +27,7 @@ void SheetShade::paintEvent(QPaintEvent *)
     QPainter painter(this);
     // Only where the window is: its rounded corners stay transparent.
     painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-    painter.fillRect(rect(), Shade);
+    painter.fillRect(rect(), shadeColour);
 }
 
 bool SheetShade::eventFilter(QObject *watched, QEvent *event)

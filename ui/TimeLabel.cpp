@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr double kFontPoints = 64;
+constexpr double fontPoints = 64;
 
 double widestDigit(const QFontMetricsF &metrics)
 {
@@ -28,7 +28,7 @@ TimeLabel::TimeLabel(QWidget *parent)
 {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    setFont(CardStyle::font(kFontPoints, QFont::Light));
+    setFont(CardStyle::font(fontPoints, QFont::Light));
     m_digitWidth = widestDigit(QFontMetricsF(font()));
 }
 
@@ -69,7 +69,7 @@ void TimeLabel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.translate(width() / 2.0, height() / 2.0);
     painter.scale(scale, scale);
-    painter.setPen(CardStyle::Text);
+    painter.setPen(CardStyle::text);
     const QFontMetricsF metrics(font());
     const double baseline = metrics.capHeight() / 2;
     // A colon stands among small letters; between digits it belongs in their middle.

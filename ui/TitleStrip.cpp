@@ -14,13 +14,13 @@
 
 namespace {
 
-constexpr int SideMargin = 10;
-constexpr int ToolSpacing = 2;
+constexpr int sideMargin = 10;
+constexpr int toolSpacing = 2;
 
 QHBoxLayout *sideLayout()
 {
     auto *layout = new QHBoxLayout;
-    layout->setSpacing(CardStyle::scaled(ToolSpacing));
+    layout->setSpacing(CardStyle::scaled(toolSpacing));
     return layout;
 }
 
@@ -31,9 +31,9 @@ TitleStrip::TitleStrip(QWidget *parent)
     , m_tools(sideLayout())
     , m_windowButtons(sideLayout())
 {
-    setFixedHeight(CardStyle::scaled(CardStyle::TitleStripHeight));
+    setFixedHeight(CardStyle::scaled(CardStyle::titleStripHeight));
     auto *layout = new QHBoxLayout(this);
-    const int margin = CardStyle::scaled(SideMargin);
+    const int margin = CardStyle::scaled(sideMargin);
     layout->setContentsMargins(margin, 0, margin, 0);
     layout->addLayout(m_tools);
     layout->addStretch(1);
@@ -72,10 +72,10 @@ int TitleStrip::widestSide() const
 void TitleStrip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setFont(CardStyle::font(CardStyle::LabelFontSize, QFont::DemiBold));
-    painter.setPen(CardStyle::Label);
+    painter.setFont(CardStyle::font(CardStyle::labelFontSize, QFont::DemiBold));
+    painter.setPen(CardStyle::label);
     // The same room at both sides, so that the title stands in the middle of the card.
-    const int side = widestSide() + CardStyle::scaled(SideMargin + ToolSpacing);
+    const int side = widestSide() + CardStyle::scaled(sideMargin + toolSpacing);
     const QRect room = rect().adjusted(side, 0, -side, 0);
     const QString title
         = painter.fontMetrics().elidedText(window()->windowTitle(), Qt::ElideRight, room.width());

@@ -11,7 +11,7 @@
 namespace {
 
 // A detent reaches this far to both sides, in points.
-constexpr double DetentReach = 4;
+constexpr double detentReach = 4;
 
 } // namespace
 
@@ -72,7 +72,7 @@ void ValueSlider::adjustAction(int action)
 
 void ValueSlider::goToDetent()
 {
-    const double reach = CardStyle::scaled(DetentReach) * (m_maximum - m_minimum) / std::max(width(), 1);
+    const double reach = CardStyle::scaled(detentReach) * (m_maximum - m_minimum) / std::max(width(), 1);
     const double amount = amountAt(sliderPosition());
     const auto distance = [amount](double detent) { return std::abs(detent - amount); };
     const auto nearest = std::ranges::min_element(m_detents, {}, distance);

@@ -43,7 +43,7 @@ const QImage &FlipFrame::composed(
     const QRect covered = coveredPart(picture, transform) & area;
     QRect card = bounds.toAlignedRect().adjusted(-1, -1, 1, 1) & area;
     const FlipPicture::Face &face = picture.face(bounds.width());
-    const QTransform toCard = QTransform::fromTranslate(-FlipWarp::Padding, -FlipWarp::Padding)
+    const QTransform toCard = QTransform::fromTranslate(-FlipWarp::padding, -FlipWarp::padding)
         * QTransform::fromScale(face.columns, 1) * transform
         * QTransform::fromTranslate(-card.x(), -card.y());
     if (!m_warp.begin(face.image, toCard, card.width()))

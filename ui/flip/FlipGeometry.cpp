@@ -10,8 +10,8 @@ namespace FlipGeometry {
 
 namespace {
 
-constexpr float EyeDistance = 1600.0F;
-constexpr float ReservedFrames = 5.0F;
+constexpr float eyeDistance = 1600.0F;
+constexpr float reservedFrames = 5.0F;
 
 struct Edge {
     float offset;
@@ -20,8 +20,8 @@ struct Edge {
 
 QPointF projected(const Edge &edge, float halfWidth, float halfHeight, float side)
 {
-    const float x = halfWidth + edge.offset * EyeDistance / edge.depth;
-    const float y = halfHeight + side * (halfHeight * EyeDistance / edge.depth);
+    const float x = halfWidth + edge.offset * eyeDistance / edge.depth;
+    const float y = halfHeight + side * (halfHeight * eyeDistance / edge.depth);
     return {x, y};
 }
 
@@ -37,8 +37,8 @@ Corners corners(float value, float direction, const QSizeF &size)
 
     // On the back the sides are exchanged, or the other card would be seen as in a mirror.
     const bool back = showsBack(value);
-    const Edge right = back ? Edge{-c, EyeDistance - s} : Edge{c, EyeDistance + s};
-    const Edge left = back ? Edge{c, EyeDistance + s} : Edge{-c, EyeDistance - s};
+    const Edge right = back ? Edge{-c, eyeDistance - s} : Edge{c, eyeDistance + s};
+    const Edge left = back ? Edge{c, eyeDistance + s} : Edge{-c, eyeDistance - s};
     return {projected(left, halfWidth, halfHeight, 1), projected(right, halfWidth, halfHeight, 1),
         projected(right, halfWidth, halfHeight, -1), projected(left, halfWidth, halfHeight, -1)};
 }
@@ -62,7 +62,7 @@ QRectF clippedToSize(const QRectF &frame, const QSizeF &visibleSize)
 Timing timing(double totalDuration, float firstFrameTime, float secondFrameTime)
 {
     const float elapsed = firstFrameTime + secondFrameTime;
-    const float reserve = ReservedFrames * secondFrameTime;
+    const float reserve = reservedFrames * secondFrameTime;
     const double duration
         = totalDuration - elapsed < reserve ? static_cast<double>(elapsed + reserve) : totalDuration;
     return {duration, static_cast<float>(elapsed / duration)};

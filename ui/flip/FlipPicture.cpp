@@ -12,7 +12,7 @@
 namespace {
 
 // A shadow this soft shows nothing of a finer outline.
-constexpr double ShapePixelsPerPoint = 0.5;
+constexpr double shapePixelsPerPoint = 0.5;
 
 QImage transparentImage(const QSize &size)
 {
@@ -33,11 +33,11 @@ QImage rendered(QWidget *window, double devicePixelRatio)
 
 QImage padded(const QImage &image)
 {
-    constexpr int Padding = FlipWarp::Padding;
-    QImage result = transparentImage(image.size() + QSize(2 * Padding, 2 * Padding));
+    constexpr int padding = FlipWarp::padding;
+    QImage result = transparentImage(image.size() + QSize(2 * padding, 2 * padding));
     QPainter painter(&result);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(Padding, Padding, image);
+    painter.drawImage(padding, padding, image);
     return result;
 }
 
@@ -67,7 +67,7 @@ bool isOpaque(const QRgb *pixels, int count)
 } // namespace
 
 FlipPicture::FlipPicture(QWidget *window, double devicePixelRatio)
-    : m_shapeScale(std::min(1.0, ShapePixelsPerPoint / devicePixelRatio))
+    : m_shapeScale(std::min(1.0, shapePixelsPerPoint / devicePixelRatio))
 {
     QImage image = rendered(window, devicePixelRatio);
     m_size = image.size();
@@ -102,16 +102,16 @@ QTransform FlipPicture::transformTo(const QPolygonF &quadrilateral) const
 // Rounded corners all alike: a rectangle whose corners lie on the arcs.
 QRect FlipPicture::largestOpaquePart() const
 {
-    constexpr int Padding = FlipWarp::Padding;
+    constexpr int padding = FlipWarp::padding;
     const QImage &face = m_faces.front().image;
     const int furthest = std::min(m_size.width(), m_size.height()) / 2;
     int inset = 0;
-    while (inset < furthest && qAlpha(face.pixel(Padding + inset, Padding + inset)) < 255)
+    while (inset < furthest && qAlpha(face.pixel(padding + inset, padding + inset)) < 255)
         ++inset;
     const QRect part = QRect({0, 0}, m_size).adjusted(inset, inset, -inset, -inset);
     for (int y = part.top(); y <= part.bottom(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(face.constScanLine(y + Padding));
-        if (!isOpaque(line + part.left() + Padding, part.width()))
+        const auto *line = reinterpret_cast<const QRgb *>(face.constScanLine(y + padding));
+        if (!isOpaque(line + part.left() + padding, part.width()))
             return {};
     }
     return part;

@@ -20,7 +20,7 @@ public:
     // Premultiplied, in pixels of the screen, padded as FlipWarp needs it.
     struct Face {
         QImage image;
-        // So many of the picture's columns are averaged in one of the image's.
+        // How many columns of the picture are averaged in one of the image.
         int columns = 1;
     };
 
@@ -28,7 +28,7 @@ public:
     // For a picture that is seen this wide: squeezed further, the warp would leave columns out, and texts
     // would flicker.
     const Face &face(double seenWidth) const;
-    // A small copy of the same for shadows; which is this much smaller.
+    // A small copy of the same for shadows, and its size as a share of the picture's.
     const QImage &shape() const { return m_shape; }
     double shapeScale() const { return m_shapeScale; }
 

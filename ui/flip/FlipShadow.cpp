@@ -10,31 +10,31 @@
 
 namespace {
 
-constexpr double Opacity = 0.8;
-constexpr QPointF Offset{0, 8};
+constexpr double shadowOpacity = 0.8;
+constexpr QPointF shadowOffset{0, 8};
 // A blur radius of 23 points is twice the standard deviation.
-constexpr double Sigma = 11.5;
+constexpr double shadowSigma = 11.5;
 // Three boxes end here.
-constexpr double Reach = 36;
+constexpr double shadowReach = 36;
 
 // The resolution of the outline: a quarter of the screen's. Finer than one pixel in two points shows nothing
 // more.
-constexpr double ScreenShare = 0.25;
-constexpr double FinestPixelsPerPoint = 0.5;
+constexpr double screenShare = 0.25;
+constexpr double finestPixelsPerPoint = 0.5;
 
 using BoxRadii = std::array<int, 3>;
 
 // Three boxes of odd width whose variances add up to that of the Gauss curve as nearly as they can.
 BoxRadii boxRadii(double sigma)
 {
-    constexpr int Count = 3;
-    const double ideal = std::sqrt(12 * sigma * sigma / Count + 1);
+    constexpr int boxes = 3;
+    const double ideal = std::sqrt(12 * sigma * sigma / boxes + 1);
     int narrow = static_cast<int>(ideal);
     narrow -= narrow % 2 == 0 ? 1 : 0;
-    const double wanted = 12 * sigma * sigma - Count * (narrow * narrow + 4 * narrow + 3);
+    const double wanted = 12 * sigma * sigma - boxes * (narrow * narrow + 4 * narrow + 3);
     const auto narrowBoxes = std::lround(wanted / (-4 * narrow - 4));
     BoxRadii radii;
-    for (int box = 0; box < Count; ++box)
+    for (int box = 0; box < boxes; ++box)
         radii[box] = (box < narrowBoxes ? narrow : narrow + 2) / 2;
     return radii;
 }
@@ -63,16 +63,16 @@ void blurAndTurn(const uchar *source, uchar *target, int width, int height, int 
 
 QRectF FlipShadow::reach(const QRectF &bounds)
 {
-    return bounds.adjusted(-Reach, -Reach, Reach, Reach).translated(Offset);
+    return bounds.adjusted(-shadowReach, -shadowReach, shadowReach, shadowReach).translated(shadowOffset);
 }
 
 void FlipShadow::begin(
     const FlipPicture &picture, const QTransform &transform, const QRectF &bounds, double devicePixelRatio)
 {
-    m_scale = std::min(ScreenShare, FinestPixelsPerPoint / devicePixelRatio);
-    m_offset = Offset.y() * devicePixelRatio;
+    m_scale = std::min(screenShare, finestPixelsPerPoint / devicePixelRatio);
+    m_offset = shadowOffset.y() * devicePixelRatio;
     m_mixedY = -1;
-    const double reach = Reach * devicePixelRatio;
+    const double reach = shadowReach * devicePixelRatio;
     const QRectF extent = bounds.adjusted(-reach, -reach, reach, reach);
     // On a fixed grid, so that the shadow does not shimmer as it moves.
     m_origin = QPoint(static_cast<int>(std::floor(extent.x() * m_scale)),
@@ -83,13 +83,13 @@ void FlipShadow::begin(
     m_plane.assign(pixels, 0);
     m_turnedPlane.resize(pixels);
     takeOutline(picture, transform);
-    blur(Sigma * devicePixelRatio * m_scale);
+    blur(shadowSigma * devicePixelRatio * m_scale);
 }
 
 void FlipShadow::takeOutline(const FlipPicture &picture, const QTransform &transform)
 {
     const double faceScale = 1 / picture.shapeScale();
-    const QTransform toMask = QTransform::fromTranslate(-FlipWarp::Padding, -FlipWarp::Padding)
+    const QTransform toMask = QTransform::fromTranslate(-FlipWarp::padding, -FlipWarp::padding)
         * QTransform::fromScale(faceScale, faceScale) * transform * QTransform::fromScale(m_scale, m_scale)
         * QTransform::fromTranslate(-m_origin.x(), -m_origin.y());
     if (!m_warp.begin(picture.shape(), toMask, m_size.width()))
@@ -113,7 +113,7 @@ void FlipShadow::blur(double sigma)
 // From the middle of a pixel of the screen to the middle of a pixel of the mask.
 void FlipShadow::mixRows(int y)
 {
-    constexpr auto Strength = static_cast<unsigned>(Opacity * 256);
+    constexpr auto strength = static_cast<unsigned>(shadowOpacity * 256);
     const double place
         = std::clamp((y + 0.5 - m_offset) * m_scale - 0.5 - m_origin.y(), 0.0, m_size.height() - 1.001);
     const auto row = static_cast<int>(place);
@@ -122,22 +122,23 @@ void FlipShadow::mixRows(int y)
     const uchar *lower = upper + m_size.width();
     m_mixed.resize(static_cast<std::size_t>(m_size.width()));
     for (int x = 0; x < m_size.width(); ++x)
-        m_mixed[x] = static_cast<quint16>((upper[x] * (256 - share) + lower[x] * share) * Strength >> 8);
+        m_mixed[x] = static_cast<quint16>((upper[x] * (256 - share) + lower[x] * share) * strength >> 8);
     m_mixedY = y;
 }
 
 void FlipShadow::writePixels(QRgb *pixels, int x, int y, int count)
 {
-    constexpr int PointBits = 16;
+    constexpr int fractionBits = 16;
     if (y != m_mixedY)
         mixRows(y);
-    const int step = static_cast<int>(m_scale * (1 << PointBits));
-    const int last = ((m_size.width() - 1) << PointBits) - 1;
-    int place = static_cast<int>(std::lround(((x + 0.5) * m_scale - 0.5 - m_origin.x()) * (1 << PointBits)));
+    const int step = static_cast<int>(m_scale * (1 << fractionBits));
+    const int last = ((m_size.width() - 1) << fractionBits) - 1;
+    int place
+        = static_cast<int>(std::lround(((x + 0.5) * m_scale - 0.5 - m_origin.x()) * (1 << fractionBits)));
     for (int index = 0; index < count; ++index, place += step) {
         const int inside = std::clamp(place, 0, last);
         const unsigned share = static_cast<unsigned>(inside) >> 8 & 0xffU;
-        const quint16 *mask = m_mixed.data() + (inside >> PointBits);
+        const quint16 *mask = m_mixed.data() + (inside >> fractionBits);
         pixels[index] = (mask[0] * (256 - share) + mask[1] * share) >> 16 << 24;
     }
 }

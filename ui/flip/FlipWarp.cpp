@@ -9,12 +9,12 @@
 
 namespace {
 
-constexpr int PointBits = 16;
-constexpr std::size_t ColumnsPerCacheLine = 16;
-constexpr int RowsAhead = 4;
-constexpr int PixelBytes = 4;
-constexpr quint16 Half = 128;
-constexpr double One = 1 << PointBits;
+constexpr int pointBits = 16;
+constexpr std::size_t columnsPerCacheLine = 16;
+constexpr int rowsAhead = 4;
+constexpr int pixelBytes = 4;
+constexpr quint16 half = 128;
+constexpr double one = 1 << pointBits;
 
 // Two neighbouring pixels, in bytes and with 16 bits of room for each channel. The compiler makes one
 // register of it.
@@ -31,7 +31,7 @@ Words pixelPair(const QRgb *pixels)
 // `share` of the second in 256ths. The difference may wrap around, the sum comes back.
 template <typename Share> Words mixed(Words first, Words second, Share share)
 {
-    return ((first << 8) + (second - first) * share + Half) >> 8;
+    return ((first << 8) + (second - first) * share + half) >> 8;
 }
 
 Words sharesOf(const quint16 *shares)
@@ -47,19 +47,19 @@ QRgb over(QRgb pixel, QRgb ground)
     if (qAlpha(pixel) == 255)
         return pixel;
     const auto rest = static_cast<quint64>(255 - qAlpha(pixel));
-    constexpr quint64 Channels = 0x00ff00ff00ff00ffULL;
-    const quint64 spread = (ground | static_cast<quint64>(ground) << 24) & Channels;
+    constexpr quint64 channels = 0x00ff00ff00ff00ffULL;
+    const quint64 spread = (ground | static_cast<quint64>(ground) << 24) & channels;
     // Divides by 255 as precisely as 8 bits can tell.
     quint64 share = spread * rest;
-    share = (share + ((share >> 8) & Channels) + 0x0080008000800080ULL) >> 8 & Channels;
+    share = (share + ((share >> 8) & channels) + 0x0080008000800080ULL) >> 8 & channels;
     return pixel + static_cast<QRgb>(share | share >> 24);
 }
 
 int fixed(double value)
 {
     // Far outside of any picture, where only the sign matters.
-    constexpr double Far = 16000;
-    return static_cast<int>(std::lround(std::clamp(value, -Far, Far) * One));
+    constexpr double far = 16000;
+    return static_cast<int>(std::lround(std::clamp(value, -far, far) * one));
 }
 
 } // namespace
@@ -81,8 +81,8 @@ bool FlipWarp::begin(const QImage &source, const QTransform &transform, int widt
         const int across = fixed((toSource.m11() * centre + toSource.m31()) / depth - 0.5);
         const double step = toSource.m22() / depth;
         const double height = (toSource.m12() * centre + toSource.m32()) / depth + step / 2 - 0.5;
-        const int left = std::clamp(across >> PointBits, 0, last);
-        const bool inside = left == across >> PointBits;
+        const int left = std::clamp(across >> pointBits, 0, last);
+        const bool inside = left == across >> pointBits;
         m_columns[x] = {fixed(height), fixed(step), left};
         std::fill_n(m_shares.begin() + std::ptrdiff_t(4) * x, 4,
             static_cast<quint16>(inside ? across >> 8 & 0xff : 0));
@@ -93,25 +93,25 @@ bool FlipWarp::begin(const QImage &source, const QTransform &transform, int widt
 void FlipWarp::drawRow(QRgb *row)
 {
     const auto *pixels = reinterpret_cast<const QRgb *>(m_source.constBits());
-    const std::ptrdiff_t stride = m_source.bytesPerLine() / PixelBytes;
-    for (std::size_t first = 0; first < m_columns.size(); first += ColumnsPerCacheLine) {
+    const std::ptrdiff_t stride = m_source.bytesPerLine() / pixelBytes;
+    for (std::size_t first = 0; first < m_columns.size(); first += columnsPerCacheLine) {
         // A slanted row leaves the processor guessing where in the source it goes on.
         const Column &next = m_columns[first];
-        const int ahead = std::clamp((next.height >> PointBits) + RowsAhead, 0, m_source.height() - 1);
+        const int ahead = std::clamp((next.height >> pointBits) + rowsAhead, 0, m_source.height() - 1);
         __builtin_prefetch(pixels + ahead * stride + next.x);
-        drawColumns(row, first, std::min(first + ColumnsPerCacheLine, m_columns.size()));
+        drawColumns(row, first, std::min(first + columnsPerCacheLine, m_columns.size()));
     }
 }
 
 void FlipWarp::drawColumns(QRgb *row, std::size_t first, std::size_t end)
 {
     const auto *source = reinterpret_cast<const QRgb *>(m_source.constBits());
-    const std::ptrdiff_t stride = m_source.bytesPerLine() / PixelBytes;
+    const std::ptrdiff_t stride = m_source.bytesPerLine() / pixelBytes;
     const int last = m_source.height() - 2;
     // Two neighbours in the source, mixed with the two below them. The padding makes what is above and below
     // the picture transparent.
     const auto columnPixels = [=](Column &column) {
-        const int y = std::clamp(column.height >> PointBits, 0, last);
+        const int y = std::clamp(column.height >> pointBits, 0, last);
         const QRgb *upper = source + y * stride + column.x;
         const auto down = static_cast<quint16>(column.height >> 8 & 0xff);
         column.height += column.step;

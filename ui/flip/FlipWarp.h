@@ -13,7 +13,7 @@
 class FlipWarp {
 public:
     // A source needs this many transparent pixels around it: they make its slanted edges smooth.
-    static constexpr int Padding = 2;
+    static constexpr int padding = 2;
 
     // The transform leads from the source's pixels, padding included, to those of rows that are `width` wide.
     // Keeps the source until the next call. False when nothing is to be drawn, because the picture is seen

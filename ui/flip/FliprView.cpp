@@ -17,23 +17,23 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr double FlipSeconds = 0.75;
+constexpr double flipSeconds = 0.75;
 // With the Shift key held.
-constexpr double SlowFlipSeconds = 3.75;
+constexpr double slowFlipSeconds = 3.75;
 // Drawn once before the clock starts, to measure what a frame costs.
-constexpr float MeasuredProgress = 0.05F;
+constexpr float measuredProgress = 0.05F;
 
-constexpr auto FadeInTime = 50ms;
-constexpr auto FadeOutTime = 100ms;
+constexpr auto fadeInTime = 50ms;
+constexpr auto fadeOutTime = 100ms;
 // From the first frame drawn to the frame seen: compositors need up to three frames to bring up a new window.
-constexpr auto CoverTime = 80ms;
-static_assert(CoverTime > FadeInTime);
+constexpr auto coverTime = 80ms;
+static_assert(coverTime > fadeInTime);
 // A flipping window that is never drawn must not keep the user waiting.
-constexpr auto CoverDeadline = 500ms;
+constexpr auto coverDeadline = 500ms;
 // What compositors need to show a window whose opacity has changed.
-constexpr auto OpacityTime = 30ms;
+constexpr auto opacityTime = 30ms;
 // The same on a busy machine, where nothing is lost by waiting.
-constexpr auto LongOpacityTime = 120ms;
+constexpr auto longOpacityTime = 120ms;
 
 } // namespace
 
@@ -64,7 +64,7 @@ void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, b
         return;
     vanish();
     const bool slow = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
-    m_totalDuration = slow ? SlowFlipSeconds : FlipSeconds;
+    m_totalDuration = slow ? slowFlipSeconds : flipSeconds;
     m_inputBlock = std::make_unique<InputBlock>();
     m_initialWindow = initialWindow;
     m_finalWindow = finalWindow;
@@ -90,7 +90,7 @@ void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, b
     m_statistics = {};
     m_covered = false;
     m_drawn = rect();
-    enter(Stage::Covering, CoverDeadline);
+    enter(Stage::Covering, coverDeadline);
     window()->setWindowOpacity(0);
     window()->show();
     window()->raise();
@@ -141,8 +141,8 @@ void FliprView::stageEnded()
     case Stage::Uncovering:
         endFlip();
         m_stage = Stage::Fading;
-        fadeTo(0, FadeOutTime);
-        m_stageTimer.start(FadeOutTime);
+        fadeTo(0, fadeOutTime);
+        m_stageTimer.start(fadeOutTime);
         break;
     case Stage::Fading:
         vanish();
@@ -159,11 +159,11 @@ void FliprView::turn()
     // Before it is hidden: a window manager's frame around it is seen a moment longer, empty and black.
     if (m_initialWindow)
         m_initialWindow->setWindowOpacity(0);
-    enter(Stage::Turning, LongOpacityTime);
+    enter(Stage::Turning, longOpacityTime);
     keepFinalWindowInPlace();
 
     const float firstFrameTime = m_frameTime;
-    m_animation->setCurrentProgress(MeasuredProgress);
+    m_animation->setCurrentProgress(measuredProgress);
     display();
     const auto timing = FlipGeometry::timing(m_totalDuration, firstFrameTime, m_frameTime);
     m_turnTime.start();
@@ -218,8 +218,8 @@ void FliprView::paintEvent(QPaintEvent *event)
     drawRect(event->rect());
     if (m_stage == Stage::Covering && !m_covered) {
         m_covered = true;
-        fadeTo(1, FadeInTime);
-        m_stageTimer.start(CoverTime);
+        fadeTo(1, fadeInTime);
+        m_stageTimer.start(coverTime);
     }
 }
 
@@ -243,7 +243,7 @@ void FliprView::bringIn()
         m_finalWindow->raise();
         m_finalWindow->activateWindow();
     }
-    enter(Stage::Uncovering, OpacityTime);
+    enter(Stage::Uncovering, opacityTime);
 }
 
 void FliprView::exchangeAtOnce()

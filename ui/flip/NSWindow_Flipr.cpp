@@ -13,26 +13,26 @@ namespace NSWindow_Flipr {
 
 namespace {
 
-constexpr QRect InitialFrame{128, 128, 512, 768};
-constexpr int SideMargin = 64;
-constexpr int TopMargin = 256;
+constexpr QRect initialFrame{128, 128, 512, 768};
+constexpr int sideMargin = 64;
+constexpr int topMargin = 256;
 
 // Past the window manager, which would push the margins on screen; never in the way of the pointer or the
 // keyboard.
-constexpr Qt::WindowFlags FlippingFlags = Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint
+constexpr Qt::WindowFlags flippingFlags = Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint
     | Qt::BypassWindowManagerHint | Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus;
 
 QPointer<QWidget> sharedWindow;
 
 QWidget *createFlippingWindow()
 {
-    auto *window = new QWidget(nullptr, FlippingFlags);
+    auto *window = new QWidget(nullptr, flippingFlags);
     window->setAttribute(Qt::WA_TranslucentBackground);
     window->setAttribute(Qt::WA_ShowWithoutActivating);
     window->setAttribute(Qt::WA_QuitOnClose, false);
-    window->setGeometry(InitialFrame);
-    const QRect content({0, 0}, InitialFrame.size());
-    const QRectF original = content.adjusted(SideMargin, TopMargin, -SideMargin, -TopMargin);
+    window->setGeometry(initialFrame);
+    const QRect content({0, 0}, initialFrame.size());
+    const QRectF original = content.adjusted(sideMargin, topMargin, -sideMargin, -topMargin);
     auto *layout = new QVBoxLayout(window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(new FliprView(content, original));
