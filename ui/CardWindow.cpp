@@ -39,7 +39,7 @@ CardWindow::CardWindow(TitleButtons buttons, QWidget *parent)
         m_titleStrip->addMinimiseButton();
     if (buttons.testFlag(CloseButton))
         m_titleStrip->addCloseButton();
-    FocusRing::installOn(this);
+    new FocusRing(this);
 }
 
 void CardWindow::paintEvent(QPaintEvent *)

@@ -8,14 +8,18 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QPainter>
-#include <QPushButton>
+#include <QWindow>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 // Between the control and the ring.
 constexpr int gap = 2;
 constexpr int controlRadius = 7;
+
+// In any window: a card that is brought up with a key shows where the keyboard is.
+bool lastInputWasKey = false;
 
 int reach()
 {
@@ -24,11 +28,6 @@ int reach()
 
 } // namespace
 
-void FocusRing::installOn(QWidget *window)
-{
-    new FocusRing(window);
-}
-
 FocusRing::FocusRing(QWidget *window)
     : QWidget(window)
 {
@@ -36,7 +35,7 @@ FocusRing::FocusRing(QWidget *window)
     setFocusPolicy(Qt::NoFocus);
     hide();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { followFocus(now); });
-    qApp->installEventFilter(this);
+    window->installEventFilter(this);
 }
 
 void FocusRing::followFocus(QWidget *focused)
@@ -45,35 +44,42 @@ void FocusRing::followFocus(QWidget *focused)
     if (!focused || focused == parentWidget() || focused->window() != parentWidget())
         return;
     m_control = focused;
+    // A control also moves when one of its ancestors does.
+    for (QWidget *widget = focused; widget != parentWidget(); widget = widget->parentWidget()) {
+        widget->installEventFilter(this);
+        m_watched.append(widget);
+    }
     place();
 }
 
 void FocusRing::leaveControl()
 {
+    for (const QPointer<QWidget> &widget : std::exchange(m_watched, {})) {
+        if (widget)
+            widget->removeEventFilter(this);
+    }
     m_control = nullptr;
     hide();
 }
 
 bool FocusRing::eventFilter(QObject *watched, QEvent *event)
 {
-    if (!watched->isWidgetType() && !watched->isWindowType())
-        return false;
     switch (event->type()) {
     case QEvent::KeyPress:
-        m_byKeyboard = true;
-        place();
+        takeInput(watched, true);
         break;
     case QEvent::MouseButtonPress:
-        m_byKeyboard = false;
-        hide();
+        takeInput(watched, false);
         break;
+    case QEvent::Show:
+        // Whatever the user does reaches this first, and the window that is shown again may be another one.
+        if (QWindow *handle = parentWidget()->windowHandle(); handle && watched == parentWidget())
+            handle->installEventFilter(this);
+        [[fallthrough]];
     case QEvent::Move:
     case QEvent::Resize:
-    case QEvent::Show:
     case QEvent::Hide:
-        // A control also moves when one of its ancestors does.
-        if (m_control && watched->isWidgetType() && watched != this
-            && (watched == m_control || static_cast<QWidget *>(watched)->isAncestorOf(m_control)))
+        if (watched != parentWidget())
             place();
         break;
     default:
@@ -82,9 +88,17 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+void FocusRing::takeInput(QObject *watched, bool isKey)
+{
+    if (watched != parentWidget()->windowHandle())
+        return;
+    lastInputWasKey = isKey;
+    place();
+}
+
 void FocusRing::place()
 {
-    if (!m_control || !m_byKeyboard || !m_control->isVisible()) {
+    if (!m_control || !lastInputWasKey || !m_control->isVisible()) {
         hide();
         return;
     }

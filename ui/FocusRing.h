@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QList>
 #include <QPointer>
 #include <QWidget>
 
@@ -14,19 +15,20 @@ class FocusRing : public QWidget {
 
 public:
     // The window owns the ring.
-    static void installOn(QWidget *window);
+    explicit FocusRing(QWidget *window);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    explicit FocusRing(QWidget *window);
     void followFocus(QWidget *focused);
     void leaveControl();
+    void takeInput(QObject *watched, bool isKey);
     void place();
     double radius() const;
 
     QPointer<QWidget> m_control;
-    bool m_byKeyboard = false;
+    // The control and its ancestors within the window.
+    QList<QPointer<QWidget>> m_watched;
 };
