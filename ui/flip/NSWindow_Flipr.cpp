@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/flip/NSWindow_Flipr.h"
+#include "platform/ThreadCheck.h"
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/FliprView.h"
 #include "ui/flip/WindowExchange.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace NSWindow_Flipr {
 
@@ -39,6 +41,15 @@ QWidget *createFlippingWindow()
     return window;
 }
 
+// A window that its program has never moved is placed anew by a window manager each time it is shown, and the
+// widget's own move does nothing for a window that stands there already.
+void place(QWidget *window, const QPoint &corner)
+{
+    window->move(corner);
+    if (QWindow *handle = window->windowHandle())
+        handle->setPosition(corner);
+}
+
 FliprView *viewOf(QWidget *window)
 {
     return window ? window->findChild<FliprView *>() : nullptr;
@@ -60,11 +71,12 @@ void releaseFlippingWindow()
 
 void flipToShowWindow(QWidget *window, QWidget *otherWindow, bool forward)
 {
+    platform::assertMainThread();
     FliprView *running = viewOf(sharedWindow);
     if (!otherWindow || otherWindow == window || (running && running->isFlipping()))
         return;
     if (window)
-        otherWindow->move(window->frameGeometry().topLeft());
+        place(otherWindow, window->frameGeometry().topLeft());
     const bool seen = window && window->isVisible() && !window->isMinimized();
     if (seen && FlipPermission::granted())
         viewOf(flippingWindow())->setInitialWindow(window, otherWindow, forward);
