@@ -6,8 +6,8 @@
 //     flip_frames            prints the table
 //     flip_frames SCALE      measures in this process and prints one row
 
-#include "testbed/DemoCards.h"
 #include "testbed/Waiting.h"
+#include "ui/CardWindow.h"
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/FliprView.h"
 #include "ui/flip/NSWindow_Flipr.h"
@@ -63,8 +63,8 @@ void *calloc(std::size_t count, std::size_t size) noexcept
 
 namespace {
 
-constexpr int Frames = 400;
-constexpr int WarmUpFrames = 20;
+constexpr int frames = 400;
+constexpr int warmUpFrames = 20;
 
 struct Cost {
     // By the clock, and of the processor's time alone, which other programs do not lengthen.
@@ -103,9 +103,10 @@ template <typename Value> Value percentile(std::vector<Cost> &costs, Value Cost:
 
 int measure(const char *scale)
 {
-    testbed::RecorderCard front;
-    testbed::PreferencesCard back;
-    const auto granted = FlipPermission::judge().replace([] { return true; });
+    // What is on a card costs nothing in a frame: its picture is taken once.
+    CardWindow front(CardWindow::MinimiseButton | CardWindow::CloseButton);
+    CardWindow back;
+    const auto always = FlipPermission::judge().replace([] { return true; });
     front.move(100, 100);
     front.show();
     NSWindow_Flipr::flipToShowWindow(&front, &back, true);
@@ -115,8 +116,8 @@ int measure(const char *scale)
     view->animation()->stopAnimation();
 
     std::vector<Cost> costs;
-    for (int frame = -WarmUpFrames; frame < Frames; ++frame) {
-        const Cost cost = frameCost(*view, static_cast<float>(std::max(frame, 0)) / Frames);
+    for (int frame = -warmUpFrames; frame < frames; ++frame) {
+        const Cost cost = frameCost(*view, static_cast<float>(std::max(frame, 0)) / frames);
         if (frame >= 0)
             costs.push_back(cost);
     }
@@ -151,8 +152,8 @@ int measureInProcess(const QString &program, const QString &scale)
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(program, {scale});
-    constexpr int DeadlineMilliseconds = 120000;
-    if (!process.waitForFinished(DeadlineMilliseconds) || process.exitCode() != 0)
+    constexpr int deadlineMilliseconds = 120000;
+    if (!process.waitForFinished(deadlineMilliseconds) || process.exitCode() != 0)
         return 1;
     std::fputs(process.readAllStandardOutput().constData(), stdout);
     return 0;

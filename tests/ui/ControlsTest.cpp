@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "testbed/Waiting.h"
+#include "ui/ElidedLabel.h"
+#include "ui/LevelMeter.h"
+#include "ui/TimeLabel.h"
+#include "ui/ValueSlider.h"
+
+#include <QAbstractEventDispatcher>
+#include <QAccessible>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+using testbed::waitUntil;
+
+TEST(LevelBallistics, RisesAtOnceFallsSteadilyAndRemembersClipping)
+{
+    LevelBallistics level;
+    level.advance(0.1F, 40ms);
+    EXPECT_NEAR(level.position(), 40.0 / 60, 1e-4);
+    level.advance(32766.0F / 32768, 40ms);
+    EXPECT_FALSE(level.isClipping()) << "loud, but not cut off";
+    level.advance(32767.0F / 32768, 40ms);
+    level.advance(0, 999ms);
+    EXPECT_TRUE(level.isClipping());
+    level.advance(0, 1ms);
+    EXPECT_FALSE(level.isClipping());
+    EXPECT_NEAR(level.position(), 40.0 / 60, 1e-4) << "20 decibels in a second";
+}
+
+TEST(LevelMeter, ShowsLeftAboveRightWhileItRunsAndThenWakesUpNoMore)
+{
+    LevelMeter meter;
+    meter.setSource([] { return std::array<float, 2>{0.002F, 0}; });
+    meter.resize(300, 11);
+    const auto bar = [&meter](int channel) { return meter.grab({0, channel * 7, 300, 4}).toImage(); };
+    const QImage left = bar(0), right = bar(1);
+    const auto sleeps
+        = [&meter] { return QAbstractEventDispatcher::instance()->registeredTimers(&meter).isEmpty(); };
+    meter.show();
+    meter.setRunning(true);
+    EXPECT_TRUE(waitUntil([&] { return bar(0) != left; }));
+    EXPECT_EQ(bar(1), right);
+    meter.hide();
+    EXPECT_TRUE(sleeps()) << "nobody sees it";
+    meter.show();
+    EXPECT_FALSE(waitUntil(sleeps, 1ms));
+    meter.setRunning(false);
+    EXPECT_TRUE(waitUntil(sleeps)) << "nothing moves any more";
+    EXPECT_EQ(bar(0), left);
+}
+
+QImage shown(const char *time)
+{
+    TimeLabel label;
+    label.setText(QLatin1String(time));
+    label.resize(360, label.sizeHint().height());
+    return label.grab().toImage();
+}
+
+TEST(TimeLabel, MovesNoDigitWhenAnotherChangesAndCutsNoneOff)
+{
+    const QRect behind(200, 0, 160, 40);
+    EXPECT_EQ(shown("11:11:07.2").copy(behind), shown("00:48:07.2").copy(behind));
+    const QImage longest = shown("100000:00:00.0");
+    EXPECT_EQ(longest.copy(0, 0, 1, 80), longest.copy(359, 0, 1, 80)) << "nothing at either side";
+}
+
+TEST(ElidedLabel, ShowsAnyTextInOneLineAndKeepsItWhole)
+{
+    for (const QString &text : {QStringLiteral("/home/100%1 of %s/Recordings and more\nsecond line"),
+             QStringLiteral("/home/<b>user</b>/\u202egnitroser\u202c/\u05e9\u05dc\u05d5\u05dd and more")}) {
+        ElidedLabel label;
+        label.setFixedWidth(120);
+        label.setProperty("text", text); // the way a binding sets it
+        EXPECT_EQ(label.text(), text);
+        const QString line = label.displayedText();
+        EXPECT_LE(label.fontMetrics().horizontalAdvance(line), 120);
+        EXPECT_FALSE(line.contains(u'\n') || line.contains(QChar(0x202e)));
+        EXPECT_FALSE(label.toolTip().isEmpty() || label.toolTip().contains(QStringLiteral("<b>")));
+    }
+}
+
+TEST(ValueSlider, IsDrawnToDetentsAndStepsWithItsKeys)
+{
+    ValueSlider slider;
+    slider.setScale(8, 320, 1);
+    slider.setDetents({8, 64, 128, 320});
+    slider.resize(320, 24);
+    for (const auto &[drawnTo, expected] : {std::pair(130, 128), {200, 200}, {318, 320}}) {
+        slider.setSliderPosition(drawnTo - 8);
+        EXPECT_EQ(slider.amount(), expected);
+    }
+    slider.setAmount(100);
+    for (const auto &[key, expected] : {std::pair(Qt::Key_Right, 101), {Qt::Key_PageUp, 128},
+             {Qt::Key_PageUp, 320}, {Qt::Key_PageDown, 128}, {Qt::Key_Home, 8}}) {
+        QTest::keyClick(&slider, key);
+        EXPECT_EQ(slider.amount(), expected);
+    }
+}
+
+TEST(ValueSlider, KeepsAmountsExactAndAnnouncesThemOnceAlsoToScreenReaders)
+{
+    constexpr double largest = 9.99899959564209;
+    ValueSlider slider;
+    slider.setScale(0, largest, 0.1);
+    auto *accessible = QAccessible::queryAccessibleInterface(&slider)->valueInterface();
+    const QSignalSpy changes(&slider, &ValueSlider::amountChanged);
+    for (const double amount : {5.37, largest, 4.96}) {
+        slider.setAmount(amount);
+        slider.setAmount(std::numeric_limits<double>::quiet_NaN());
+        EXPECT_EQ(slider.amount(), amount);
+        EXPECT_EQ(accessible->currentValue(), amount);
+    }
+    EXPECT_EQ(changes.count(), 3);
+    accessible->setCurrentValue(12);
+    EXPECT_EQ(slider.amount(), largest);
+}
+
+} // namespace

@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "ui/flip/FliprView.h"
+#include "testbed/Waiting.h"
+#include "ui/flip/FlipPermission.h"
+#include "ui/flip/NSWindow_Flipr.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testbed::waitUntil;
+
+using Quarters = std::array<QRgb, 4>; // top left, top right, bottom left, bottom right
+constexpr Quarters frontQuarters{0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffff00};
+constexpr Quarters backQuarters{0xff00ffff, 0xffff00ff, 0xffffffff, 0xff808080};
+
+// Another colour in each quarter, so that a turned, swapped or mirrored picture is known.
+QLabel *card(const Quarters &quarters)
+{
+    auto *label = new QLabel;
+    QImage image(2, 2, QImage::Format_RGB32);
+    for (int quarter = 0; quarter < 4; ++quarter)
+        image.setPixel(quarter % 2, quarter / 2, quarters[quarter]);
+    label->setWindowFlag(Qt::FramelessWindowHint);
+    label->setPixmap(QPixmap::fromImage(image.scaled(200, 120)));
+    label->move(300, 260);
+    return label;
+}
+
+class FliprViewTest : public testing::Test {
+protected:
+    FliprViewTest() { front->show(); }
+    ~FliprViewTest() override { NSWindow_Flipr::releaseFlippingWindow(); }
+
+    static QWidget *window() { return NSWindow_Flipr::flippingWindow(); }
+    static FliprView *view() { return window()->findChild<FliprView *>(); }
+    void flip(bool forward = true) { NSWindow_Flipr::flipToShowWindow(front.get(), back.get(), forward); }
+    bool turns()
+    {
+        flip();
+        return waitUntil([] { return view()->animation() && view()->animation()->isAnimating(); });
+    }
+    bool hasExchanged()
+    {
+        return waitUntil([] { return !view()->isFlipping(); }) && !(front && front->isVisible())
+            && back->isVisible() && back->windowOpacity() == 1 && !QApplication::overrideCursor();
+    }
+    // The card and its margins. Time has to stand still: the flip has just begun.
+    static QImage frameAt(float progress)
+    {
+        view()->animation()->setCurrentProgress(progress);
+        QImage image(view()->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        view()->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        return image;
+    }
+
+    std::unique_ptr<QLabel> front{card(frontQuarters)}, back{card(backQuarters)};
+    platform::SeamGuard allowed = FlipPermission::judge().replace([] { return true; });
+};
+
+TEST_F(FliprViewTest, BeginsWithTheUntouchedPictureInPlaceOverItsShadow)
+{
+    flip();
+    EXPECT_EQ(window()->geometry(), QRect(300 - 64, 260 - 256, 200 + 128, 120 + 512));
+    EXPECT_EQ(frameAt(0).copy(64, 256, 200, 120),
+        front->grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    // Where a soft shadow of 80 % ends, half of it is left: 8 points below the card, 8 points within it at
+    // the top.
+    EXPECT_NEAR(qAlpha(frameAt(0).pixel(64 + 100, 256 + 120 + 8)), 102, 6);
+    EXPECT_LT(qAlpha(frameAt(0).pixel(64 + 100, 256 - 8)), 30);
+}
+
+TEST_F(FliprViewTest, ShowsEachSideWithTheNearerHalfLarger)
+{
+    for (const bool forward : {true, false}) {
+        flip(forward);
+        for (const float progress : {0.35F, 0.65F}) {
+            const QImage image = frameAt(progress);
+            const Quarters &expected = progress < 0.5F ? frontQuarters : backQuarters;
+            for (int quarter = 0; quarter < 4; ++quarter)
+                EXPECT_EQ(image.pixel(134 + 60 * (quarter % 2), 286 + 60 * (quarter / 2)), expected[quarter]);
+            const bool isLeftNearer = forward == (progress < 0.5F);
+            EXPECT_EQ(image.pixelColor(124, 255).alpha() == 255, isLeftNearer) << "above the card, left";
+            EXPECT_EQ(image.pixelColor(204, 255).alpha() == 255, !isLeftNearer) << "above the card, right";
+        }
+        NSWindow_Flipr::releaseFlippingWindow();
+        back->hide();
+    }
+}
+
+TEST_F(FliprViewTest, CoversTheWindowBeforeItGoesAndHidesThePointerMeanwhile)
+{
+    back->move(10, 10);
+    ASSERT_TRUE(turns());
+    EXPECT_TRUE(front->isVisible() && back->isVisible());
+    EXPECT_EQ(front->windowOpacity(), 0);
+    EXPECT_EQ(back->windowOpacity(), 0);
+    EXPECT_EQ(view()->animation()->duration(), 0.75);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BlankCursor);
+    NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), false); // ignored
+    EXPECT_TRUE(hasExchanged());
+    EXPECT_EQ(front->windowOpacity(), 1);
+    EXPECT_EQ(back->pos(), QPoint(300, 260));
+    EXPECT_TRUE(waitUntil([] { return !window()->isVisible(); }));
+}
+
+TEST_F(FliprViewTest, BlocksInput)
+{
+    QPushButton button(back.get());
+    int clicks = 0;
+    QObject::connect(&button, &QPushButton::clicked, &button, [&] { ++clicks; });
+    const auto clicksNow = [&] {
+        QTest::mouseClick(&button, Qt::LeftButton);
+        QTest::keyClick(&button, Qt::Key_Space);
+        return clicks;
+    };
+    ASSERT_TRUE(turns());
+    EXPECT_EQ(clicksNow(), 0);
+    EXPECT_TRUE(hasExchanged());
+    EXPECT_EQ(clicksNow(), 2);
+}
+
+TEST_F(FliprViewTest, TurnsSlowlyWhileShiftIsHeld)
+{
+    QTest::keyPress(front.get(), Qt::Key_Shift, Qt::ShiftModifier);
+    EXPECT_TRUE(turns());
+    QTest::keyRelease(front.get(), Qt::Key_Shift);
+    EXPECT_EQ(view()->animation()->duration(), 3.75);
+}
+
+TEST_F(FliprViewTest, LeavesAWindowToTheUserWhateverIsDestroyed)
+{
+    ASSERT_TRUE(turns());
+    front.reset();
+    EXPECT_TRUE(hasExchanged());
+    front.reset(card(frontQuarters));
+    NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), false);
+    NSWindow_Flipr::releaseFlippingWindow();
+    EXPECT_EQ(front->windowOpacity(), 1) << "the flipping window";
+    back->hide();
+    ASSERT_TRUE(turns());
+    back.reset();
+    EXPECT_TRUE(front->isVisible() && front->windowOpacity() == 1) << "the second window";
+    EXPECT_FALSE(view()->isFlipping() || window()->isVisible());
+}
+
+TEST_F(FliprViewTest, ExchangesAtOnceWhatCannotBeSeenToTurn)
+{
+    const int screen = front->screen()->availableGeometry().width();
+    front->move(screen + 500, 260);
+    flip();
+    EXPECT_FALSE(view()->isFlipping());
+    EXPECT_TRUE(hasExchanged()) << "cut to nothing at the edge of the screen";
+
+    back->move(screen - 150, 260);
+    NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), true);
+    window()->hide();
+    EXPECT_TRUE(waitUntil([] { return !view()->isFlipping(); })) << "never drawn";
+    EXPECT_EQ(front->windowOpacity(), 1);
+
+    front->move(300, 260);
+    flip();
+    EXPECT_EQ(window()->width(), 64 + 200 + 64) << "what was cut at the edge has its margins again";
+}
+
+} // namespace
