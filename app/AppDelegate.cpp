@@ -9,6 +9,7 @@
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
+#include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
 #include "platform/desktop/Alert.h"
 #include "platform/desktop/FileManager.h"
@@ -29,7 +30,7 @@ using platform::UserDefaults;
 
 namespace {
 
-const QString kShowInFinderKey = u"showInFinderWhenFinishRecording"_s;
+const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
 
 } // namespace
 
@@ -95,6 +96,7 @@ void AppDelegate::getHelp(QObject *)
 
 void AppDelegate::setState(int state)
 {
+    platform::assertMainThread();
     if (m_state == state)
         return;
     m_state = state;
@@ -135,14 +137,14 @@ void AppDelegate::setCurrentDevice(const QString &name)
 
 bool AppDelegate::showInFinderWhenFinishRecording() const
 {
-    return UserDefaults::standardUserDefaults().boolForKey(kShowInFinderKey).value_or(true);
+    return UserDefaults::standardUserDefaults().boolForKey(showInFinderKey).value_or(true);
 }
 
 void AppDelegate::setShowInFinderWhenFinishRecording(bool show)
 {
     const bool changes = show != showInFinderWhenFinishRecording();
     UserDefaults &defaults = UserDefaults::standardUserDefaults();
-    defaults.setBool(show, kShowInFinderKey);
+    defaults.setBool(show, showInFinderKey);
     defaults.synchronize();
     if (changes)
         Q_EMIT showInFinderWhenFinishRecordingChanged();
@@ -312,6 +314,7 @@ void AppDelegate::showOutputInFinder(QObject *)
 
 void AppDelegate::setupAudioDevices()
 {
+    platform::assertMainThread();
     const auto chosen = [this](QAction *item) { devicesChanged(item); };
     if (audioDeviceMenus)
         InputDeviceMenu::rebuild(
@@ -356,6 +359,7 @@ QString AppDelegate::lengthFromDuration(qint64 milliseconds)
 
 void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 milliseconds)
 {
+    platform::assertMainThread();
     setLengthOfRecording(lengthFromDuration(milliseconds));
 }
 

@@ -8,15 +8,15 @@
 namespace {
 
 // 320 kilobits, the most that the encoder writes, as long as there is too little to measure.
-constexpr qint64 kLargestBytesPerSecond = 40000;
-constexpr std::chrono::seconds kEnoughToMeasure{5};
+constexpr qint64 largestBytesPerSecond = 40000;
+constexpr std::chrono::seconds enoughToMeasure{5};
 // File systems keep a little for themselves; what is below this is as good as nothing.
-constexpr qint64 kAsGoodAsNothing = 16384;
+constexpr qint64 asGoodAsNothing = 16384;
 
 qint64 bytesPerSecond(qint64 fileSize, std::chrono::milliseconds recorded)
 {
-    if (recorded < kEnoughToMeasure || fileSize <= 0)
-        return kLargestBytesPerSecond;
+    if (recorded < enoughToMeasure || fileSize <= 0)
+        return largestBytesPerSecond;
     return std::max<qint64>(1, fileSize * 1000 / recorded.count());
 }
 
@@ -42,9 +42,9 @@ DiskWatch::Judgement DiskWatch::judge(const platform::DiskState &disk, TimePoint
         return Judgement::FolderGone;
     if (!disk.fileExists)
         return Judgement::FileGone;
-    if (disk.bytesFree < kAsGoodAsNothing)
+    if (disk.bytesFree < asGoodAsNothing)
         return Judgement::Full;
-    if (now - m_lastGrowth > LongestWithoutGrowth)
+    if (now - m_lastGrowth > longestWithoutGrowth)
         return Judgement::NotWritten;
-    return m_timeLeft < NearlyFullBelow ? Judgement::NearlyFull : Judgement::Fine;
+    return m_timeLeft < nearlyFullBelow ? Judgement::NearlyFull : Judgement::Fine;
 }

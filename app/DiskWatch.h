@@ -14,9 +14,9 @@ public:
     enum class Judgement { Fine, NearlyFull, Full, NotWritten, FileGone, FolderGone };
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    static constexpr std::chrono::minutes NearlyFullBelow{5};
+    static constexpr std::chrono::minutes nearlyFullBelow{5};
     // The encoder gives bytes many times a second.
-    static constexpr std::chrono::milliseconds LongestWithoutGrowth{1500};
+    static constexpr std::chrono::milliseconds longestWithoutGrowth{1500};
 
     // Until now there was no reason for the file to grow.
     void start(TimePoint now);

@@ -18,7 +18,7 @@ using platform::bind;
 
 namespace {
 
-constexpr int FooterHeight = 44; // points of the card
+constexpr int footerHeight = 44; // points of the card
 
 } // namespace
 
@@ -27,16 +27,17 @@ MainCard::MainCard(AppDelegate *delegate)
     , m_delegate(delegate)
     , m_ui(std::make_unique<Ui::MainWindow>())
     , m_deviceMenu(new QMenu(this))
-    , m_status(delegate, &m_sound)
     , m_focus(this)
 {
+    connect(delegate, &AppDelegate::stateChanged, this, &MainCard::followState);
+    m_status = new StatusLine(delegate, &m_sound, this);
     m_ui->setupUi(content());
     setWindowTitle(content()->windowTitle());
     titleStrip()->addTool(m_ui->preferencesButton);
     titleStrip()->addTool(m_ui->helpButton);
     CardStyle::scaleLayout(content()->layout());
     // Empty before the first recording, and no lower for that.
-    m_ui->footer->setFixedHeight(CardStyle::scaled(FooterHeight));
+    m_ui->footer->setFixedHeight(CardStyle::scaled(footerHeight));
     connectOutlets();
     bindControls();
     connectCommands();
@@ -46,6 +47,18 @@ MainCard::MainCard(AppDelegate *delegate)
 }
 
 MainCard::~MainCard() = default;
+
+// The sound is listened to for what is shown of it; the status line asks the same watch.
+void MainCard::followState()
+{
+    const bool records = m_delegate->state() == RecorderStateRecording;
+    if (records)
+        m_sound.start(m_delegate->recordingTask());
+    else
+        m_sound.stop();
+    m_ui->levelMeter->setRunning(records);
+    m_ui->recordButton->setLit(records);
+}
 
 void MainCard::connectOutlets()
 {
@@ -60,9 +73,6 @@ void MainCard::bindControls()
     bind(m_ui->audioDeviceBox, "text", m_delegate, u"currentDevice"_s);
     bind(m_ui->outputFile, "text", m_delegate, u"currentOutputFile"_s);
     bindEnabled(m_ui->recordButton, u"canRecord"_s);
-    bind(m_ui->recordButton, m_delegate, u"state"_s, [this](const QVariant &state) {
-        m_ui->recordButton->setLit(state.toInt() == RecorderStateRecording);
-    });
     bindEnabled(m_ui->pauseButton, u"canPause"_s);
     bindEnabled(m_ui->stopButton, u"canStop"_s);
     bindEnabled(m_ui->playButton, u"canPlay"_s);
@@ -70,16 +80,13 @@ void MainCard::bindControls()
     bindVisible(m_ui->showButton, u"visibleShowInFinder"_s);
     bindVisible(m_ui->outputFile, u"visibleOutputFile"_s);
 
-    bind(m_ui->status, "text", &m_status, u"text"_s);
-    bind(m_ui->status, &m_status, u"warning"_s, [this](const QVariant &warning) {
+    bind(m_ui->status, "text", m_status, u"text"_s);
+    bind(m_ui->status, m_status, u"warning"_s, [this](const QVariant &warning) {
         m_ui->status->setProperty("important", warning);
         m_ui->status->style()->unpolish(m_ui->status);
         m_ui->status->style()->polish(m_ui->status);
     });
     m_ui->levelMeter->setSource([this] { return m_sound.takePeaks(); });
-    bind(m_ui->levelMeter, m_delegate, u"state"_s, [this](const QVariant &state) {
-        m_ui->levelMeter->setRunning(state.toInt() == RecorderStateRecording);
-    });
 }
 
 void MainCard::connectCommands()

@@ -29,6 +29,7 @@ public:
     ~MainCard() override;
 
 private:
+    void followState();
     void connectOutlets();
     void bindControls();
     void connectCommands();
@@ -43,6 +44,6 @@ private:
     std::unique_ptr<Ui::MainWindow> m_ui;
     QMenu *m_deviceMenu;
     SoundWatch m_sound;
-    StatusLine m_status;
+    StatusLine *m_status;
     FocusKeeper m_focus;
 };

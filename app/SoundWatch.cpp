@@ -3,6 +3,8 @@
 
 #include "app/SoundWatch.h"
 
+#include "platform/ThreadCheck.h"
+
 #include <algorithm>
 
 SoundWatch::SoundWatch(std::function<Clock::time_point()> now)
@@ -24,6 +26,7 @@ void SoundWatch::stop()
 
 void SoundWatch::listen()
 {
+    platform::assertMainThread();
     if (!m_task)
         return;
     const KTAudioLevels levels = m_task->audioRecorder()->takeLevels();
@@ -46,9 +49,9 @@ std::array<float, 2> SoundWatch::takePeaks()
 SoundWatch::Judgement SoundWatch::judge()
 {
     listen();
-    if (m_task && m_now() - m_lastArrival > LongestGap)
+    if (m_task && m_now() - m_lastArrival > longestGap)
         return Judgement::NothingArrives;
-    if (m_task && m_now() - m_lastSound >= LongestSilence)
+    if (m_task && m_now() - m_lastSound >= longestSilence)
         return Judgement::OnlySilence;
     return Judgement::Fine;
 }

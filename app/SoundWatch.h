@@ -10,16 +10,15 @@
 #include <functional>
 #include <memory>
 
-// Listens to a running recording from beside: what the level meter shows, and whether the microphone can be
-// trusted. Taking a recorder's levels resets them, so this is the one that takes them for everybody. Main
-// thread only.
+// Listens to a running recording from the side: what the level meter shows, and whether the microphone can be
+// trusted. Taking a recorder's levels resets them, so this is the only one that takes them. Main thread only.
 class SoundWatch {
 public:
     enum class Judgement { Fine, OnlySilence, NothingArrives };
     using Clock = std::chrono::steady_clock;
 
-    static constexpr std::chrono::milliseconds LongestGap{1200};
-    static constexpr std::chrono::seconds LongestSilence{5};
+    static constexpr std::chrono::milliseconds longestGap{1200};
+    static constexpr std::chrono::seconds longestSilence{5};
 
     // `now` may be replaced for a test.
     explicit SoundWatch(std::function<Clock::time_point()> now = Clock::now);

@@ -4,6 +4,7 @@
 #include "app/StatusLine.h"
 
 #include "app/AppDelegate.h"
+#include "platform/ThreadCheck.h"
 
 #include <QFileInfo>
 #include <QTimerEvent>
@@ -31,14 +32,6 @@ bool isRecording(int state)
     return state == RecorderStateRecording || state == RecorderStateRecordingPaused;
 }
 
-QString inMinutes(std::chrono::seconds time)
-{
-    const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(time).count();
-    if (minutes < 1)
-        return StatusLine::tr("less than a minute");
-    return minutes == 1 ? StatusLine::tr("1 minute") : StatusLine::tr("%1 minutes").arg(minutes);
-}
-
 } // namespace
 
 StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent)
@@ -62,9 +55,6 @@ void StatusLine::followState()
             m_diskIsSilent = false;
         }
         m_disk.start(steady_clock::now());
-        m_sound->start(m_delegate->recordingTask());
-    } else {
-        m_sound->stop();
     }
     if (!isRecording(m_state))
         m_timer.stop();
@@ -111,7 +101,8 @@ void StatusLine::judgeDisk(const platform::DiskState &disk)
 
 void StatusLine::refresh()
 {
-    const QString wrong = isRecording(m_state) ? problem(m_sound->judge()) : QString();
+    platform::assertMainThread();
+    const QString wrong = isRecording(m_state) ? troubles().sentence(m_device) : QString();
     const QString text = wrong.isEmpty() ? stateText() : wrong;
     const bool textChanges = std::exchange(m_text, text) != text;
     const bool warning = !wrong.isEmpty();
@@ -120,6 +111,14 @@ void StatusLine::refresh()
         Q_EMIT textChanged();
     if (warningChanges)
         Q_EMIT warningChanged();
+}
+
+Troubles StatusLine::troubles() const
+{
+    return {.diskIsSilent = m_diskIsSilent,
+        .disk = m_disk.judgement(),
+        .timeLeft = m_disk.timeLeft(),
+        .sound = m_sound->judge()};
 }
 
 QString StatusLine::stateText() const
@@ -136,30 +135,4 @@ QString StatusLine::stateText() const
     default:
         return m_delegate->currentDevice().isEmpty() ? tr("No input device") : tr("Ready");
     }
-}
-
-// The worst first: what is lost already, then what is being lost, then what may be.
-QString StatusLine::problem(SoundWatch::Judgement sound) const
-{
-    if (m_diskIsSilent)
-        return tr("The disk does not answer");
-    switch (m_disk.judgement()) {
-    case DiskWatch::Judgement::FolderGone:
-        return tr("The folder is gone");
-    case DiskWatch::Judgement::FileGone:
-        return tr("The file is gone");
-    case DiskWatch::Judgement::Full:
-        return tr("The disk is full");
-    default:
-        break;
-    }
-    if (sound == SoundWatch::Judgement::NothingArrives)
-        return tr("No sound is arriving from %1").arg(m_device);
-    if (m_disk.judgement() == DiskWatch::Judgement::NotWritten)
-        return tr("The file cannot be written");
-    if (m_disk.judgement() == DiskWatch::Judgement::NearlyFull)
-        return tr("The disk is nearly full: %1 left").arg(inMinutes(m_disk.timeLeft()));
-    if (sound == SoundWatch::Judgement::OnlySilence)
-        return tr("Only silence from %1").arg(m_device);
-    return {};
 }

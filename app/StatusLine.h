@@ -5,6 +5,7 @@
 
 #include "app/DiskWatch.h"
 #include "app/SoundWatch.h"
+#include "app/Troubles.h"
 #include "platform/Inquiry.h"
 
 #include <QBasicTimer>
@@ -14,6 +15,7 @@ class AppDelegate;
 
 // The one honest line: what the recorder is doing, from which device, and what is wrong when something is. It
 // only looks: it changes no state and shows no dialog. While nothing is recorded it does not wake up at all.
+// Main thread only.
 class StatusLine : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
@@ -21,7 +23,7 @@ class StatusLine : public QObject {
     Q_PROPERTY(bool warning READ isWarning NOTIFY warningChanged)
 
 public:
-    // Both outlive it.
+    // Both outlive it. Whoever starts and stops the watch hears of a change of state before this does.
     StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent = nullptr);
 
     QString text() const { return m_text; }
@@ -40,7 +42,7 @@ private:
     void judgeDisk(const platform::DiskState &disk);
     void refresh();
     QString stateText() const;
-    QString problem(SoundWatch::Judgement sound) const;
+    Troubles troubles() const;
 
     AppDelegate *m_delegate;
     SoundWatch *m_sound;
