@@ -5,16 +5,21 @@
 
 #include <cstdint>
 
-// What the whole application is doing. The commands' transitions:
+// What the whole application is doing. The transitions:
 //
-//     Idle            -> Recording:       Record, once access is granted, a folder is there and the task
-//     starts Recording       -> RecordingPaused: Pause RecordingPaused -> Recording:       Record Recording
-//     -> Idle:            Stop RecordingPaused -> Idle:            Stop Idle            -> Playing: Play,
-//     once there has been a recording Playing         -> PlayingPaused:   Pause PlayingPaused   -> Playing:
-//     Play Playing         -> Idle:            Stop PlayingPaused   -> Idle:            Stop any -> Idle: the
-//     end of playback
+//     Idle            -> Recording:       Record, with access to the microphone and a task that starts
+//     Recording       -> RecordingPaused: Pause
+//     RecordingPaused -> Recording:       Record, with access
+//     Recording       -> Idle:            Stop
+//     RecordingPaused -> Idle:            Stop
+//     Idle            -> Playing:         Play, once there is an output file
+//     Playing         -> PlayingPaused:   Pause
+//     PlayingPaused   -> Playing:         Play
+//     Playing         -> Idle:            Stop
+//     PlayingPaused   -> Idle:            Stop
+//     any             -> Idle:            playback has ended
 //
-// Any other command is refused: it changes nothing and is one line in the log.
+// Any other command changes nothing and leaves one line in the log.
 enum RecorderState : std::int32_t {
     RecorderStateIdle = 0,
     RecorderStateRecording = 1,

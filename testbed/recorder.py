@@ -133,7 +133,13 @@ class Recorder:
         try:
             wait_until(lambda: re.fullmatch(status, self.status or ""), f'status "{status}"', deadline)
         except Failure as failure:
-            raise Failure(f'{failure}, it is "{self.status}"') from None
+            raise Failure(f'{failure}, it is "{self.status}"; {self.described()}') from None
+
+    def described(self):
+        """What a person would see, for the message of a test that fails."""
+        texts = [control.text for control in self.program.find_all("label") if control.text]
+        return (f"the card reads {texts}, {self.windows()} windows, active: {self.desktop.active_window_geometry()}, "
+                f"pointer: {self.desktop.xdotool('getmouselocation')}, log:\n{self.program.log()[-3000:]}")
 
     def wait_elapsed(self, seconds, deadline=20):
         wait_until(lambda: self.elapsed >= seconds, f"{seconds} s recorded", deadline)
