@@ -168,7 +168,7 @@ class Measurement:
 def main():
     build, seconds = sys.argv[1], float(sys.argv[2]) if len(sys.argv) > 2 else 20
     with Desktop() as desktop:
-        sound = SoundServer(pipewire=False, signal="music")
+        sound = SoundServer(signal="music")
         try:
             measurement = Measurement(build, seconds, desktop, sound)
             measurement.first_paint()

@@ -12,7 +12,6 @@ memory of each recorder's processes, as the kernel accounts for them.
 
 import json
 import os
-import select
 import signal
 import subprocess
 import sys
@@ -20,27 +19,11 @@ import tempfile
 import threading
 import time
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "testbed"))
+from recorder import MICROPHONE, SoundServer  # noqa: E402
+
 RATE = 48000
 DEADLINE = 30  # seconds that any step may take
-
-
-class Microphone:
-    """A private sound server with one microphone."""
-
-    def __init__(self):
-        script = os.path.join(os.path.dirname(__file__), "..", "testbed", "sound_server.py")
-        self.server = subprocess.Popen([script, "--mic", "microphone=music"], stdout=subprocess.PIPE, text=True)
-        if not select.select([self.server.stdout], [], [], DEADLINE)[0]:
-            self.close()
-            raise SystemExit("The sound server does not start.")
-        answer = json.loads(self.server.stdout.readline())
-        if "error" in answer:
-            raise SystemExit(f"{answer['error']}\n{answer['log']}")
-        self.environment = {**os.environ, **answer["environment"], "LC_ALL": "C.UTF-8"}
-
-    def close(self):
-        self.server.terminate()
-        self.server.wait(DEADLINE)
 
 
 class Recorder:
@@ -87,18 +70,20 @@ def mp3_seconds(path):
 def main():
     build, seconds = sys.argv[1], float(sys.argv[2]) if len(sys.argv) > 2 else 60
     with tempfile.TemporaryDirectory() as folder:
-        microphone = Microphone()
+        server = SoundServer(signal="music")
+        source = MICROPHONE.replace(" ", "_")
         try:
-            parec = ["parec", "--raw", f"--rate={RATE}", "--channels=2", "--format=s16le", "--device=microphone"]
+            environment = {**os.environ, **server.environment, "LC_ALL": "C.UTF-8"}
+            parec = ["parec", "--raw", f"--rate={RATE}", "--channels=2", "--format=s16le", f"--device={source}"]
             lame = ["lame", "--quiet", "-r", "-s", "48", "--bitwidth", "16", "--signed", "--little-endian", "-m", "j",
                     "-q", "5", "--cbr", "-b", "320", "-t", "-", f"{folder}/lame.mp3"]
             ffmpeg = ["ffmpeg", "-nostdin", "-loglevel", "error", "-f", "pulse", "-sample_rate", str(RATE), "-i",
-                      "microphone", "-c:a", "libmp3lame", "-b:a", "320k", "-compression_level", "5", "-write_xing",
+                      source, "-c:a", "libmp3lame", "-b:a", "320k", "-compression_level", "5", "-write_xing",
                       "0", "-id3v2_version", "0", f"{folder}/ffmpeg.mp3"]
             ours = [f"{build}/benchmarks/record_headless", str(seconds), f"{folder}/flipside.mp3", "--cbr"]
-            recorders = [Recorder("Flipside, without a window", [ours], microphone.environment, None),
-                         Recorder("parec, lame", [parec, lame], microphone.environment, signal.SIGINT),
-                         Recorder("ffmpeg", [ffmpeg], microphone.environment, signal.SIGINT)]
+            recorders = [Recorder("Flipside, without a window", [ours], environment, None),
+                         Recorder("parec, lame", [parec, lame], environment, signal.SIGINT),
+                         Recorder("ffmpeg", [ffmpeg], environment, signal.SIGINT)]
             time.sleep(seconds - 0.5)
             for recorder in recorders:
                 recorder.note_peak()
@@ -106,7 +91,7 @@ def main():
             for recorder in recorders:
                 recorder.finish()
         finally:
-            microphone.close()
+            server.end()
         print("| recorder | sound recorded | CPU | CPU for 60 s | largest resident memory |")
         print("|---|---|---|---|---|")
         for recorder, name in zip(recorders, ("flipside", "lame", "ffmpeg")):

@@ -47,7 +47,7 @@ class Demo:
         os.makedirs(self.folder)
         say("A session on a virtual desktop, with a virtual microphone.")
         with Desktop(size=SCREEN, scale=SCALE) as self.desktop:
-            sound = SoundServer(pipewire=False, signal="music")
+            sound = SoundServer(signal="music")
             try:
                 self.furnish()
                 self.start(sound)
@@ -148,13 +148,9 @@ class Demo:
 
     def preferences(self):
         recorder = self.recorder
-        recorder.click("Preferences")
-        recorder.wait_for("button", "Done")
-        wait_until(lambda: recorder.windows() == 1, "the end of the flip")
+        recorder.turn_over("Preferences", "Done")
         self.picture("preferences")
-        recorder.click("Done")
-        recorder.wait_for("button", "Record")
-        wait_until(lambda: recorder.windows() == 1, "the end of the flip")
+        recorder.turn_over("Done", "Preferences")
         say(f"Preferences: the card turned over, and back. Pictures and the recording are in {self.folder}.")
 
 

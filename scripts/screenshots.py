@@ -15,7 +15,7 @@ import sys
 
 from demo import Demo, Desktop, SoundServer
 
-GROUNDS = {"light": (0xE9ECEF, 0xCED4DA), "dark": (0x1D2023, 0x121416)}
+GROUNDS = {"light": ("#E9ECEF", "#CED4DA"), "dark": ("#1D2023", "#121416")}
 
 
 class Pictures(Demo):
@@ -26,7 +26,7 @@ class Pictures(Demo):
     def take(self):
         with Desktop(size=(720 * self.scale, 600 * self.scale), scale=self.scale,
                      background=GROUNDS[self.ground]) as self.desktop:
-            sound = SoundServer(pipewire=False, signal="music")
+            sound = SoundServer(signal="music")
             try:
                 self.furnish()
                 self.start(sound)

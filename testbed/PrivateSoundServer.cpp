@@ -19,7 +19,7 @@ constexpr int stepDeadline = 20'000; // milliseconds; the script's own is shorte
 
 PrivateSoundServer::PrivateSoundServer(const QStringList &microphones, Kind kind)
 {
-    QStringList arguments{QStringLiteral(FLIPSIDE_TESTBED "/sound_server.py"), u"--control"_s};
+    QStringList arguments{QStringLiteral(FLIPSIDE_TESTBED "/sound_server.py")};
     if (kind == Kind::PipeWire)
         arguments.append(u"--pipewire"_s);
     for (const QString &microphone : microphones)

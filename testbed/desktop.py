@@ -18,8 +18,6 @@ import subprocess
 import tempfile
 import time
 
-import ground
-
 DEADLINE = 20.0
 """Seconds that any wait may take before the test fails."""
 
@@ -61,7 +59,7 @@ def need(command):
 
 class Desktop:
     def __init__(self, window_manager=("openbox",), compositor=("picom", "--backend", "xrender", "--config", "/dev/null"),
-                 size=(1280, 900), scale=1, background=(0x8496A6, 0x46535F)):
+                 size=(1280, 900), scale=1, background=("#8496A6", "#46535F")):
         self.window_manager = window_manager
         self.compositor = compositor
         self.size = size
@@ -93,11 +91,10 @@ class Desktop:
         try:
             self._start_display()
             self._start_bus()
-            if self.background:
-                ground.paint(self.env["DISPLAY"], self.size, *self.background)
+            self._paint_ground()
             if self.window_manager:
                 self.spawn(self.window_manager)
-                self._wait_for_window_manager()
+                wait_until(lambda: self._root_has("_NET_SUPPORTING_WM_CHECK"), "a window manager")
             if self.compositor:
                 self.spawn(self.compositor)
                 wait_until(self.composited, "a compositor")
@@ -158,28 +155,20 @@ class Desktop:
             raise Failure("the session bus did not start: " + self.log("dbus-daemon"))
         self.env["DBUS_SESSION_BUS_ADDRESS"] = address
 
-    def _root_property(self, name):
-        answer = subprocess.run([need("xprop"), "-root", name], env=self.env, capture_output=True, text=True)
-        return answer.stdout.strip()
+    def _root_has(self, atom):
+        answer = subprocess.run([need("xprop"), "-root", atom], env=self.env, capture_output=True, text=True)
+        return " # " in answer.stdout
 
-    def _wait_for_window_manager(self):
-        wait_until(lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"), "a window manager")
+    def _paint_ground(self):
+        """A gradient, where compositors look for the ground of a desktop. The painter has no useful exit status."""
+        width, height = self.size
+        subprocess.run([need("display"), "-window", "root", "-size", f"{width}x{height}",
+                        "gradient:" + "-".join(self.background)], env=self.env, stderr=subprocess.DEVNULL)
+        wait_until(lambda: self._root_has("_XSETROOT_ID"), "the ground to be painted")
 
     def composited(self):
-        """A compositor owns the selection _NET_WM_CM_S0; xdpyinfo cannot tell, so a root window of picom is asked for."""
         tree = subprocess.run([need("xwininfo"), "-root", "-tree"], env=self.env, capture_output=True, text=True)
-        return "picom" in tree.stdout or "compiz" in tree.stdout or self._selection_owned()
-
-    def _selection_owned(self):
-        probe = ("import ctypes, sys\n"
-                 "x = ctypes.CDLL('libX11.so.6')\n"
-                 "x.XOpenDisplay.restype = ctypes.c_void_p\n"
-                 "x.XInternAtom.restype = ctypes.c_ulong\n"
-                 "x.XGetSelectionOwner.restype = ctypes.c_ulong\n"
-                 "d = ctypes.c_void_p(x.XOpenDisplay(None))\n"
-                 "a = ctypes.c_ulong(x.XInternAtom(d, b'_NET_WM_CM_S0', 0))\n"
-                 "sys.exit(0 if x.XGetSelectionOwner(d, a) else 1)\n")
-        return subprocess.run(["/usr/bin/python3", "-c", probe], env=self.env).returncode == 0
+        return '"picom"' in tree.stdout
 
     def log(self, name):
         path = os.path.join(self.folder, name + ".log")
@@ -304,36 +293,16 @@ class Control:
     def __init__(self, node):
         self.node = node
 
-    @property
-    def text(self):
-        return self.node.name
+    text = property(lambda self: self.node.name)
+    description = property(lambda self: self.node.description)
+    enabled = property(lambda self: self._is("SENSITIVE"))
+    showing = property(lambda self: self._is("SHOWING"))
+    focused = property(lambda self: self._is("FOCUSED"))
+    checked = property(lambda self: self._is("CHECKED"))
 
-    @property
-    def description(self):
-        return self.node.description
-
-    def _has(self, state):
-        return self.node.getState().contains(state)
-
-    @property
-    def enabled(self):
+    def _is(self, state):
         import pyatspi
-        return self._has(pyatspi.STATE_SENSITIVE)
-
-    @property
-    def showing(self):
-        import pyatspi
-        return self._has(pyatspi.STATE_SHOWING)
-
-    @property
-    def focused(self):
-        import pyatspi
-        return self._has(pyatspi.STATE_FOCUSED)
-
-    @property
-    def checked(self):
-        import pyatspi
-        return self._has(pyatspi.STATE_CHECKED)
+        return self.node.getState().contains(getattr(pyatspi, "STATE_" + state))
 
     @property
     def value(self):
@@ -359,7 +328,17 @@ class Control:
         box = self.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
         return box.x, box.y, box.width, box.height
 
+    @property
+    def in_active_window(self):
+        import pyatspi
+        node = self.node
+        while node and not node.getState().contains(pyatspi.STATE_ACTIVE):
+            node = node.parent
+        return node is not None
+
     def click(self, desktop):
-        """Clicks the middle of the control with the real pointer; extents are in points, the pointer is in pixels."""
-        x, y, width, height = (desktop.scale * length for length in self.extents)
+        """Clicks the middle of the control with the real pointer. The program tells of its window before the window
+        manager has put it on the screen; until it is active there, a click would go to the ground, or beside it."""
+        wait_until(lambda: self.in_active_window, f"the window of {self.text} to be active")
+        x, y, width, height = (desktop.scale * length for length in self.extents)  # from points to pixels
         desktop.xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)

@@ -27,11 +27,12 @@ SAMPLES_PER_SECOND = 48000 * 2  # of decoded sound
 
 
 class SoundServer:
-    def __init__(self, pipewire, signal="tone"):
-        options = ["--control"] + (["--pipewire"] if pipewire else [])
+    """A private sound server with one microphone, for programs that get its environment."""
+
+    def __init__(self, pipewire=False, signal="tone"):
         self.process = subprocess.Popen(
-            ["/usr/bin/python3", os.path.join(HERE, "sound_server.py"), *options,
-             "--mic", f"{MICROPHONE}={signal}"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+            ["/usr/bin/python3", os.path.join(HERE, "sound_server.py"), "--mic", f"{MICROPHONE}={signal}",
+             *(["--pipewire"] if pipewire else [])], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         self.environment = {"PULSE_SERVER": self.answer()["environment"]["PULSE_SERVER"]}
 
     def answer(self):
@@ -96,20 +97,26 @@ class Recorder:
         self.wait_for("button", "Record")
 
     def wait_for(self, role, key, deadline=20):
-        return self.program.wait_for(role, key, deadline)
+        try:
+            return self.program.wait_for(role, key, deadline)
+        except Failure as failure:
+            raise Failure(f"{failure}; {self.described()}") from None
 
     def button(self, name):
         return self.wait_for("button", name)
 
-    def press(self, name):
+    def enabled_button(self, name):
         button = self.button(name)
         wait_until(lambda: button.enabled, f"{name} to be enabled")
-        button.press()
+        return button
+
+    def press(self, name):
+        """Through the accessibility bus."""
+        self.enabled_button(name).press()
 
     def click(self, name):
-        button = self.button(name)
-        wait_until(lambda: button.enabled, f"{name} to be enabled")
-        button.click(self.desktop)
+        """With the pointer."""
+        self.enabled_button(name).click(self.desktop)
 
     def text(self, description):
         label = self.program.find("label", description)
@@ -133,7 +140,7 @@ class Recorder:
         try:
             wait_until(lambda: re.fullmatch(status, self.status or ""), f'status "{status}"', deadline)
         except Failure as failure:
-            raise Failure(f'{failure}, it is "{self.status}"; {self.described()}') from None
+            raise Failure(f"{failure}; {self.described()}") from None
 
     def described(self):
         """What a person would see, for the message of a test that fails."""
@@ -145,10 +152,12 @@ class Recorder:
         wait_until(lambda: self.elapsed >= seconds, f"{seconds} s recorded", deadline)
 
     def choose_folder(self, folder):
-        """Answers the folder chooser that is open."""
-        self.wait_for("text", "Directory:")
+        """Answers the folder chooser that is open. What is typed before it has the keyboard goes to another window."""
+        field = self.wait_for("text", "Directory:")
+        wait_until(lambda: field.focused, "the chooser to have the keyboard")
         self.desktop.key("ctrl+a")
         self.desktop.type(folder)
+        wait_until(lambda: field.node.queryText().getText(0, -1) == folder, "the folder's name to be typed")
         self.desktop.key("Return")
         self.program.wait_gone("text", "Directory:")
 
@@ -164,6 +173,13 @@ class Recorder:
             return len(self.desktop.xdotool("search", "--onlyvisible", "--pid", self.program.pid).split())
         except Failure:
             return None
+
+    def turn_over(self, button, back):
+        """Clicks the button that turns the card; `back` is one on the other side."""
+        self.click(button)
+        self.wait_for("button", back)
+        # The card has turned over when the window that it turned in is gone.
+        wait_until(lambda: self.windows() == 1, "the end of the flip")
 
     def end(self):
         return self.program.end()

@@ -1,23 +1,21 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""A sound server of one's own, with microphones that hear what they are told to.
+"""A private sound server, with microphones that hear the signals they are given.
 
-    sound_server.py [--pipewire] [--mic NAME[=SIGNAL]]... [--no-speakers] [--control]
+    sound_server.py [--pipewire] [--mic NAME[=SIGNAL]]...
 
-Prints one line of JSON once it is up: {"environment": {...}, "directory": ..., "pid": ..., "server_pid": ...}; ends,
-and takes everything with it, on SIGTERM or SIGINT. Programs that get the environment talk to this server.
+Prints one line of JSON once it is up, {"environment": {...}}: programs that get this environment talk to this server.
+Then reads commands from standard input, answers each with a line of JSON, and at its end, or on SIGTERM or SIGINT, ends
+and takes everything with it:
+
+    load NAME[=SIGNAL] | unload NAME | default NAME | kill | start | freeze | thaw | position NAME
 
 SIGNAL is one of
     counter     each frame carries its number: low half left, high half right (the default)
     tone        440 Hz left and 880 Hz right, half of full scale
     silence
     music       plucked chords (needs sox)
-    speech      a voice (needs espeak-ng and sox)
-    a path      a WAV file (16-bit, 48000 Hz, stereo) or the raw frames of one, over and over
-
---control reads commands from standard input, answers each with a line of JSON, and ends at its end:
-    load NAME[=SIGNAL] | unload NAME | default NAME | kill | start | freeze | thaw | position NAME
 """
 
 import argparse
@@ -36,7 +34,6 @@ import sys
 import tempfile
 import threading
 import time
-import wave
 
 RATE = 48000
 FRAME_BYTES = 4
@@ -89,45 +86,26 @@ def tone():
     return samples.tobytes()
 
 
-def sox(*arguments, stdin=None):
-    command = ["sox", *arguments]
-    return subprocess.run(command, input=stdin, stdout=subprocess.PIPE, check=True).stdout
-
-
-RAW_OUTPUT = ["-t", "raw", "-r", str(RATE), "-c", "2", "-b", "16", "-e", "signed", "-"]
-
-
 def music():
+    """Four bars of two seconds, one after the other."""
     bars = []
     for chord in (("C3", "E4", "G4"), ("A2", "C4", "E4"), ("F2", "A3", "C4"), ("G2", "B3", "D4")):
-        left = [word for note in chord for word in ("pluck", note)]
-        bars.append(sox("-n", "-r", str(RATE), "-c", "3", *RAW_OUTPUT, "synth", "2", *left,
-                        "remix", "1v.5,2v.3,3v.2", "1v.5,2v.2,3v.3", "fade", "0", "2", "0.05"))
+        notes = [word for note in chord for word in ("pluck", note)]
+        bars.append(subprocess.run(
+            ["sox", "-n", "-r", str(RATE), "-c", "3", "-t", "raw", "-c", "2", "-b", "16", "-e", "signed", "-", "synth",
+             "2", *notes, "remix", "1v.5,2v.3,3v.2", "1v.5,2v.2,3v.3", "fade", "0", "2", "0.05"],
+            stdout=subprocess.PIPE, check=True).stdout)
     return b"".join(bars)
 
 
-def speech():
-    text = "The quick brown fox jumps over the lazy dog, and then it goes home to listen to the recording."
-    voice = subprocess.run(["espeak-ng", "--stdout", text], stdout=subprocess.PIPE, check=True).stdout
-    return sox("-t", "wav", "-", *RAW_OUTPUT, stdin=voice)
-
-
-def from_file(path):
-    try:
-        with wave.open(path) as file:
-            if (file.getframerate(), file.getnchannels(), file.getsampwidth()) != (RATE, 2, 2):
-                raise ValueError(f"{path}: not 16-bit stereo at {RATE} Hz")
-            return file.readframes(file.getnframes())
-    except wave.Error:
-        with open(path, "rb") as file:
-            return file.read()
-
-
 def signal_named(name):
-    makers = {"tone": tone, "silence": lambda: bytes(RATE * FRAME_BYTES), "music": music, "speech": speech}
     if name == "counter":
         return Counter()
-    return Loop(makers[name]() if name in makers else from_file(name))
+    return Loop({"tone": tone, "silence": lambda: bytes(RATE * FRAME_BYTES), "music": music}[name]())
+
+
+def key_of(name):
+    return "".join(c if c.isalnum() else "_" for c in name)
 
 
 class Microphone:
@@ -138,12 +116,11 @@ class Microphone:
         self.name = name
         self.signal = signal_named(signal_name)
         self.position = 0  # frames given so far
-        self.dropped = 0  # blocks that nobody read
         self.module = None
         self.thread = None
 
     def plug(self):
-        key = "".join(c if c.isalnum() else "_" for c in self.name)
+        key = key_of(self.name)
         path = os.path.join(self.server.directory, key + ".pipe")
         if os.path.exists(path):  # left by a server that was killed
             os.unlink(path)
@@ -161,7 +138,6 @@ class Microphone:
         self.stopping = threading.Event()
         self.thread = threading.Thread(target=self.feed)
         self.thread.start()
-        return key
 
     def feed(self):
         # PipeWire reads in step with a clock of its own, which this one must never keep waiting.
@@ -170,7 +146,7 @@ class Microphone:
             try:
                 os.write(self.pipe, self.signal.block(self.position))
             except BlockingIOError:
-                self.dropped += 1  # nobody reads: the sound of this moment is gone
+                pass  # nobody reads: the sound of this moment is gone
             except BrokenPipeError:
                 return
             self.position += BLOCK_FRAMES
@@ -191,17 +167,12 @@ class Microphone:
 
 
 class Server:
-    def __init__(self, pipewire, speakers):
+    def __init__(self, pipewire):
         self.pipewire = pipewire
-        self.speakers = speakers
         self.directory = tempfile.mkdtemp(prefix="flipside-sound-")
-        home = os.path.join(self.directory, "home")
-        runtime = os.path.join(self.directory, "run")
-        os.mkdir(home, 0o700)
-        os.mkdir(runtime, 0o700)
-        self.socket = os.path.join(runtime, "pulse", "native")
-        self.shared = {"PULSE_SERVER": "unix:" + self.socket, "XDG_RUNTIME_DIR": runtime}
-        self.environment = {**os.environ, **self.shared, "HOME": home, "LC_ALL": "C.UTF-8",
+        self.socket = os.path.join(self.directory, "pulse", "native")
+        self.shared = {"PULSE_SERVER": "unix:" + self.socket, "XDG_RUNTIME_DIR": self.directory}
+        self.environment = {**os.environ, **self.shared, "HOME": self.directory, "LC_ALL": "C.UTF-8",
                             "PATH": UNPACKED + ":" + os.environ["PATH"]}
         for name in ("XDG_CONFIG_HOME", "XDG_STATE_HOME", "DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "PULSE_COOKIE"):
             self.environment.pop(name, None)
@@ -225,28 +196,25 @@ class Server:
             self.start_pipewire()
         else:
             self.start_pulseaudio()
-        if self.speakers:
-            self.pactl("load-module", "module-null-sink", "sink_name=speakers", f"rate={RATE}",
-                       "sink_properties=device.description=Speakers")
+        self.pactl("load-module", "module-null-sink", "sink_name=speakers", f"rate={RATE}",
+                   "sink_properties=device.description=Speakers")
         for microphone in self.microphones.values():
             microphone.plug()
 
     def start_pulseaudio(self):
-        self.daemon = self.spawn("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
-                                 "--realtime=no", "--high-priority=no", "--log-target=stderr", "--log-level=warn",
-                                 "-L", "module-native-protocol-unix auth-anonymous=1")
-        self.wait_for_socket(self.socket, self.daemon)
+        daemon = self.spawn("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+                            "--realtime=no", "--high-priority=no", "--log-target=stderr", "--log-level=warn",
+                            "-L", "module-native-protocol-unix auth-anonymous=1")
+        self.wait_for_socket(self.socket, daemon)
 
     def start_pipewire(self):
         bus = self.spawn("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
         if not select.select([bus.stdout], [], [], DEADLINE)[0]:
             raise RuntimeError("the bus does not tell its address")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
-        runtime = self.environment["XDG_RUNTIME_DIR"]
-        self.wait_for_socket(os.path.join(runtime, "pipewire-0"), self.spawn("pipewire"))
+        self.wait_for_socket(os.path.join(self.directory, "pipewire-0"), self.spawn("pipewire"))
         self.spawn("wireplumber")
-        self.daemon = self.spawn("pipewire-pulse")
-        self.wait_for_socket(self.socket, self.daemon)
+        self.wait_for_socket(self.socket, self.spawn("pipewire-pulse"))
 
     def wait_for_socket(self, path, process):
         def accepts():
@@ -268,7 +236,7 @@ class Server:
             self.end_process(process)
         for microphone in self.microphones.values():
             microphone.stop()
-        for leftover in (self.socket, os.path.join(self.environment["XDG_RUNTIME_DIR"], "pipewire-0")):
+        for leftover in (self.socket, os.path.join(self.directory, "pipewire-0")):
             if os.path.exists(leftover):
                 os.unlink(leftover)
 
@@ -280,29 +248,25 @@ class Server:
         name, _, signal_name = microphone.partition("=")
         if name not in self.microphones:
             self.microphones[name] = Microphone(self, name, signal_name or "counter")
-        return self.microphones[name].plug()
+        self.microphones[name].plug()
+
+    def unload(self, name):
+        self.microphones.pop(name).unplug()
+
+    def choose_default(self, name):
+        self.pactl("set-default-source", key_of(name))
+
+    def signal_all(self, signal_number):
+        for process in self.processes:
+            process.send_signal(signal_number)
 
     def command(self, line):
-        word, _, argument = line.strip().partition(" ")
-        if word == "load":
-            return {"key": self.load(argument)}
-        if word == "unload":
-            self.microphones.pop(argument).unplug()
-        elif word == "default":
-            self.pactl("set-default-source", "".join(c if c.isalnum() else "_" for c in argument))
-        elif word == "kill":
-            self.kill()
-        elif word == "start":
-            self.start()
-        elif word in ("freeze", "thaw"):
-            for process in self.processes:
-                process.send_signal(signal.SIGSTOP if word == "freeze" else signal.SIGCONT)
-        elif word == "position":
-            microphone = self.microphones[argument]
-            return {"frames": microphone.position, "dropped": microphone.dropped}
-        else:
-            raise ValueError(f"unknown command {word}")
-        return {}
+        """Answers with what there is to say, mostly nothing."""
+        word, *rest = line.strip().split(" ", 1)
+        return {"load": self.load, "unload": self.unload, "default": self.choose_default, "kill": self.kill,
+                "start": self.start, "freeze": lambda: self.signal_all(signal.SIGSTOP),
+                "thaw": lambda: self.signal_all(signal.SIGCONT),
+                "position": lambda name: {"frames": self.microphones[name].position}}[word](*rest) or {}
 
 
 def answer(**fields):
@@ -314,15 +278,13 @@ def obey(server):
         try:
             answer(**server.command(line))
         except Exception as error:  # told to whoever gave the command
-            answer(error=str(error))
+            answer(error=repr(error))
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--pipewire", action="store_true", help="PipeWire, WirePlumber and pipewire-pulse")
     parser.add_argument("--mic", action="append", default=[], metavar="NAME[=SIGNAL]")
-    parser.add_argument("--no-speakers", action="store_true", help="no output device")
-    parser.add_argument("--control", action="store_true", help="read commands from standard input")
     options = parser.parse_args()
 
     def leave(*_):
@@ -330,18 +292,13 @@ def main():
 
     signal.signal(signal.SIGTERM, leave)
     signal.signal(signal.SIGINT, leave)
-    server = Server(options.pipewire, not options.no_speakers)
+    server = Server(options.pipewire)
     try:
         server.start()
         for microphone in options.mic:
             server.load(microphone)
-        answer(environment=server.shared, directory=server.directory, pid=os.getpid(),
-               server_pid=server.daemon.pid)
-        if options.control:
-            obey(server)
-        else:
-            while True:
-                signal.pause()
+        answer(environment=server.shared)
+        obey(server)
     except (OSError, RuntimeError, subprocess.SubprocessError, ValueError) as error:
         log = os.path.join(server.directory, "log")
         answer(error=str(error), log=open(log).read()[-2000:] if os.path.exists(log) else "")

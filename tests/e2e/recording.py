@@ -3,11 +3,13 @@
 # SPDX-License-Identifier: MIT
 """From the first start to the last second of a recording."""
 
+import datetime
 import os
 import re
 import signal
 import sys
 import time
+import zoneinfo
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
 from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
@@ -27,10 +29,7 @@ class Recording(RecorderTest):
         recorder.program.wait_gone("text", "Directory:")
         self.assertEqual(recorder.status, "Ready")
         self.assertEqual(self.recordings(), [])
-
         recorder.record()
-        self.assertRegex(self.one_recording(), r"/\d{4}-\d\d-\d\d \d\dh\d\dm\d\ds\.mp3$")
-        self.assertEqual(recorder.output_file, self.one_recording())
 
         # The folder is remembered.
         recorder.press("Stop")
@@ -38,6 +37,29 @@ class Recording(RecorderTest):
         again = self.start()
         again.click("Record")
         again.wait_status("Recording from .*")
+
+    def test_a_file_is_named_after_the_local_time_whatever_the_language(self):
+        recorder = self.start(TZ="Asia/Kolkata", LC_ALL="ar_EG.UTF-8")
+        before = datetime.datetime.now(zoneinfo.ZoneInfo("Asia/Kolkata"))
+        recorder.record()
+        self.assertEqual(recorder.output_file, self.one_recording())
+        name = os.path.basename(self.one_recording())
+        self.assertRegex(name, r"^[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}h[0-9]{2}m[0-9]{2}s\.mp3$")
+        started = datetime.datetime.strptime(name, "%Y-%m-%d %Hh%Mm%Ss.mp3").replace(tzinfo=before.tzinfo)
+        self.assertLess(abs(started - before), datetime.timedelta(seconds=30))
+
+    def test_the_settings_of_the_encoder_apply_to_the_next_recording(self):
+        recorder = self.start()
+        recorder.turn_over("Preferences", "Done")
+        recorder.wait_for("radio button", "Bitrate target").press()
+        recorder.wait_for("check box", "Restrict encoder to constant bitrate").press()
+        recorder.turn_over("Done", "Preferences")
+        recorder.record()
+        recorder.wait_elapsed(2)
+        recorder.press("Stop")
+        # 320 kilobits, where the encoder left to itself takes less than half of that for a tone.
+        size = os.path.getsize(self.one_recording())
+        self.assertAlmostEqual(size / decoded_seconds(self.one_recording()), 40000, delta=400)
 
     def test_a_paused_recording_is_as_long_as_it_says(self):
         recorder = self.start()
@@ -47,7 +69,10 @@ class Recording(RecorderTest):
         recorder.click("Pause")
         recorder.wait_status("Paused, recording from .*")
         shown = recorder.elapsed
-        time.sleep(1.5)  # what is under test: time that is not counted
+        # What is under test: time that is not counted, and in which nothing is missed.
+        paused = time.monotonic()
+        while time.monotonic() < paused + 3:
+            self.assertRegex(recorder.status, "Paused, recording from .*")
         self.assertEqual(recorder.elapsed, shown)
         recorder.click("Record")
         recorder.wait_status("Recording from .*")
@@ -81,7 +106,12 @@ class Recording(RecorderTest):
         played = time.monotonic() - resumed + paused - began
         self.assertGreater(played, recorder.elapsed - 0.5)
         self.assertLess(played, recorder.elapsed + 2)
-        self.assertTrue(recorder.button("Play").enabled)
+        recorder.press("Play")
+        recorder.wait_status("Playing .*")
+        self.stand_ins.drain()
+        recorder.press("Stop")
+        recorder.wait_status("Ready")
+        self.assertTrue(self.stand_ins.asked_nothing())
 
     def test_stop_while_paused_reveals_the_file(self):
         recorder = self.start()
@@ -95,9 +125,21 @@ class Recording(RecorderTest):
         recorder.wait_status("Ready")
         address = re.escape("file://" + self.one_recording().replace(" ", "%20"))
         self.stand_ins.expect("shown " + address)
-        recorder.click("Show in Folder")
-        self.stand_ins.expect("shown " + address)
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
+        recorder.end()
+
+        # Unless the user has turned that off.
+        with open(os.path.join(self.home, ".config", "flipside", "flipside.conf"), "a") as settings:
+            settings.write("\nshowInFinderWhenFinishRecording=false\n")
+        recorder = self.start()
+        recorder.click("Record")
+        self.stand_ins.expect("awake .*")
+        recorder.press("Stop")
+        self.stand_ins.expect("asleep .*")
+        recorder.click("Show in Folder")
+        self.stand_ins.expect("shown .*" + re.escape(os.path.basename(recorder.output_file).replace(" ", "%20")))
+        recorder.end()
+        self.assertTrue(self.stand_ins.asked_nothing())
 
     def test_closing_quits_and_stops_nothing(self):
         for end in ("close", "terminate", "key"):
@@ -152,8 +194,7 @@ class Recording(RecorderTest):
         recorder.record()
         self.desktop.key("ctrl+p")
         recorder.wait_status("Paused, .*")
-        record = recorder.button("Record")
-        wait_until(lambda: record.focused, "Record to have the focus again")
+        self.wait_focus(recorder, "Record")
         self.desktop.key("space")
         recorder.wait_status("Recording .*")
         # Record is disabled under the focus. A second press must not reach Pause, or anything else.
@@ -162,8 +203,37 @@ class Recording(RecorderTest):
         recorder.wait_elapsed(recorder.elapsed + 0.5)
         self.assertRegex(recorder.status, "Recording .*")
         self.desktop.key("Tab")
-        pause = recorder.button("Pause")
-        wait_until(lambda: pause.focused, "Tab to go on to Pause")
+        self.wait_focus(recorder, "Pause")
+        # From there on it is the user's: Record does not take it back.
+        self.desktop.key("Tab")
+        self.wait_focus(recorder, "Stop")
+        self.desktop.key("ctrl+p")
+        recorder.wait_status("Paused, .*")
+        self.assertTrue(recorder.button("Stop").focused)
+
+    def test_tab_follows_the_eye(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.press("Stop")
+        recorder.wait_status("Ready")
+        self.wait_focus(recorder, "Record")
+        for name in ("Show in Folder", "Preferences", "Help", "Minimise", "Close", "Input device", "Play", "Record"):
+            self.desktop.key("Tab")
+            self.wait_focus(recorder, name)
+
+    def test_help_opens_the_contact_page(self):
+        browser = os.path.join(self.home, "xdg-open")
+        with open(browser, "w") as script:
+            script.write(f'#!/bin/sh\necho "$1" >{self.home}/opened\n')
+        os.chmod(browser, 0o755)
+        recorder = self.start(PATH=f"{self.home}:{os.environ['PATH']}")
+        recorder.click("Help")
+        wait_until(lambda: os.path.exists(f"{self.home}/opened"), "the browser to be started")
+        wait_until(lambda: open(f"{self.home}/opened").read().endswith("/contact\n"), "the contact page")
+
+    def wait_focus(self, recorder, name):
+        button = recorder.button(name)
+        wait_until(lambda: button.focused, f"{name} to have the focus")
 
 
 if __name__ == "__main__":

@@ -34,9 +34,15 @@ class Devices(RecorderTest):
         for key in ("Down", "Down", "Return"):
             self.desktop.key(key)
         self.wait_device(recorder, "Line")
+        recorder.record()
 
+        # The recording keeps its device, and the status line names that one.
         self.sound.tell("load Headset=tone")
         self.wait_device(recorder, MICROPHONE)
+        shown = recorder.elapsed
+        self.sound.tell("unload " + MICROPHONE)
+        recorder.wait_elapsed(shown + 2)
+        self.assertEqual(recorder.status, "Recording from Line")
 
     def test_an_unplugged_microphone_is_missed_and_goes_on_when_it_is_back(self):
         recorder = self.start()
@@ -107,10 +113,7 @@ class Folders(RecorderTest):
         recorder = self.start()
         front = self.desktop.active_window_geometry()
         for button, back in (("Preferences", "Done"), ("Done", "Preferences")):
-            recorder.click(button)
-            recorder.wait_for("button", back)
-            # The card has turned over when the window that it turned in is gone.
-            wait_until(lambda: recorder.windows() == 1, "the end of the flip")
+            recorder.turn_over(button, back)
             self.assertIsNone(recorder.program.find("button", button))
             self.assertEqual(self.desktop.active_window_geometry(), front)
 
