@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
+#include "settings/HBPreferencesWndCtrl.h"
 #include "tests/app/RecorderRig.h"
 
 namespace {
@@ -12,89 +13,82 @@ using AppDelegateTest = RecorderRigTest;
 
 // The state machine
 
-enum class Command { Record, Pause, Stop, Play };
+enum Command { Record, Pause, Stop, Play };
 
+constexpr const char *refusals[] = {"Current state can not start record.", "Current state can not pause",
+    "Current state can not stop", "Current state can not play."};
+
+constexpr RecorderState idle = RecorderStateIdle, recording = RecorderStateRecording,
+                        paused = RecorderStateRecordingPaused, playing = RecorderStatePlaying,
+                        playingPaused = RecorderStatePlayingPaused;
+
+// Where each command leads from a state; where it leads nowhere it is refused.
 struct Row {
     RecorderState from;
-    Command command;
-    RecorderState to;
-    const char *message; // of the log, when the command is refused
+    RecorderState to[4];
 };
 
-class AppDelegateStates : public RecorderRigTest, public testing::WithParamInterface<Row> {
+class AppDelegateEveryState : public RecorderRigTest, public testing::WithParamInterface<Row> {
 protected:
     void send(Command command)
     {
-        switch (command) {
-        case Command::Record:
+        if (command == Record)
             return record();
-        case Command::Pause:
-            return delegate.pauseAction();
-        case Command::Stop:
-            return delegate.stopAction();
-        case Command::Play:
-            return delegate.playAction();
-        }
+        using Action = void (AppDelegate::*)(QObject *);
+        constexpr Action actions[]
+            = {nullptr, &AppDelegate::pauseAction, &AppDelegate::stopAction, &AppDelegate::playAction};
+        (delegate.*actions[command])(nullptr);
     }
 
-    // What the sound system does in each state.
-    void expectSound(RecorderState state)
+    // The sound system does what the state says, and the controls follow it.
+    void expectState(RecorderState state)
     {
-        const bool records = state == RecorderStateRecording || state == RecorderStateRecordingPaused;
+        EXPECT_EQ(delegate.state(), state);
+        const bool records = state == recording || state == paused;
         EXPECT_EQ(sound->captureOpen(), records);
-        EXPECT_EQ(sound->captureOpen() && sound->capturePaused(), state == RecorderStateRecordingPaused);
-        const bool plays = state == RecorderStatePlaying || state == RecorderStatePlayingPaused;
+        EXPECT_EQ(sound->capturePaused(), state == paused);
+        const bool plays = state == playing || state == playingPaused;
         EXPECT_EQ(sound->playbackOpen(), plays);
-        EXPECT_EQ(sound->playbackOpen() && sound->playbackPaused(), state == RecorderStatePlayingPaused);
+        EXPECT_EQ(sound->playbackPaused(), state == playingPaused);
+
+        const bool url = !delegate.currentOutputURL().isEmpty();
+        EXPECT_EQ(delegate.canRecord(), state == idle || state == paused);
+        EXPECT_EQ(delegate.canPause(), state == recording || state == playing);
+        EXPECT_EQ(delegate.canStop(), state != idle);
+        EXPECT_EQ(delegate.canPlay(), (state == idle || state == playingPaused) && url);
+        EXPECT_EQ(delegate.canShowPreferences(), !records);
+        EXPECT_EQ(delegate.visibleShowInFinder(), !records && url);
+        EXPECT_EQ(delegate.visibleOutputFile(), url);
+        EXPECT_EQ(delegate.currentOutputFile(), delegate.currentOutputURL().toLocalFile());
     }
 };
 
-TEST_P(AppDelegateStates, FollowTheTable)
+TEST_P(AppDelegateEveryState, FollowsTheTable)
 {
-    bringTo(GetParam().from);
-    send(GetParam().command);
-    EXPECT_EQ(delegate.state(), GetParam().to);
-    expectSound(GetParam().to);
-    const QStringList expected
-        = GetParam().message ? QStringList{QString::fromLatin1(GetParam().message)} : QStringList();
-    EXPECT_EQ(log.lines(), expected);
+    const Row &row = GetParam();
+    for (const Command command : {Record, Pause, Stop, Play}) {
+        bringTo(row.from);
+        expectState(row.from);
+        send(command);
+        expectState(row.to[command]);
+        const bool noFile = command == Play && delegate.currentOutputURL().isEmpty();
+        const QString refusal = QString::fromLatin1(noFile ? "Output url not exist." : refusals[command]);
+        EXPECT_EQ(log.lines(), row.to[command] == row.from ? QStringList(refusal) : QStringList());
+        delegate.stopAction();
+        delegate.setCurrentOutputURL({});
+        log.clear();
+    }
+    bringTo(row.from);
+    delegate.playTaskComplete(delegate.playTask());
+    EXPECT_EQ(delegate.state(), idle);
 }
-
-const char *const kCannotRecord = "Current state can not start record.";
-const char *const kCannotPause = "Current state can not pause";
-const char *const kCannotStop = "Current state can not stop";
-const char *const kCannotPlay = "Current state can not play.";
-
-INSTANTIATE_TEST_SUITE_P(Rows, AppDelegateStates,
-    testing::Values(Row{RecorderStateIdle, Command::Record, RecorderStateRecording, nullptr},
-        Row{RecorderStateIdle, Command::Pause, RecorderStateIdle, kCannotPause},
-        Row{RecorderStateIdle, Command::Stop, RecorderStateIdle, kCannotStop},
-        Row{RecorderStateIdle, Command::Play, RecorderStateIdle, "Output url not exist."},
-        Row{RecorderStateRecording, Command::Record, RecorderStateRecording, kCannotRecord},
-        Row{RecorderStateRecording, Command::Pause, RecorderStateRecordingPaused, nullptr},
-        Row{RecorderStateRecording, Command::Stop, RecorderStateIdle, nullptr},
-        Row{RecorderStateRecording, Command::Play, RecorderStateRecording, kCannotPlay},
-        Row{RecorderStateRecordingPaused, Command::Record, RecorderStateRecording, nullptr},
-        Row{RecorderStateRecordingPaused, Command::Pause, RecorderStateRecordingPaused, kCannotPause},
-        Row{RecorderStateRecordingPaused, Command::Stop, RecorderStateIdle, nullptr},
-        Row{RecorderStateRecordingPaused, Command::Play, RecorderStateRecordingPaused, kCannotPlay},
-        Row{RecorderStatePlaying, Command::Record, RecorderStatePlaying, kCannotRecord},
-        Row{RecorderStatePlaying, Command::Pause, RecorderStatePlayingPaused, nullptr},
-        Row{RecorderStatePlaying, Command::Stop, RecorderStateIdle, nullptr},
-        Row{RecorderStatePlaying, Command::Play, RecorderStatePlaying, kCannotPlay},
-        Row{RecorderStatePlayingPaused, Command::Record, RecorderStatePlayingPaused, kCannotRecord},
-        Row{RecorderStatePlayingPaused, Command::Pause, RecorderStatePlayingPaused, kCannotPause},
-        Row{RecorderStatePlayingPaused, Command::Stop, RecorderStateIdle, nullptr},
-        Row{RecorderStatePlayingPaused, Command::Play, RecorderStatePlaying, nullptr}));
-
-class AppDelegateEveryState : public RecorderRigTest, public testing::WithParamInterface<RecorderState> { };
 
 TEST_P(AppDelegateEveryState, RefusedAccessShowsTheAlertAndChangesNothing)
 {
-    bringTo(GetParam());
+    bringTo(GetParam().from);
     authorization = Denied;
     record();
-    EXPECT_EQ(delegate.state(), GetParam());
+    EXPECT_EQ(delegate.state(), GetParam().from);
     EXPECT_TRUE(log.lines().isEmpty());
     ASSERT_EQ(alerts.size(), 1);
     EXPECT_EQ(alerts[0].messageText, u"Need to access the microphone"_s);
@@ -105,69 +99,74 @@ TEST_P(AppDelegateEveryState, RefusedAccessShowsTheAlertAndChangesNothing)
     EXPECT_EQ(alerts[0].buttonTitle, u"OK"_s);
 }
 
-TEST_P(AppDelegateEveryState, TheEndOfPlaybackMeansIdle)
-{
-    bringTo(GetParam());
-    delegate.playTaskComplete(delegate.playTask());
-    EXPECT_EQ(delegate.state(), RecorderStateIdle);
-}
-
-TEST_P(AppDelegateEveryState, DerivedPropertiesHaveTheirValues)
-{
-    bringTo(GetParam());
-    const int state = GetParam();
-    const bool url = !delegate.currentOutputURL().isEmpty();
-    EXPECT_EQ(delegate.canRecord(), state == 0 || state == 2);
-    EXPECT_EQ(delegate.canPause(), state == 1 || state == 3);
-    EXPECT_EQ(delegate.canStop(), state != 0);
-    EXPECT_EQ(delegate.canPlay(), (state == 0 || state == 4) && url);
-    EXPECT_EQ(delegate.canShowPreferences(), state == 0 || state == 3 || state == 4);
-    EXPECT_EQ(delegate.visibleShowInFinder(), state != 1 && state != 2 && url);
-    EXPECT_EQ(delegate.visibleOutputFile(), url);
-    EXPECT_EQ(delegate.currentOutputFile(), delegate.currentOutputURL().toLocalFile());
-}
-
-TEST_P(AppDelegateEveryState, ShowInFinderNeedsOnlyAFile)
-{
-    bringTo(GetParam());
-    delegate.showOutputInFinder();
-    const QUrl file = delegate.currentOutputURL();
-    EXPECT_EQ(revealed, file.isEmpty() ? QList<QUrl>() : QList<QUrl>{file});
-}
-
 INSTANTIATE_TEST_SUITE_P(States, AppDelegateEveryState,
-    testing::Values(RecorderStateIdle, RecorderStateRecording, RecorderStateRecordingPaused,
-        RecorderStatePlaying, RecorderStatePlayingPaused));
+    testing::Values(Row{idle, {recording, idle, idle, idle}},
+        Row{recording, {recording, paused, idle, recording}}, Row{paused, {recording, paused, idle, paused}},
+        Row{playing, {playing, playingPaused, idle, playing}},
+        Row{playingPaused, {playingPaused, playingPaused, idle, playing}}));
 
-// Announcements
+// Recordings
 
-TEST_F(AppDelegateTest, DerivedPropertiesAreAnnouncedForTheirKeysAlone)
+TEST_F(AppDelegateTest, GivesARecordingInTheSameSecondTheNameOfTheLastAndItsElapsedTextUntilTheFirstReport)
 {
-    QList<int> announced(8, 0);
-    int index = 0;
-    for (const auto signal : {&AppDelegate::canRecordChanged, &AppDelegate::canPauseChanged,
-             &AppDelegate::canStopChanged, &AppDelegate::canPlayChanged,
-             &AppDelegate::canShowPreferencesChanged, &AppDelegate::visibleShowInFinderChanged,
-             &AppDelegate::visibleOutputFileChanged, &AppDelegate::currentOutputFileChanged})
-        QObject::connect(&delegate, signal, [&announced, place = index++] { ++announced[place]; });
-    const auto counts = [&] { return std::exchange(announced, QList<int>(8, 0)); };
-
-    delegate.setState(RecorderStatePlaying);
-    EXPECT_EQ(counts(), QList<int>({1, 1, 1, 1, 1, 1, 0, 0}));
-    delegate.setState(RecorderStatePlaying);
-    EXPECT_EQ(counts(), QList<int>({0, 0, 0, 0, 0, 0, 0, 0}));
-    delegate.setCurrentOutputURL(QUrl::fromLocalFile(u"/a.mp3"_s));
-    EXPECT_EQ(counts(), QList<int>({0, 0, 0, 1, 0, 0, 1, 1}));
-    delegate.setLengthOfRecording(u"x"_s);
-    delegate.setCurrentDevice(u"x"_s);
-    EXPECT_EQ(counts(), QList<int>({0, 0, 0, 0, 0, 0, 0, 0}));
+    QUrl first;
+    qint64 second = 0;
+    do { // until the clock does not move on in between
+        delegate.stopAction();
+        second = QDateTime::currentSecsSinceEpoch();
+        record();
+        hear();
+        first = delegate.currentOutputURL();
+        delegate.stopAction();
+        record();
+    } while (QDateTime::currentSecsSinceEpoch() != second);
+    EXPECT_EQ(delegate.currentOutputURL(), first);
+    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:00.5"_s);
 }
 
-TEST_F(AppDelegateTest, HelpOpensTheContactPage)
+TEST_F(AppDelegateTest, RefusesTheSecondOfTwoQuickPresses)
 {
-    delegate.getHelp();
-    ASSERT_EQ(browser.pages.size(), 1);
-    EXPECT_EQ(browser.pages[0].path(), u"/contact"_s);
+    delegate.recordAction();
+    delegate.recordAction();
+    EXPECT_EQ(delegate.state(), RecorderStateIdle);
+    settle();
+    EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    EXPECT_EQ(log.lines(), QStringList(u"Current state can not start record."_s));
+}
+
+TEST_F(AppDelegateTest, StartsAfterAChoiceOfFolderWhateverTheStateIsByThen)
+{
+    HBPreferencesWndCtrl *const preferences = delegate.preferencesWndCtrl();
+    preferences->setWorkingPathWithURL(QUrl::fromLocalFile(home.filePath(u"missing"_s)));
+    folderChosen = QUrl::fromLocalFile(home.path());
+    // Playback begins after the choice, and before the start that is queued for it.
+    QObject::connect(preferences, &HBPreferencesWndCtrl::workingPathChanged, &delegate,
+        [this] { delegate.setState(RecorderStatePlaying); });
+    record();
+    EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    EXPECT_EQ(QFileInfo(delegate.currentOutputFile()).path(), home.path());
+}
+
+TEST_F(AppDelegateTest, LeavesARecordingAloneThatStartedWhileAnAlertWasUp)
+{
+    const auto presenter = platform::alertPresenter().replace([this](const platform::Alert &) {
+        sound->setRefuseStarts(false);
+        record();
+    });
+    sound->setRefuseStarts(true);
+    record();
+    EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    delegate.stopAction();
+    EXPECT_FALSE(sound->captureOpen());
+}
+
+TEST_F(AppDelegateTest, CutsTheElapsedTimeOffAndNeverRounds)
+{
+    for (const auto &[milliseconds, text] :
+        {std::pair<qint64, QString>{0, u"00:00:00.0"_s}, {99, u"00:00:00.0"_s}, {100, u"00:00:00.1"_s},
+            {1999, u"00:00:01.9"_s}, {59999, u"00:00:59.9"_s}, {61234, u"00:01:01.2"_s},
+            {3600000, u"01:00:00.0"_s}, {86399999, u"23:59:59.9"_s}, {360000000, u"100:00:00.0"_s}})
+        EXPECT_EQ(AppDelegate::lengthFromDuration(milliseconds), text);
 }
 
 } // namespace

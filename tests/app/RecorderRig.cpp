@@ -4,7 +4,7 @@
 #include "tests/app/RecorderRig.h"
 
 #include "settings/HBPreferencesWndCtrl.h"
-#include "testbed/Waiting.h"
+#include "testbed/Mp3Files.h"
 
 namespace testbed {
 
@@ -50,13 +50,7 @@ void RecorderRig::bringTo(RecorderState state)
 
 void RecorderRig::hear()
 {
-    QByteArray frames;
-    for (int i = 0; i < 24000; ++i) {
-        const qint16 sample = qint16(i % 200 * 100);
-        frames.append(reinterpret_cast<const char *>(&sample), 2);
-        frames.append(reinterpret_cast<const char *>(&sample), 2);
-    }
-    sound->push(frames);
+    sound->push(tone(48000, {440, 440}, 0.5).bytes());
     settle();
 }
 

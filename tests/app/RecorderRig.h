@@ -12,26 +12,11 @@
 #include "testbed/ScriptedSoundSystem.h"
 #include "tests/support/LogCapture.h"
 
-#include <QDesktopServices>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <optional>
 
 namespace testbed {
-
-// The user's web browser.
-class Browser : public QObject {
-    Q_OBJECT
-
-public:
-    Browser() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "open"); }
-    ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
-
-    QList<QUrl> pages;
-
-public Q_SLOTS:
-    void open(const QUrl &page) { pages.append(page); }
-};
 
 // Everything that the controller meets outside itself, scripted: the sound system, the desktop, the
 // permission service and the user's settings. Between them are the real tasks, the real encoder and the real
@@ -59,9 +44,7 @@ public:
     int authorization = Authorized;
     QList<platform::Alert> alerts;
     QList<QUrl> revealed;
-    Browser browser;
-    int foldersAskedFor = 0;
-    std::optional<QUrl> folderChosen; // by the user, at the next question
+    std::optional<QUrl> folderChosen; // what the user answers
     AppDelegate delegate;
 
 private:
@@ -73,10 +56,7 @@ private:
     const platform::SeamGuard m_fileManager
         = platform::fileManager().replace([this](const auto &file) { revealed.append(file); });
     const platform::SeamGuard m_user
-        = platform::folderChooser().replace([this](QWidget *, const auto &choice) {
-              ++foldersAskedFor;
-              choice(std::exchange(folderChosen, std::nullopt));
-          });
+        = platform::folderChooser().replace([this](QWidget *, const auto &choice) { choice(folderChosen); });
 };
 
 class RecorderRigTest : public testing::Test, protected RecorderRig { };

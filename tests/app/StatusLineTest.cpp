@@ -2,180 +2,134 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/StatusLine.h"
-#include "platform/DiskState.h"
 #include "testbed/Waiting.h"
 #include "tests/app/RecorderRig.h"
 
-#include <condition_variable>
-#include <mutex>
+#include <atomic>
+#include <future>
 
 namespace {
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using platform::DiskState;
-using testbed::RecorderRigTest;
-using testbed::waitUntil;
+using Disk = DiskWatch::Judgement;
+using Sound = SoundWatch::Judgement;
 
-// The disk
-
-constexpr qint64 kMegabyte = 1000000;
+constexpr qint64 megabyte = 1000000;
 
 DiskState fileOf(qint64 size, qint64 free)
 {
     return {.folder = DiskState::Writable, .bytesFree = free, .fileExists = true, .fileSize = size};
 }
 
-TEST(DiskWatchTest, MeasuresTheRateOnceThereIsEnoughToMeasure)
+TEST(DiskWatch, MeasuresTheRateOnceThereIsEnoughToMeasure)
 {
     DiskWatch disk;
     const DiskWatch::TimePoint now{};
     disk.start(now);
-    disk.look(fileOf(1000, 12 * kMegabyte), 1s, now);
+    disk.look(fileOf(1000, 12 * megabyte), 1s, now);
     EXPECT_EQ(disk.timeLeft(), 300s);
-    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
-    disk.look(fileOf(1001, 12 * kMegabyte - 40000), 1s, now);
-    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::NearlyFull);
+    EXPECT_EQ(disk.judgement(), Disk::Fine);
+    disk.look(fileOf(1001, 12 * megabyte - 40000), 1s, now);
+    EXPECT_EQ(disk.judgement(), Disk::NearlyFull);
     // Ten seconds in a tenth of a megabyte: a quarter of the rate that was feared.
-    disk.look(fileOf(kMegabyte / 10, 12 * kMegabyte - 40000), 10s, now);
+    disk.look(fileOf(megabyte / 10, 12 * megabyte - 40000), 10s, now);
     EXPECT_EQ(disk.timeLeft(), 1196s);
-    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
+    EXPECT_EQ(disk.judgement(), Disk::Fine);
 }
 
-TEST(DiskWatchTest, AFileThatDoesNotGrowIsNotWritten)
+TEST(DiskWatch, JudgesTheWorstThatItSees)
 {
     DiskWatch disk;
     const DiskWatch::TimePoint begin{};
     disk.start(begin);
-    disk.look(fileOf(1, 1000 * kMegabyte), 1s, begin + 1s);
-    disk.look(fileOf(1, 1000 * kMegabyte), 2s, begin + 2500ms);
-    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
-    disk.look(fileOf(1, 1000 * kMegabyte), 2s, begin + 2501ms);
-    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::NotWritten);
-    disk.look(fileOf(2, 1000 * kMegabyte), 3s, begin + 3s);
-    EXPECT_EQ(disk.judgement(), DiskWatch::Judgement::Fine);
-}
-
-// The line
-
-class StatusLineTest : public RecorderRigTest {
-protected:
-    void setFile(const DiskState &state)
-    {
-        const std::scoped_lock lock(disk->mutex);
-        disk->file = state;
-    }
-    void setSilentAbout(const QString &path)
-    {
-        const std::scoped_lock lock(disk->mutex);
-        disk->silentAbout = path;
-        disk->answers.notify_all();
-    }
-    bool says(const QString &text)
-    {
-        return waitUntil([&] { return status.text() == text; });
-    }
-
-    // Outlives the test as long as somebody still looks at it.
-    struct Disk {
-        std::mutex mutex;
-        std::condition_variable answers;
-        QString silentAbout;
-        DiskState file = fileOf(1, 1000 * kMegabyte);
+    const auto judged = [&](const DiskState &state, std::chrono::milliseconds at) {
+        disk.look(state, 1s, begin + at);
+        return disk.judgement();
     };
-    std::shared_ptr<Disk> disk = std::make_shared<Disk>();
-    const platform::SeamGuard guard
-        = platform::disk().replace([disk = disk](const QString &folder, const QString &name) {
-              std::unique_lock lock(disk->mutex);
-              while (folder + u'/' + name == disk->silentAbout)
-                  disk->answers.wait(lock);
-              return disk->file;
-          });
-    SoundWatch::Clock::time_point now{};
-    SoundWatch watch{[this] { return now; }};
-    StatusLine status{&delegate, &watch};
-};
-
-TEST_F(StatusLineTest, SaysWhatTheRecorderDoes)
-{
-    EXPECT_EQ(status.text(), u"Ready"_s);
-    bringTo(RecorderStateRecording);
-    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
-    delegate.pauseAction();
-    EXPECT_EQ(status.text(), u"Paused, recording from Microphone"_s);
-    delegate.stopAction();
-    const QString name = delegate.currentOutputURL().fileName();
-    delegate.playAction();
-    EXPECT_EQ(status.text(), u"Playing "_s + name);
-    delegate.pauseAction();
-    EXPECT_EQ(status.text(), u"Paused, playing "_s + name);
-    delegate.stopAction();
-    sound->setDevices(QStringList());
-    EXPECT_TRUE(says(u"No input device"_s));
-    EXPECT_FALSE(status.isWarning());
+    EXPECT_EQ(judged(fileOf(1, 1000 * megabyte), 1s), Disk::Fine);
+    EXPECT_EQ(judged(fileOf(1, 1000 * megabyte), 2500ms), Disk::Fine);
+    EXPECT_EQ(judged(fileOf(1, 1000 * megabyte), 2501ms), Disk::NotWritten);
+    EXPECT_EQ(judged(fileOf(1, 0), 2501ms), Disk::Full);
+    EXPECT_EQ(judged(fileOf(2, 1000 * megabyte), 3s), Disk::Fine);
+    EXPECT_EQ(judged({.folder = DiskState::Writable}, 3s), Disk::FileGone);
+    EXPECT_EQ(judged({}, 3s), Disk::FolderGone);
 }
 
-TEST_F(StatusLineTest, MissesSoundAndHearsSilenceByTheClock)
+TEST(Troubles, TellTheCauseBeforeItsSymptomsAndLossBeforeDanger)
 {
-    using Judgement = SoundWatch::Judgement;
+    const std::pair<Troubles, QString> table[] = {
+        {{}, QString()},
+        {{.diskIsSilent = true, .disk = Disk::FolderGone}, u"The disk does not answer"_s},
+        {{.disk = Disk::FolderGone, .sound = Sound::NothingArrives}, u"The folder is gone"_s},
+        {{.disk = Disk::FileGone, .sound = Sound::NothingArrives}, u"The file is gone"_s},
+        {{.disk = Disk::Full, .sound = Sound::NothingArrives}, u"The disk is full"_s},
+        {{.disk = Disk::NotWritten, .sound = Sound::NothingArrives}, u"No sound is arriving from X"_s},
+        {{.disk = Disk::NotWritten, .sound = Sound::OnlySilence}, u"The file cannot be written"_s},
+        {{.disk = Disk::NearlyFull, .timeLeft = 150s, .sound = Sound::OnlySilence},
+            u"The disk is nearly full: 2 minutes left"_s},
+        {{.disk = Disk::NearlyFull, .timeLeft = 60s}, u"The disk is nearly full: 1 minute left"_s},
+        {{.disk = Disk::NearlyFull, .timeLeft = 59s}, u"The disk is nearly full: less than a minute left"_s},
+        {{.sound = Sound::OnlySilence}, u"Only silence from X"_s},
+    };
+    for (const auto &[troubles, sentence] : table)
+        EXPECT_EQ(troubles.sentence(u"X"_s), sentence);
+}
+
+using SoundWatchTest = testbed::RecorderRigTest;
+
+TEST_F(SoundWatchTest, MissesSoundAndHearsSilenceByTheClock)
+{
+    SoundWatch::Clock::time_point now{};
+    SoundWatch watch([&] { return now; });
     bringTo(RecorderStateRecording);
-    EXPECT_NEAR(watch.takePeaks()[0], 19900.0 / 32768, 1e-4);
+    watch.start(delegate.recordingTask());
+    hear();
+    EXPECT_NEAR(watch.takePeaks()[0], 0.5, 1e-4);
     EXPECT_EQ(watch.takePeaks()[0], 0);
     now += 1200ms;
-    EXPECT_EQ(watch.judge(), Judgement::Fine);
+    EXPECT_EQ(watch.judge(), Sound::Fine);
     now += 1ms;
-    EXPECT_TRUE(says(u"No sound is arriving from Microphone"_s));
-    EXPECT_TRUE(status.isWarning());
-    for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(watch.judge(), Sound::NothingArrives);
+    for (const Sound judgement : {Sound::Fine, Sound::Fine, Sound::Fine, Sound::Fine, Sound::OnlySilence}) {
         sound->push(QByteArray(96000, '\0'));
-        EXPECT_EQ(watch.judge(), Judgement::Fine);
+        EXPECT_EQ(watch.judge(), judgement);
         now += 1s;
     }
-    sound->push(QByteArray(96000, '\0'));
-    EXPECT_TRUE(says(u"Only silence from Microphone"_s));
     hear();
-    EXPECT_TRUE(says(u"Recording from Microphone"_s));
-    EXPECT_FALSE(status.isWarning());
+    EXPECT_EQ(watch.judge(), Sound::Fine);
     // A pause is no gap.
-    delegate.pauseAction();
     now += 1h;
-    record();
-    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
+    watch.start(delegate.recordingTask());
+    EXPECT_EQ(watch.judge(), Sound::Fine);
 }
 
-TEST_F(StatusLineTest, SaysWhatIsWrongWithTheDisk)
-{
-    bringTo(RecorderStateRecording);
-    for (const auto &[state, text] :
-        {std::pair{fileOf(1, 40000 * 150), u"The disk is nearly full: 2 minutes left"_s},
-            {fileOf(1, 40000 * 59), u"The disk is nearly full: less than a minute left"_s},
-            {fileOf(1, 0), u"The disk is full"_s},
-            {DiskState{.folder = DiskState::Writable}, u"The file is gone"_s},
-            {DiskState{}, u"The folder is gone"_s}}) {
-        setFile(state);
-        EXPECT_TRUE(says(text)) << qPrintable(text);
-        EXPECT_EQ(delegate.state(), RecorderStateRecording);
-    }
-    EXPECT_TRUE(alerts.isEmpty());
-    delegate.stopAction();
-    EXPECT_EQ(status.text(), u"Ready"_s);
-}
+using StatusLineTest = testbed::RecorderRigTest;
 
 TEST_F(StatusLineTest, ADiskThatNeverAnswersConcernsOneRecordingOnly)
 {
-    bringTo(RecorderStateRecording);
-    const QString first = delegate.currentOutputFile();
-    setSilentAbout(first);
+    const auto opened = std::make_shared<std::promise<void>>();
+    const auto guard = platform::disk().replace(
+        [gate = opened->get_future().share(), asked = std::make_shared<std::atomic_int>(0)](auto, auto) {
+            if ((*asked)++ == 0)
+                gate.wait();
+            return DiskState();
+        });
+    SoundWatch watch;
+    const StatusLine status(&delegate, &watch);
+    const auto says
+        = [&](const QString &text) { return testbed::waitUntil([&] { return status.text() == text; }); };
+
+    record();
     EXPECT_TRUE(says(u"The disk does not answer"_s));
+    EXPECT_TRUE(status.isWarning());
     delegate.stopAction();
     EXPECT_EQ(status.text(), u"Ready"_s);
-
-    bringTo(RecorderStateRecording);
-    ASSERT_NE(delegate.currentOutputFile(), first);
+    record();
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
-    setFile(DiskState{});
     EXPECT_TRUE(says(u"The folder is gone"_s));
-    setSilentAbout(QString());
+    opened->set_value();
 }
 
 } // namespace

@@ -23,7 +23,7 @@ class Devices(RecorderTest):
         wait_until(lambda: self.device(recorder) == name, f"{name} to be chosen")
 
     def test_a_device_is_chosen_from_the_menu_and_a_new_one_resets_the_choice(self):
-        self.sound.tell("load Line=tone")
+        self.sound.tell("load Line & Co=tone")
         self.sound.tell("default " + MICROPHONE)
         recorder = self.start()
         self.wait_device(recorder, MICROPHONE)
@@ -33,7 +33,7 @@ class Devices(RecorderTest):
         wait_until(lambda: recorder.windows() == 2, "the menu")
         for key in ("Down", "Down", "Return"):
             self.desktop.key(key)
-        self.wait_device(recorder, "Line")
+        self.wait_device(recorder, "Line & Co")
         recorder.record()
 
         # The recording keeps its device, and the status line names that one.
@@ -42,7 +42,7 @@ class Devices(RecorderTest):
         shown = recorder.elapsed
         self.sound.tell("unload " + MICROPHONE)
         recorder.wait_elapsed(shown + 2)
-        self.assertEqual(recorder.status, "Recording from Line")
+        self.assertEqual(recorder.status, "Recording from Line & Co")
 
     def test_an_unplugged_microphone_is_missed_and_goes_on_when_it_is_back(self):
         recorder = self.start()
@@ -71,6 +71,10 @@ class Devices(RecorderTest):
         recorder.press("OK")
         recorder.program.wait_gone("label", "Failed to start record.")
         wait_until(lambda: recorder.button("Record").enabled, "Record")
+        # The file that failed can be played, but is not offered to be shown before something really happens.
+        self.assertTrue(recorder.button("Play").enabled)
+        self.assertTrue(recorder.output_file.startswith(recorder.folder))
+        self.assertIsNone(recorder.program.find("button", "Show in Folder"))
 
         self.sound.tell("start")
         self.wait_device(recorder, MICROPHONE)
