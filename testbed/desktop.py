@@ -322,6 +322,9 @@ class Control:
                 return
         raise Failure(f"{self.text} offers only {names}")
 
+    def focus(self):
+        self.node.queryComponent().grabFocus()
+
     @property
     def extents(self):
         import pyatspi

@@ -204,12 +204,20 @@ class Recording(RecorderTest):
         self.assertRegex(recorder.status, "Recording .*")
         self.desktop.key("Tab")
         self.wait_focus(recorder, "Pause")
-        # From there on it is the user's: Record does not take it back.
-        self.desktop.key("Tab")
-        self.wait_focus(recorder, "Stop")
-        self.desktop.key("ctrl+p")
+
+    def test_the_focus_is_not_taken_back_from_where_the_user_moved_it(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.press("Pause")
         recorder.wait_status("Paused, .*")
-        self.assertTrue(recorder.button("Stop").focused)
+        self.wait_focus(recorder, "Record")
+        self.desktop.key("space")
+        recorder.wait_status("Recording .*")
+        recorder.button("Help").focus()
+        self.wait_focus(recorder, "Help")
+        recorder.press("Pause")
+        recorder.wait_status("Paused, .*")
+        self.assertTrue(recorder.button("Help").focused)
 
     def test_tab_follows_the_eye(self):
         recorder = self.start()
