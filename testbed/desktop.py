@@ -67,15 +67,11 @@ class Desktop:
         self.background = background
         self.processes = []
         self.folder = tempfile.mkdtemp(prefix="flipside-desktop-")
-        os.chmod(self.folder, 0o700)
-        self.home = os.path.join(self.folder, "home")
-        self.runtime = os.path.join(self.folder, "run")
-        for path in (self.home, self.runtime):
-            os.mkdir(path, 0o700)
+        self.home = tempfile.mkdtemp(dir=self.folder)
         self.env = {
             "PATH": os.environ["PATH"],
             "HOME": self.home,
-            "XDG_RUNTIME_DIR": self.runtime,
+            "XDG_RUNTIME_DIR": self.folder,
             "XDG_CONFIG_HOME": os.path.join(self.home, ".config"),
             "XDG_CACHE_HOME": os.path.join(self.home, ".cache"),
             "LC_ALL": "C.UTF-8",
@@ -83,9 +79,8 @@ class Desktop:
             "QT_SCALE_FACTOR": str(scale),
             "QT_QPA_PLATFORM": "xcb",
         }
-        for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "TZ"):
-            if name in os.environ:
-                self.env[name] = os.environ[name]
+        handed_on = ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "TZ")
+        self.env.update({name: os.environ[name] for name in handed_on if name in os.environ})
 
     def __enter__(self):
         try:
@@ -97,7 +92,7 @@ class Desktop:
                 wait_until(lambda: self._root_has("_NET_SUPPORTING_WM_CHECK"), "a window manager")
             if self.compositor:
                 self.spawn(self.compositor)
-                wait_until(self.composited, "a compositor")
+                wait_until(lambda: '"picom"' in self.ask("xwininfo", "-root", "-tree"), "a compositor")
             os.environ.update(self.env)
         except BaseException:
             self.__exit__(None, None, None)
@@ -111,13 +106,12 @@ class Desktop:
 
     # processes
 
-    def spawn(self, command, env=None, **options):
-        """Starts a helper program of the desktop; it ends with the desktop."""
+    def spawn(self, command, env=None, log=None, **options):
+        """Starts a program that ends with the desktop, what it prints in a log of its own."""
         need(command[0])
-        log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "ab")
-        process = subprocess.Popen(command, env={**self.env, **(env or {})}, stdin=subprocess.DEVNULL,
-                                   stdout=options.pop("stdout", log), stderr=log, start_new_session=True, **options)
-        log.close()
+        with open(log or os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "ab") as output:
+            process = subprocess.Popen(command, env={**self.env, **(env or {})}, stdin=subprocess.DEVNULL,
+                                       stderr=output, start_new_session=True, **{"stdout": output, **options})
         self.processes.append(process)
         return process
 
@@ -149,26 +143,28 @@ class Desktop:
 
     def _start_bus(self):
         bus = self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=1",
-                          "--address=unix:path=" + os.path.join(self.runtime, "bus")], stdout=subprocess.PIPE)
+                          "--address=unix:path=" + os.path.join(self.folder, "bus")], stdout=subprocess.PIPE)
         address = bus.stdout.readline().decode().strip()
         if not address:
             raise Failure("the session bus did not start: " + self.log("dbus-daemon"))
         self.env["DBUS_SESSION_BUS_ADDRESS"] = address
 
+    def ask(self, *command):
+        """The output of a program that looks at the desktop, or changes it."""
+        answer = subprocess.run([need(command[0]), *map(str, command[1:])], env=self.env, capture_output=True, text=True)
+        if answer.returncode:
+            raise Failure(f"{command}: {answer.stderr.strip()}")
+        return answer.stdout.strip()
+
     def _root_has(self, atom):
-        answer = subprocess.run([need("xprop"), "-root", atom], env=self.env, capture_output=True, text=True)
-        return " # " in answer.stdout
+        return " # " in self.ask("xprop", "-root", atom)
 
     def _paint_ground(self):
         """A gradient, where compositors look for the ground of a desktop. The painter has no useful exit status."""
-        width, height = self.size
-        subprocess.run([need("display"), "-window", "root", "-size", f"{width}x{height}",
-                        "gradient:" + "-".join(self.background)], env=self.env, stderr=subprocess.DEVNULL)
+        size = "x".join(map(str, self.size))
+        subprocess.run([need("display"), "-window", "root", "-size", size, "gradient:" + "-".join(self.background)],
+                       env=self.env, stderr=subprocess.DEVNULL)
         wait_until(lambda: self._root_has("_XSETROOT_ID"), "the ground to be painted")
-
-    def composited(self):
-        tree = subprocess.run([need("xwininfo"), "-root", "-tree"], env=self.env, capture_output=True, text=True)
-        return '"picom"' in tree.stdout
 
     def log(self, name):
         path = os.path.join(self.folder, name + ".log")
@@ -182,13 +178,10 @@ class Desktop:
 
     def screenshot(self, path, window="root"):
         os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
-        subprocess.run([need("import"), "-silent", "-window", str(window), path], env=self.env, check=True)
+        self.ask("import", "-silent", "-window", window, path)
 
     def xdotool(self, *arguments):
-        answer = subprocess.run([need("xdotool"), *map(str, arguments)], env=self.env, capture_output=True, text=True)
-        if answer.returncode:
-            raise Failure(f"xdotool {arguments}: {answer.stderr.strip()}")
-        return answer.stdout.strip()
+        return self.ask("xdotool", *arguments)
 
     def key(self, keys):
         self.xdotool("key", "--clearmodifiers", keys)
@@ -212,10 +205,7 @@ class Program:
     def __init__(self, desktop, command, env=None):
         self.desktop = desktop
         self.log_path = os.path.join(desktop.folder, f"{os.path.basename(command[0])}-{time.monotonic_ns()}.log")
-        with open(self.log_path, "wb") as log:
-            self.process = subprocess.Popen(command, env={**desktop.env, **(env or {})}, stdin=subprocess.DEVNULL,
-                                            stdout=log, stderr=log, start_new_session=True)
-        desktop.processes.append(self.process)
+        self.process = desktop.spawn(command, env, self.log_path)
 
     @property
     def pid(self):
@@ -246,12 +236,10 @@ class Program:
 
     def find(self, role, key, showing=True):
         """The control of that role whose accessible name or description is `key`; None when there is none."""
-        root = self.root()
-        return _search(root, role, key, showing) if root else None
+        return next(_matches(self.root(), role, key, showing), None)
 
     def find_all(self, role, showing=True):
-        root = self.root()
-        return list(_matches(root, role, None, showing)) if root else []
+        return list(_matches(self.root(), role, None, showing))
 
     def wait_for(self, role, key, deadline=DEADLINE, showing=True):
         def look():
@@ -264,27 +252,17 @@ class Program:
         wait_until(lambda: not self.find(role, key), f'{role} "{key}" to go', deadline)
 
 
-def _role(node):
-    name = node.getRoleName()
-    return {"push button": "button"}.get(name, name)
-
-
 def _matches(node, role, key, showing):
     import pyatspi
     try:
-        if role in (None, _role(node)) and (key is None or key in (node.name, node.description)):
+        if node.getRoleName().replace("push button", "button") == role and key in (None, node.name, node.description):
             if not showing or node.getState().contains(pyatspi.STATE_SHOWING):
                 yield Control(node)
         children = list(node)
-    except Exception:  # the control went away while it was looked at
+    except Exception:  # the control went away while it was looked at, or the whole program
         return
     for child in children:
-        if child is not None:
-            yield from _matches(child, role, key, showing)
-
-
-def _search(root, role, key, showing):
-    return next(_matches(root, role, key, showing), None)
+        yield from _matches(child, role, key, showing)
 
 
 class Control:
@@ -316,11 +294,7 @@ class Control:
         """Presses the control through the accessibility bus."""
         action = self.node.queryAction()
         names = [action.getName(i).lower() for i in range(action.nActions)]
-        for wanted in ("press", "toggle", "showmenu", "setfocus"):
-            if wanted in names:
-                action.doAction(names.index(wanted))
-                return
-        raise Failure(f"{self.text} offers only {names}")
+        action.doAction(names.index(next(name for name in ("press", "toggle", "showmenu") if name in names)))
 
     def focus(self):
         self.node.queryComponent().grabFocus()
