@@ -7,37 +7,22 @@ namespace testbed {
 
 using namespace Qt::StringLiterals;
 
-// Recursive, because a client may look at the script from inside a call.
-struct ScriptedSoundSystem::Shared {
-    mutable std::recursive_mutex lock;
-    sound::DeviceList devices;
-    std::function<void()> devicesChanged;
-    bool refuse = false;
-
-    sound::CaptureClient *capture = nullptr;
-    QString captureKey;
-    sound::SampleSpec captureSpec;
-    bool capturePaused = false;
-    bool captureLost = false;
-
-    sound::PlaybackClient *playback = nullptr;
-    sound::SampleSpec playbackSpec;
-    bool playbackPaused = false;
-    bool draining = false;
-};
-
-class ScriptedSoundSystem::Capture : public sound::CaptureStream {
+template <typename Interface, typename Client> class ScriptedSoundSystem::Stream : public Interface {
 public:
-    Capture(std::shared_ptr<Shared> shared, sound::CaptureClient *client)
+    using Place = Opened<Client> Shared::*;
+
+    Stream(std::shared_ptr<Shared> shared, Place place, const sound::SampleSpec &spec, Client *client)
         : m_shared(std::move(shared))
+        , m_place(place)
         , m_client(client)
     {
+        (*m_shared).*m_place = {client, spec, false};
     }
-    ~Capture() override
+    ~Stream() override
     {
-        std::scoped_lock lock(m_shared->lock);
-        if (m_shared->capture == m_client)
-            m_shared->capture = nullptr;
+        const Script script{m_shared.get()};
+        if (((*m_shared).*m_place).client == m_client)
+            ((*m_shared).*m_place).client = nullptr;
     }
     void pause() override { setPaused(true); }
     void resume() override { setPaused(false); }
@@ -45,51 +30,20 @@ public:
 private:
     void setPaused(bool paused)
     {
-        std::scoped_lock lock(m_shared->lock);
-        m_shared->capturePaused = paused;
+        const Script script{m_shared.get()};
+        ((*m_shared).*m_place).paused = paused;
     }
 
     std::shared_ptr<Shared> m_shared;
-    sound::CaptureClient *m_client;
+    Place m_place;
+    Client *m_client;
 };
-
-class ScriptedSoundSystem::Playback : public sound::PlaybackStream {
-public:
-    Playback(std::shared_ptr<Shared> shared, sound::PlaybackClient *client)
-        : m_shared(std::move(shared))
-        , m_client(client)
-    {
-    }
-    ~Playback() override
-    {
-        std::scoped_lock lock(m_shared->lock);
-        if (m_shared->playback == m_client)
-            m_shared->playback = nullptr;
-    }
-    void pause() override { setPaused(true); }
-    void resume() override { setPaused(false); }
-
-private:
-    void setPaused(bool paused)
-    {
-        std::scoped_lock lock(m_shared->lock);
-        m_shared->playbackPaused = paused;
-    }
-
-    std::shared_ptr<Shared> m_shared;
-    sound::PlaybackClient *m_client;
-};
-
-ScriptedSoundSystem::ScriptedSoundSystem()
-    : m_shared(std::make_shared<Shared>())
-{
-}
 
 ScriptedSoundSystem::~ScriptedSoundSystem()
 {
-    std::scoped_lock lock(m_shared->lock);
-    m_shared->capture = nullptr;
-    m_shared->playback = nullptr;
+    const Script script = this->script();
+    script->capture.client = nullptr;
+    script->playback.client = nullptr;
 }
 
 void ScriptedSoundSystem::setDevices(const QStringList &names)
@@ -104,151 +58,78 @@ void ScriptedSoundSystem::setDevices(const QStringList &names)
 
 void ScriptedSoundSystem::setDevices(const sound::DeviceList &devices)
 {
-    std::scoped_lock lock(m_shared->lock);
-    m_shared->devices = devices;
-    if (m_shared->devicesChanged)
-        m_shared->devicesChanged();
-}
-
-void ScriptedSoundSystem::setRefuseStarts(bool refuse)
-{
-    std::scoped_lock lock(m_shared->lock);
-    m_shared->refuse = refuse;
-}
-
-bool ScriptedSoundSystem::captureOpen() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->capture;
-}
-
-bool ScriptedSoundSystem::capturePaused() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->capture && m_shared->capturePaused;
-}
-
-QString ScriptedSoundSystem::captureSourceKey() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->captureKey;
-}
-
-sound::SampleSpec ScriptedSoundSystem::captureSpec() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->captureSpec;
-}
-
-bool ScriptedSoundSystem::playbackOpen() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->playback;
-}
-
-bool ScriptedSoundSystem::playbackPaused() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->playback && m_shared->playbackPaused;
-}
-
-sound::SampleSpec ScriptedSoundSystem::playbackSpec() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->playbackSpec;
+    const Script script = this->script();
+    script->devices = devices;
+    if (script->devicesChanged)
+        script->devicesChanged();
 }
 
 bool ScriptedSoundSystem::push(const void *data, std::size_t bytes)
 {
-    std::scoped_lock lock(m_shared->lock);
-    if (!m_shared->capture || m_shared->capturePaused || m_shared->captureLost)
+    const Script script = this->script();
+    if (!script->capture.client || script->capture.paused || script->captureLost)
         return false;
-    m_shared->capture->captured(data, bytes);
+    script->capture.client->captured(data, bytes);
     return true;
-}
-
-bool ScriptedSoundSystem::pushHole(std::size_t bytes)
-{
-    return push(nullptr, bytes);
 }
 
 void ScriptedSoundSystem::loseCapture()
 {
-    std::scoped_lock lock(m_shared->lock);
-    m_shared->captureLost = true;
-    if (m_shared->capture)
-        m_shared->capture->captureLost();
+    const Script script = this->script();
+    script->captureLost = true;
+    if (script->capture.client)
+        script->capture.client->captureLost();
 }
 
 void ScriptedSoundSystem::bringCaptureBack()
 {
-    std::scoped_lock lock(m_shared->lock);
-    m_shared->captureLost = false;
-    if (m_shared->capture)
-        m_shared->capture->captureBack();
+    const Script script = this->script();
+    script->captureLost = false;
+    if (script->capture.client)
+        script->capture.client->captureBack();
 }
 
 QByteArray ScriptedSoundSystem::pull(std::size_t bytes)
 {
-    std::scoped_lock lock(m_shared->lock);
-    if (!m_shared->playback || m_shared->playbackPaused || m_shared->draining)
+    const Script script = this->script();
+    if (!script->playback.client || script->playback.paused || script->draining)
         return {};
     QByteArray sound(qsizetype(bytes), '\0');
-    const std::size_t filled = m_shared->playback->fillPlayback(sound.data(), bytes);
-    m_shared->draining = filled < bytes;
+    const std::size_t filled = script->playback.client->fillPlayback(sound.data(), bytes);
+    script->draining = filled < bytes;
     return sound.first(qsizetype(filled));
-}
-
-bool ScriptedSoundSystem::playbackDraining() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->playback && m_shared->draining;
 }
 
 void ScriptedSoundSystem::finishPlayback(sound::PlaybackEnd end)
 {
-    std::scoped_lock lock(m_shared->lock);
-    if (auto *client = std::exchange(m_shared->playback, nullptr))
+    const Script script = this->script();
+    if (auto *client = std::exchange(script->playback.client, nullptr))
         client->playbackEnded(end);
-}
-
-sound::DeviceList ScriptedSoundSystem::devices() const
-{
-    std::scoped_lock lock(m_shared->lock);
-    return m_shared->devices;
-}
-
-void ScriptedSoundSystem::setDevicesChanged(std::function<void()> changed)
-{
-    std::scoped_lock lock(m_shared->lock);
-    m_shared->devicesChanged = std::move(changed);
 }
 
 sound::Opened<sound::CaptureStream> ScriptedSoundSystem::openCapture(
     const QString &sourceKey, const sound::SampleSpec &spec, sound::CaptureClient *client)
 {
-    std::scoped_lock lock(m_shared->lock);
-    if (m_shared->refuse)
+    const Script script = this->script();
+    if (script->refuse)
         return {nullptr, u"the script refuses"_s};
-    m_shared->capture = client;
-    m_shared->captureKey = sourceKey;
-    m_shared->captureSpec = spec;
-    m_shared->capturePaused = false;
-    m_shared->captureLost = false;
-    return {std::make_unique<Capture>(m_shared, client), {}};
+    script->captureKey = sourceKey;
+    script->captureLost = false;
+    return {std::make_unique<Stream<sound::CaptureStream, sound::CaptureClient>>(
+                m_shared, &Shared::capture, spec, client),
+        {}};
 }
 
 sound::Opened<sound::PlaybackStream> ScriptedSoundSystem::openPlayback(
     const sound::SampleSpec &spec, sound::PlaybackClient *client)
 {
-    std::scoped_lock lock(m_shared->lock);
-    if (m_shared->refuse)
+    const Script script = this->script();
+    if (script->refuse)
         return {nullptr, u"the script refuses"_s};
-    m_shared->playback = client;
-    m_shared->playbackSpec = spec;
-    m_shared->playbackPaused = false;
-    m_shared->draining = false;
-    return {std::make_unique<Playback>(m_shared, client), {}};
+    script->draining = false;
+    return {std::make_unique<Stream<sound::PlaybackStream, sound::PlaybackClient>>(
+                m_shared, &Shared::playback, spec, client),
+        {}};
 }
 
 } // namespace testbed
