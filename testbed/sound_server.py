@@ -20,12 +20,10 @@ SIGNAL is one of
 
 import argparse
 import array
-import ctypes
 import fcntl
 import json
 import math
 import os
-import select
 import shutil
 import signal
 import socket
@@ -34,6 +32,8 @@ import sys
 import tempfile
 import threading
 import time
+
+from desktop import Failure, end_process, wait_until
 
 RATE = 48000
 FRAME_BYTES = 4
@@ -44,38 +44,20 @@ UNPACKED = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "build
 """Where scripts/sound-servers puts the servers that are not installed."""
 
 
-def die_with_parent():
-    pr_set_pdeathsig = 1
-    ctypes.CDLL(None).prctl(pr_set_pdeathsig, signal.SIGKILL)
-
-
-def wait_for(condition, what):
-    deadline = time.monotonic() + DEADLINE
-    while not condition():
-        if time.monotonic() > deadline:
-            raise RuntimeError(f"timed out: {what}")
-        time.sleep(0.005)
-
-
-class Counter:
+def counter(first):
     """Frame n is the 32-bit number n."""
-
-    def block(self, first):
-        numbers = range(first, first + BLOCK_FRAMES)
-        return array.array("I", numbers).tobytes()
+    return array.array("I", range(first, first + BLOCK_FRAMES)).tobytes()
 
 
-class Loop:
+def loop(frames):
     """The same frames over and over."""
+    length = len(frames) // FRAME_BYTES
+    frames += frames[:BLOCK_FRAMES * FRAME_BYTES]
 
-    def __init__(self, frames):
-        self.frames = frames + frames[:BLOCK_FRAMES * FRAME_BYTES]
-        self.length = len(frames) // FRAME_BYTES
-
-    def block(self, first):
-        start = first % self.length * FRAME_BYTES
-        data = self.frames[start:start + BLOCK_FRAMES * FRAME_BYTES]
-        return data.ljust(BLOCK_FRAMES * FRAME_BYTES, b"\0")
+    def block(first):
+        start = first % length * FRAME_BYTES
+        return frames[start:start + BLOCK_FRAMES * FRAME_BYTES]
+    return block
 
 
 def tone():
@@ -99,9 +81,9 @@ def music():
 
 
 def signal_named(name):
-    if name == "counter":
-        return Counter()
-    return Loop({"tone": tone, "silence": lambda: bytes(RATE * FRAME_BYTES), "music": music}[name]())
+    """A function from the number of a frame to the block that begins with it."""
+    makers = {"tone": tone, "silence": lambda: bytes(RATE * FRAME_BYTES), "music": music}
+    return counter if name == "counter" else loop(makers[name]())
 
 
 def key_of(name):
@@ -144,7 +126,7 @@ class Microphone:
         due = time.monotonic() - (0.1 if self.server.pipewire else 0)
         while not self.stopping.wait(max(0, due - time.monotonic())):
             try:
-                os.write(self.pipe, self.signal.block(self.position))
+                os.write(self.pipe, self.signal(self.position))
             except BlockingIOError:
                 pass  # nobody reads: the sound of this moment is gone
             except BrokenPipeError:
@@ -180,16 +162,15 @@ class Server:
         self.microphones = {}
 
     def spawn(self, *command, **options):
-        log = open(os.path.join(self.directory, "log"), "a")
-        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stderr=log,
-                                   preexec_fn=die_with_parent, **{"stdout": log, **options})
+        with open(os.path.join(self.directory, "log"), "a") as log:
+            process = subprocess.Popen(["setpriv", "--pdeathsig", "KILL", *command], env=self.environment,
+                                       stdin=subprocess.DEVNULL, stderr=log, **{"stdout": log, **options})
         self.processes.append(process)
         return process
 
     def pactl(self, *arguments):
-        command = ["pactl", *arguments]
-        return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, text=True, check=True,
-                              timeout=DEADLINE).stdout
+        return subprocess.run(["pactl", *arguments], env=self.environment, stdout=subprocess.PIPE, text=True,
+                              check=True, timeout=DEADLINE).stdout
 
     def start(self):
         if self.pipewire:
@@ -208,10 +189,9 @@ class Server:
         self.wait_for_socket(self.socket, daemon)
 
     def start_pipewire(self):
-        bus = self.spawn("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
-        if not select.select([bus.stdout], [], [], DEADLINE)[0]:
-            raise RuntimeError("the bus does not tell its address")
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+        bus = os.path.join(self.directory, "bus")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + bus
+        self.wait_for_socket(bus, self.spawn("dbus-daemon", "--session", "--nofork", "--address=unix:path=" + bus))
         self.wait_for_socket(os.path.join(self.directory, "pipewire-0"), self.spawn("pipewire"))
         self.spawn("wireplumber")
         self.wait_for_socket(self.socket, self.spawn("pipewire-pulse"))
@@ -221,15 +201,14 @@ class Server:
             with socket.socket(socket.AF_UNIX) as client:
                 return client.connect_ex(path) == 0
 
-        wait_for(lambda: accepts() or process.poll() is not None, path)
+        wait_until(lambda: accepts() or process.poll() is not None, path, DEADLINE, poll=0.005)
         if process.poll() is not None:
-            raise RuntimeError(f"{process.args[0]} ended with {process.returncode}, see the log")
+            raise Failure(f"{process.args} ended with {process.returncode}, see the log")
 
     def end_process(self, process):
         if process in self.processes:
             self.processes.remove(process)
-        process.kill()
-        process.wait()
+        end_process(process, signal.SIGKILL)
 
     def kill(self):
         for process in reversed(self.processes[:]):
@@ -299,7 +278,7 @@ def main():
             server.load(microphone)
         answer(environment=server.shared)
         obey(server)
-    except (OSError, RuntimeError, subprocess.SubprocessError, ValueError) as error:
+    except (OSError, Failure, subprocess.SubprocessError, KeyError) as error:
         log = os.path.join(server.directory, "log")
         answer(error=str(error), log=open(log).read()[-2000:] if os.path.exists(log) else "")
         sys.exit(1)
