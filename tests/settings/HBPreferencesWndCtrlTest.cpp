@@ -4,9 +4,9 @@
 #include "settings/HBPreferencesWndCtrl.h"
 #include "platform/UserDefaults.h"
 #include "testbed/Waiting.h"
-#include "ui/FlipPermission.h"
-#include "ui/FliprView.h"
-#include "ui/NSWindow_Flipr.h"
+#include "ui/flip/FlipPermission.h"
+#include "ui/flip/FliprView.h"
+#include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
 #include <QDir>
