@@ -24,14 +24,8 @@ public:
         m_thread = std::this_thread::get_id();
         m_bytes.insert(
             m_bytes.end(), static_cast<const char *>(data), static_cast<const char *>(data) + size);
-        ++m_buffers;
     }
 
-    std::size_t buffers() const
-    {
-        std::scoped_lock lock(m_mutex);
-        return m_buffers;
-    }
     std::vector<char> bytes() const
     {
         std::scoped_lock lock(m_mutex);
@@ -65,7 +59,6 @@ public:
 private:
     mutable std::mutex m_mutex;
     std::vector<char> m_bytes;
-    std::size_t m_buffers = 0;
     std::thread::id m_thread;
     const AudioStreamBasicDescription *m_format = nullptr;
 };
