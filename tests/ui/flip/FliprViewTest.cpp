@@ -146,6 +146,7 @@ TEST_F(FliprViewTest, LeavesAWindowToTheUserWhateverIsDestroyed)
     EXPECT_EQ(front->windowOpacity(), 1) << "the flipping window";
     back->hide();
     ASSERT_TRUE(turns());
+    EXPECT_TRUE(waitUntil([this] { return !front->isVisible(); }));
     back.reset();
     EXPECT_TRUE(front->isVisible() && front->windowOpacity() == 1) << "the second window";
     EXPECT_FALSE(view()->isFlipping() || window()->isVisible());
