@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 // Draws the preferences card and the encoder sheet as they look on a desktop with a light and with a dark
-// theme: settings_shots FOLDER, once for each QT_SCALE_FACTOR.
+// theme: settings_shots FOLDER light|dark, once for each QT_SCALE_FACTOR.
 
 #include "platform/DiskState.h"
 #include "platform/UserDefaults.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "settings/KTMP3ConfigureWndCtrl.h"
+#include "testbed/Waiting.h"
 #include "ui/ElidedLabel.h"
 
 #include <QApplication>
@@ -77,7 +78,9 @@ int main(int argc, char **argv)
         + u"-%2x.png"_s.arg(application.devicePixelRatio());
     card->findChild<ElidedLabel *>(u"workingFolder"_s)->setText(u"/home/user/Recordings"_s);
     card->show();
-    QApplication::processEvents();
+    // The last to come: the disk's answer.
+    if (!testbed::waitUntil([&preferences] { return preferences.recordingEstimate().contains(u"fit"_s); }))
+        qFatal("the disk does not answer");
     save({card}, theme.window, name.arg(u"preferences"_s));
 
     KTMP3ConfigureWndCtrl sheet(u"KTMP3ConfigureWndCtrl"_s);
