@@ -94,7 +94,7 @@ TEST_F(HBRecordingTaskTest, CountsAndReportsEveryBufferAndTakesTheEntryOfItsForm
         EXPECT_TRUE(entry == Entry::Float || contents() == contents(u"expected.mp3"_s));
         EXPECT_EQ(contents().startsWith("\xff\xfb"), entry == Entry::Int || entry == Entry::ShortInt);
         const QString complaint = u"Can't support bits per channel:%1"_s.arg(bits);
-        EXPECT_EQ(log.count(complaint), entry == Entry::None);
+        EXPECT_EQ(log.lines().count(complaint), entry == Entry::None);
         log.clear();
     }
 }
@@ -137,7 +137,7 @@ TEST_F(HBRecordingTaskTest, FailedStartsSayWhyAndShowTheFormatThatTheyFailedWith
     EXPECT_EQ(task->audioStreamBaseDescription().mSampleRate, 44100);
     for (const QString &line : {u"Can't support 16bit record."_s, u"Only support 32 bit, 16bit: 24"_s,
              u"Failed to ready write to mp3 encoder."_s})
-        EXPECT_EQ(log.count(line), 1) << line.toStdString();
+        EXPECT_EQ(log.lines().count(line), 1) << line.toStdString();
     EXPECT_TRUE(sound->captureOpen());
     task.reset();
     EXPECT_FALSE(sound->captureOpen());
