@@ -1,0 +1,302 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/FileWriter.h"
+
+#include "platform/Inquiry.h"
+#include "platform/Logging.h"
+#include "platform/OpenOutputs.h"
+
+#include <QFile>
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+
+using namespace std::chrono_literals;
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t mostWaiting = std::size_t(256) * 1024 * 1024;
+constexpr auto openDeadline = 900ms;
+constexpr auto seekDeadline = 900ms;
+constexpr auto closePatience = 50ms;
+constexpr auto firstPause = 100ms;
+constexpr auto longestPause = 1000ms;
+// Beyond this a disk that does not answer is worth a log line.
+constexpr auto silence = 1s;
+constexpr auto lookEvery = 1s;
+
+// One of them says that a file has become too large, and would end the process.
+class SignalsBlocked {
+public:
+    SignalsBlocked()
+    {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &m_before);
+    }
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    SignalsBlocked(const SignalsBlocked &) = delete;
+    SignalsBlocked &operator=(const SignalsBlocked &) = delete;
+
+private:
+    sigset_t m_before;
+};
+
+} // namespace
+
+Patience::Clock::duration Patience::left(Clock::time_point now)
+{
+    m_left = std::min(longest, m_left + (now - m_since) / share);
+    m_since = now;
+    // Less than the shortest sleep of a thread is not worth the attempt.
+    return m_left < std::chrono::milliseconds(1) ? Clock::duration::zero() : m_left;
+}
+
+void Patience::spend(Clock::time_point from, Clock::time_point to)
+{
+    m_left -= std::min(m_left, to - from);
+    m_since = to;
+}
+
+FileWriter::FileWriter(Private, const QString &path)
+    : m_path(path)
+    , m_file(QFile::encodeName(path))
+    , m_ring(mostWaiting)
+{
+}
+
+std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error)
+{
+    const auto writer = std::make_shared<FileWriter>(Private(), path);
+    if (writer->m_ring.capacity() == 0)
+        error = ENOMEM;
+    else if (!runOnSpareThread([writer] { writer->run(); }))
+        error = EAGAIN;
+    else {
+        std::unique_lock lock(writer->m_mutex);
+        writer->m_progress.wait_for(lock, openDeadline, [&] { return writer->m_phase != Phase::Opening; });
+        if (writer->m_phase == Phase::Open)
+            return writer;
+        error = writer->m_phase == Phase::Opening ? ETIMEDOUT : writer->m_error;
+        writer->m_phase = Phase::Refused;
+    }
+    qCWarning(lcPlatform, "Cannot open %s: %s.", qPrintable(path), qPrintable(outputErrorReason(error)));
+    return nullptr;
+}
+
+// The thread
+
+void FileWriter::run()
+{
+    const SignalsBlocked blocked;
+    const int error = openFile();
+    std::unique_lock lock(m_mutex);
+    // Refused: whoever asked waits no longer.
+    if (error || m_phase == Phase::Refused) {
+        lock.unlock();
+        m_file.undo();
+        lock.lock();
+        m_error = error;
+        m_phase = Phase::Refused;
+        m_progress.notify_all();
+        return;
+    }
+    OpenOutputs::instance().add(shared_from_this());
+    m_phase = Phase::Open;
+    m_progress.notify_all();
+    while (hasWork(lock))
+        writeSome(lock);
+    if (m_isClosing) {
+        lock.unlock();
+        OpenOutputs::instance().remove(this);
+        m_file.close();
+        lock.lock();
+    }
+    m_ring.dispose();
+    m_phase = Phase::Ended;
+    m_progress.notify_all();
+}
+
+// What a late opening has not truncated yet, it leaves as it is.
+int FileWriter::openFile()
+{
+    if (const int error = m_file.open())
+        return error;
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_phase == Phase::Refused)
+            return 0;
+    }
+    return m_file.truncate();
+}
+
+// Sleeps until there is something to write; false when nothing more is going to come.
+bool FileWriter::hasWork(std::unique_lock<std::mutex> &lock)
+{
+    m_wake.wait(lock, [this] { return !m_ring.isEmpty() || m_isReleased; });
+    return !m_ring.isEmpty();
+}
+
+void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
+{
+    const auto parts = m_ring.parts();
+    const qint64 offset = m_offset;
+    const auto now = Clock::now();
+    const bool isLooking = now - m_lookedAt >= lookEvery;
+    lock.unlock();
+    const bool isGone = isLooking && m_file.isGone();
+    const ssize_t size = isGone ? -1 : m_file.write(parts.data(), parts[1].iov_len > 0 ? 2 : 1, offset);
+    const int error = isGone ? ENOENT : size < 0 ? errno : EIO;
+    if (size > 0)
+        m_ring.giveBack(size_t(size));
+    lock.lock();
+    if (isLooking && !isGone)
+        m_lookedAt = now;
+    if (size <= 0) {
+        if (error != EINTR)
+            fail(lock, error);
+        return;
+    }
+    m_ring.takeOut(size_t(size));
+    m_offset += size;
+    m_end = std::max(m_end, m_offset);
+    m_waitingSince = now;
+    m_pause = firstPause;
+    if (m_ring.isEmpty())
+        settle(lock);
+}
+
+void FileWriter::fail(std::unique_lock<std::mutex> &lock, int error)
+{
+    m_error = error;
+    announce(lock, outputErrorReason(error));
+    m_pause = std::clamp<std::chrono::milliseconds>(m_pause, firstPause, longestPause);
+    m_wake.wait_for(lock, m_pause, [] { return false; });
+    m_pause *= 2;
+    findAgain(lock);
+}
+
+void FileWriter::findAgain(std::unique_lock<std::mutex> &lock)
+{
+    qint64 written = m_end;
+    lock.unlock();
+    const bool isFound = m_file.findAgain(written);
+    lock.lock();
+    if (!isFound)
+        return;
+    // What comes goes behind what is there.
+    m_lost += m_end - written;
+    m_offset = std::min(m_offset, written);
+    m_end = written;
+    if (m_ring.isEmpty())
+        settle(lock);
+}
+
+// Everything is in the file.
+void FileWriter::settle(std::unique_lock<std::mutex> &lock)
+{
+    m_progress.notify_all();
+    m_error = 0;
+    if (!std::exchange(m_isAnnounced, false))
+        return;
+    const qint64 lost = m_lost;
+    lock.unlock();
+    if (lost > 0)
+        qCWarning(lcPlatform, "%s is complete up to now but for %lld bytes.", qPrintable(m_path), lost);
+    else
+        qCInfo(lcPlatform, "%s is complete up to now.", qPrintable(m_path));
+    lock.lock();
+}
+
+void FileWriter::announce(std::unique_lock<std::mutex> &lock, const QString &trouble)
+{
+    if (std::exchange(m_isAnnounced, true))
+        return;
+    lock.unlock();
+    qCWarning(lcPlatform, "Cannot write %s: %s. What comes meanwhile waits in memory.", qPrintable(m_path),
+        qPrintable(trouble));
+    lock.lock();
+}
+
+// The others
+
+bool FileWriter::write(const char *bytes, std::size_t count)
+{
+    std::unique_lock lock(m_mutex);
+    const bool keepsStep = m_ring.isEmpty();
+    if (!m_ring.append(bytes, count)) {
+        const bool isFirst = m_lost == 0;
+        m_lost += qint64(count);
+        lock.unlock();
+        if (isFirst)
+            qCWarning(lcPlatform, "More waits for %s than fits into memory; what comes now is lost.",
+                qPrintable(m_path));
+        return false;
+    }
+    const auto now = Clock::now();
+    if (!keepsStep) {
+        if (now - m_waitingSince > silence)
+            announce(lock, outputErrorReason(ETIMEDOUT));
+        return true;
+    }
+    m_waitingSince = now;
+    m_wake.notify_one();
+    const auto patience = m_error ? Clock::duration::zero() : m_patience.left(now);
+    if (patience > Clock::duration::zero()) {
+        m_progress.wait_for(lock, patience, [this] { return m_ring.isEmpty(); });
+        m_patience.spend(now, Clock::now());
+    }
+    return true;
+}
+
+std::optional<qint64> FileWriter::seek(qint64 offset, int whence)
+{
+    std::unique_lock lock(m_mutex);
+    const qint64 current = m_offset + qint64(m_ring.size());
+    if (whence == SEEK_CUR)
+        offset += current;
+    else if (whence == SEEK_END)
+        offset += std::max(m_end, current);
+    if (offset == current)
+        return offset;
+    if (offset < 0 || !m_progress.wait_for(lock, seekDeadline, [this] { return m_ring.isEmpty(); }))
+        return std::nullopt;
+    m_offset = offset;
+    return offset;
+}
+
+void FileWriter::release()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_isReleased = true;
+    m_wake.notify_one();
+}
+
+void FileWriter::close()
+{
+    std::unique_lock lock(m_mutex);
+    m_isReleased = true;
+    m_isClosing = true;
+    m_wake.notify_one();
+    m_progress.wait_for(lock, closePatience, [this] { return m_phase == Phase::Ended; });
+}
+
+OutputState FileWriter::state() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return {m_path, qint64(m_ring.size()), m_waitingSince, m_error, m_lost};
+}
+
+bool FileWriter::finish(Clock::time_point deadline)
+{
+    std::unique_lock lock(m_mutex);
+    m_isReleased = true;
+    m_wake.notify_one();
+    return m_progress.wait_until(lock, deadline, [this] { return m_phase == Phase::Ended; });
+}
+
+} // namespace platform

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/OpenOutputs.h"
+
+#include "platform/Logging.h"
+
+#include <QCoreApplication>
+#include <cerrno>
+#include <cstdlib>
+
+using namespace std::chrono_literals;
+
+namespace platform {
+
+namespace {
+
+constexpr auto exitDeadline = 3s; // for all files together
+
+void finishAll()
+{
+    const auto deadline = FileWriter::Clock::now() + exitDeadline;
+    for (const auto &writer : OpenOutputs::instance().all()) {
+        if (writer->finish(deadline))
+            continue;
+        const OutputState state = writer->state();
+        qCWarning(lcPlatform, "%lld bytes of %s are left unwritten: %s.", state.bytesWaiting,
+            qPrintable(state.path), qPrintable(outputErrorReason(state.error ? state.error : ETIMEDOUT)));
+    }
+}
+
+} // namespace
+
+OpenOutputs::OpenOutputs()
+{
+    lcPlatform(); // so that it is there for longer than what is registered now
+    std::atexit(finishAll);
+}
+
+OpenOutputs &OpenOutputs::instance()
+{
+    static auto *const outputs = new OpenOutputs;
+    return *outputs;
+}
+
+void OpenOutputs::add(std::shared_ptr<FileWriter> writer)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_writers.push_back(std::move(writer));
+}
+
+void OpenOutputs::remove(const FileWriter *writer)
+{
+    const std::scoped_lock lock(m_mutex);
+    std::erase_if(m_writers, [writer](const auto &other) { return other.get() == writer; });
+}
+
+std::vector<std::shared_ptr<FileWriter>> OpenOutputs::all() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_writers;
+}
+
+std::vector<OutputState> outputStates()
+{
+    std::vector<OutputState> states;
+    for (const auto &writer : OpenOutputs::instance().all()) {
+        OutputState state = writer->state();
+        if (state.bytesWaiting > 0 || state.error != 0 || state.bytesLost > 0)
+            states.push_back(std::move(state));
+    }
+    return states;
+}
+
+QString outputErrorReason(int error)
+{
+    const auto text = [](const char *words) { return QCoreApplication::translate("OutputState", words); };
+    switch (error) {
+    case ENOSPC:
+        return text("the disk is full");
+    case EDQUOT:
+        return text("the quota is used up");
+    case EFBIG:
+        return text("the file is too large for this disk");
+    case EROFS:
+        return text("the disk is read-only");
+    case EACCES:
+    case EPERM:
+        return text("the folder is not writable");
+    case ENOENT:
+    case ENOTDIR:
+    case ESTALE:
+        return text("the folder is gone");
+    case EIO:
+    case ENXIO:
+    case ENODEV:
+        return text("the disk reports an error");
+    case ETIMEDOUT:
+        return text("the disk does not answer");
+    case EBUSY:
+        return text("another program writes this file");
+    case EMFILE:
+    case ENFILE:
+        return text("too many files are open");
+    case ENOMEM:
+    case EAGAIN:
+        return text("the computer is out of memory");
+    default:
+        return qt_error_string(error);
+    }
+}
+
+} // namespace platform

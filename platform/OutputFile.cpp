@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/OutputFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <mutex>
+#include <sys/file.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+constexpr mode_t permissions = 0666; // less what the user's mask takes away
+constexpr qsizetype knownBeginning = 256;
+constexpr qint64 copiedAtOnce = 256 * 1024;
+
+struct Identity {
+    dev_t device;
+    ino_t inode;
+    bool operator==(const Identity &) const = default;
+};
+
+struct OwnFile {
+    Identity identity;
+    int descriptor;
+    std::shared_ptr<std::atomic<bool>> isTakenOver;
+};
+
+// The files that this process holds. A second lock of the same process would be refused like any other, so
+// that a second opening gets another descriptor of the first one's opening instead.
+struct OwnFiles {
+    std::mutex mutex;
+    std::vector<OwnFile> files;
+};
+
+OwnFiles &ownFiles()
+{
+    static auto *const files = new OwnFiles; // descriptors stay open until the process exits
+    return *files;
+}
+
+bool identify(int descriptor, Identity &identity)
+{
+    struct stat file = {};
+    if (fstat(descriptor, &file) != 0)
+        return false;
+    identity = {file.st_dev, file.st_ino};
+    return true;
+}
+
+int takeOver(const Identity &identity)
+{
+    const std::scoped_lock lock(ownFiles().mutex);
+    int descriptor = -1;
+    for (const OwnFile &file : ownFiles().files) {
+        if (file.identity != identity)
+            continue;
+        file.isTakenOver->store(true);
+        if (descriptor < 0)
+            descriptor = fcntl(file.descriptor, F_DUPFD_CLOEXEC, 0);
+    }
+    return descriptor;
+}
+
+void closeOwn(int descriptor)
+{
+    {
+        const std::scoped_lock lock(ownFiles().mutex);
+        std::erase_if(ownFiles().files, [&](const auto &file) { return file.descriptor == descriptor; });
+    }
+    ::close(descriptor);
+}
+
+// Copies from the same place to the same place. Where `from` can no longer be read, `end` becomes the end of
+// what could be; false when `to` cannot be written to.
+bool copy(int from, int to, qint64 begin, qint64 &end)
+{
+    QByteArray bytes(copiedAtOnce, Qt::Uninitialized);
+    while (begin < end) {
+        const ssize_t got = pread(from, bytes.data(), size_t(std::min(copiedAtOnce, end - begin)), begin);
+        if (got <= 0) {
+            end = begin;
+            break;
+        }
+        for (ssize_t put = 0; put < got;) {
+            const ssize_t size = pwrite(to, bytes.constData() + put, size_t(got - put), begin + put);
+            if (size <= 0)
+                return false;
+            put += size;
+        }
+        begin += got;
+    }
+    return true;
+}
+
+} // namespace
+
+OutputFile::OutputFile(QByteArray path)
+    : m_path(std::move(path))
+{
+}
+
+// Programs that are started meanwhile do not inherit it.
+int OutputFile::descriptorFor(int flags) const
+{
+    return ::open(m_path.constData(), flags | O_RDWR | O_CLOEXEC | O_NOCTTY, permissions);
+}
+
+int OutputFile::open()
+{
+    if (m_path.contains('\0'))
+        return EINVAL;
+    int descriptor = descriptorFor(0);
+    if (descriptor < 0 && errno == ENOENT) {
+        descriptor = descriptorFor(O_CREAT | O_EXCL);
+        m_isCreated = descriptor >= 0;
+        if (descriptor < 0 && errno == EEXIST)
+            descriptor = descriptorFor(0);
+    }
+    if (descriptor < 0)
+        return errno;
+    Identity identity = {};
+    const int own = identify(descriptor, identity) ? takeOver(identity) : -1;
+    if (own >= 0)
+        ::close(std::exchange(descriptor, own));
+    else if (const int error = lock(descriptor)) {
+        ::close(descriptor);
+        return error;
+    }
+    replaceBy(descriptor);
+    return 0;
+}
+
+int OutputFile::lock(int descriptor)
+{
+    return flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? EBUSY : 0;
+}
+
+int OutputFile::truncate()
+{
+    struct stat file = {};
+    if (m_isCreated || (fstat(m_descriptor, &file) == 0 && (file.st_size == 0 || !S_ISREG(file.st_mode))))
+        return 0;
+    return ftruncate(m_descriptor, 0) == 0 ? 0 : errno;
+}
+
+void OutputFile::undo()
+{
+    if (m_descriptor >= 0 && m_isCreated)
+        unlink(m_path.constData());
+    close();
+}
+
+void OutputFile::close()
+{
+    if (m_descriptor >= 0)
+        closeOwn(std::exchange(m_descriptor, -1));
+}
+
+ssize_t OutputFile::write(const iovec *parts, int count, qint64 offset)
+{
+    if (isTakenOver())
+        return ssize_t(parts[0].iov_len + (count > 1 ? parts[1].iov_len : 0));
+    const ssize_t size = pwritev(m_descriptor, parts, count, offset);
+    if (size > 0 && offset == m_beginning.size() && offset < knownBeginning) {
+        const qsizetype known
+            = std::min({knownBeginning - qsizetype(offset), qsizetype(size), qsizetype(parts->iov_len)});
+        m_beginning.append(static_cast<const char *>(parts->iov_base), known);
+    }
+    return size;
+}
+
+bool OutputFile::isGone() const
+{
+    struct stat file = {};
+    return !isTakenOver() && (fstat(m_descriptor, &file) != 0 || file.st_nlink == 0);
+}
+
+bool OutputFile::beginsLikeThis(int descriptor) const
+{
+    QByteArray beginning(m_beginning.size(), '\0');
+    const ssize_t size = pread(descriptor, beginning.data(), size_t(beginning.size()), 0);
+    return size > 0 && m_beginning.startsWith(beginning.first(size));
+}
+
+bool OutputFile::findAgain(qint64 &written)
+{
+    Identity here = {};
+    const bool isHere = identify(m_descriptor, here);
+    const bool isGoneFromHere = isGone();
+    int descriptor = descriptorFor(0);
+    Identity there = {};
+    qint64 begin = 0;
+    bool isCreated = false;
+    if (descriptor >= 0) {
+        // Where it was, or another's file that has its name now.
+        const bool isSame = identify(descriptor, there) && isHere && here == there;
+        if (isSame || !beginsLikeThis(descriptor)) {
+            ::close(descriptor);
+            return false;
+        }
+        begin = lseek(descriptor, 0, SEEK_END);
+    } else if (errno == ENOENT && isGoneFromHere) {
+        descriptor = descriptorFor(O_CREAT | O_EXCL);
+        isCreated = descriptor >= 0;
+    }
+    if (descriptor < 0)
+        return false;
+    qint64 complete = written;
+    if (lock(descriptor) != 0 || !copy(m_descriptor, descriptor, std::min(begin, written), complete)) {
+        if (isCreated)
+            unlink(m_path.constData());
+        ::close(descriptor);
+        return false;
+    }
+    written = complete;
+    replaceBy(descriptor);
+    return true;
+}
+
+void OutputFile::replaceBy(int descriptor)
+{
+    close();
+    m_descriptor = descriptor;
+    Identity identity = {};
+    if (!identify(descriptor, identity))
+        return;
+    const std::scoped_lock lock(ownFiles().mutex);
+    ownFiles().files.push_back({identity, descriptor, m_isTakenOver});
+}
+
+} // namespace platform

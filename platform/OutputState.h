@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+#include <chrono>
+#include <vector>
+
+namespace platform {
+
+// How a file that this process writes gets on with its disk.
+struct OutputState {
+    QString path;
+    // Bytes in memory, in order, that the file does not have yet. Safe for as long as the process lives.
+    qint64 bytesWaiting = 0;
+    // When the oldest of them was given; without meaning while none waits. More than a second ago and no
+    // error: the disk does not answer.
+    std::chrono::steady_clock::time_point waitingSince;
+    // The errno of the trouble that the file is in, or that kept it from being opened; 0 while there is none.
+    // EBUSY: another process writes to it; EAGAIN: no thread could be had. ETIMEDOUT: it could not be opened
+    // in time.
+    int error = 0;
+    // Bytes for which there was no memory, or that went with a disk. Never goes back.
+    qint64 bytesLost = 0;
+};
+
+// Of each file that has bytes waiting, an error or a loss, also of recordings that have been stopped; in the
+// order in which they were opened. Any thread; does not wait for a disk.
+std::vector<OutputState> outputStates();
+
+// What an error means to the user, to follow a colon: "the disk is full".
+QString outputErrorReason(int error);
+
+} // namespace platform
