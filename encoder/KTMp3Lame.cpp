@@ -37,18 +37,6 @@ float lameVbrQuality(double encodeQuality)
     return float(std::isnan(encodeQuality) ? KTMp3LameConfig::defaultEncoderQuality() : encodeQuality);
 }
 
-// Unbuffered: a byte that the encoder has given is in the file, also when the process is killed. Programs
-// that are started meanwhile do not inherit it.
-std::FILE *openOutput(const QString &path)
-{
-    if (path.contains(QChar::Null))
-        return nullptr;
-    std::FILE *file = std::fopen(path.toUtf8().constData(), "w+be");
-    if (file)
-        std::setvbuf(file, nullptr, _IONBF, 0);
-    return file;
-}
-
 } // namespace
 
 void KTMp3Lame::HandleCloser::operator()(lame_global_struct *handle) const
@@ -67,7 +55,7 @@ KTMp3Lame::~KTMp3Lame()
 {
     const platform::OverlapCheck::Call noPcmCall(m_pcmCalls);
     if (m_handle)
-        UnfinishedEncodings::keepUntilExit(m_handle.release(), m_file.release());
+        UnfinishedEncodings::keepUntilExit(m_handle.release(), m_file.abandon());
 }
 
 void KTMp3Lame::resetTagText()
@@ -124,8 +112,7 @@ bool KTMp3Lame::readyToEncode()
     lame_set_disable_reservoir(m_handle.get(), 0);
     m_output.fill(0);
     resetTagText();
-    m_file.reset(openOutput(outFile()));
-    if (!m_file) {
+    if (!m_file.open(outFile())) {
         m_handle.reset();
         return false;
     }
@@ -180,8 +167,14 @@ void KTMp3Lame::finalizeEncode()
     if (size > 0)
         std::fwrite(m_output.data(), 1, size_t(size), m_file.get());
     lame_mp3_tags_fid(m_handle.get(), m_file.get());
-    m_file.reset();
+    m_file.close();
     m_handle.reset();
+}
+
+platform::OutputState KTMp3Lame::outputState() const
+{
+    platform::assertMainThread();
+    return m_file.state();
 }
 
 void KTMp3Lame::logErrorMessage(qint32 code) const

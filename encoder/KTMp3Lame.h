@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "platform/OutputStream.h"
 #include "platform/ThreadCheck.h"
 
 #include <QByteArray>
@@ -12,7 +13,6 @@
 #include <QVariantMap>
 #include <array>
 #include <atomic>
-#include <cstdio>
 #include <memory>
 
 class KTMp3LameConfig;
@@ -35,7 +35,7 @@ public:
 
     explicit KTMp3Lame(const QSharedPointer<KTMp3LameConfig> &config = {}, const QString &outFile = {});
     // An encoding that was not finalized stays open until the process exits: every byte that the encoder gave
-    // is in the file already, and what it still holds is not wanted.
+    // is in the file already or on its way, and what the encoder still holds is not wanted.
     virtual ~KTMp3Lame();
     KTMp3Lame(const KTMp3Lame &) = delete;
     KTMp3Lame &operator=(const KTMp3Lame &) = delete;
@@ -49,8 +49,9 @@ public:
     void setMeta(const QVariantMap &meta);
 
     // Creates or truncates the file and sets the encoder up from the configuration. False, and nothing left
-    // behind, when the file cannot be opened; false with its log line when it is encoding already. When only
-    // the encoder refuses its settings, the file is open, PCM calls fail and finalizeEncode() must follow.
+    // behind, when the file cannot be opened within 900 ms or another process writes to it; false with its
+    // log line when it is encoding already. When only the encoder refuses its settings, the file is open, PCM
+    // calls fail and finalizeEncode() must follow.
     bool readyToEncode();
     // Hands the configuration to the encoder of a running encoding.
     void configLameEncoder();
@@ -71,6 +72,9 @@ public:
     // Writes what the encoder still holds and closes the file. Nothing when it is not encoding.
     void finalizeEncode();
 
+    // How the file gets on with its disk; after a failed start, why.
+    platform::OutputState outputState() const;
+
     // The log line of a result of the encoder; none for 0 and above.
     void logErrorMessage(qint32 code) const;
     // What the encoder says, on the thread that called it. Does nothing here.
@@ -88,9 +92,6 @@ private:
     struct HandleCloser {
         void operator()(lame_global_struct *handle) const;
     };
-    struct FileCloser {
-        void operator()(std::FILE *file) const { std::fclose(file); }
-    };
 
     void resetTagText();
     void configTarget(lame_global_struct *handle);
@@ -105,7 +106,7 @@ private:
     std::array<char16_t, 1024> m_tagText;
     mutable QMutex m_accessorMutex;
     QString m_outFile;
-    std::unique_ptr<std::FILE, FileCloser> m_file;
+    platform::OutputStream m_file;
     std::unique_ptr<lame_global_struct, HandleCloser> m_handle;
     // The handle as the capture thread sees it: null until the encoder is set up, and for the whole encoding
     // when it refuses its settings.

@@ -28,8 +28,6 @@ using testbed::Sound;
 
 namespace {
 
-const QString notReady = u"lame_init_params() not called."_s;
-
 thread_local bool countingAllocations = false;
 std::atomic<int> allocations = 0;
 bool refuseSettings = false;
@@ -198,6 +196,8 @@ TEST(KTMp3Lame, AFailedStartLeavesNothingBehindAndAnotherTruncates)
              QString(take.path + QChar(u'\0') + u"hidden"_s)}) {
         take.writer->setOutFile(bad);
         EXPECT_FALSE(take.writer->readyToEncode()) << qPrintable(bad);
+        EXPECT_EQ(take.log.lines().size(), 1);
+        take.log.clear();
     }
     EXPECT_EQ(nextDescriptor(), next);
     EXPECT_TRUE(QDir(take.folder.path()).isEmpty());
@@ -216,8 +216,9 @@ TEST(KTMp3Lame, AFailedStartLeavesNothingBehindAndAnotherTruncates)
     EXPECT_FALSE(take.writer->addPCMDataToEncode_shortInt(samples, 10));
     take.writer->finalizeEncode();
     EXPECT_EQ(encodeCalls, 0);
-    EXPECT_EQ(take.log.lines(),
-        (QStringList{notReady, u"Already to encode, or do not finalize encode."_s, notReady}));
+    EXPECT_EQ(take.log.lines().join(u'\n').toStdString(),
+        "lame_init_params() not called.\nAlready to encode, or do not finalize encode.\n"
+        "lame_init_params() not called.");
 }
 
 // Noise, or another loudness, where the sound system delivers samples of another size.
@@ -313,7 +314,7 @@ TEST(KTMp3Lame, TakesBuffersAsSoonAsItIsReadyAndAllocatesForNone)
         EXPECT_TRUE(testbed::waitUntil([&] { return refused > 1; }));
         ASSERT_TRUE(writer.readyToEncode());
         capture.join();
-        EXPECT_EQ(take.log.lines(), QStringList(refused, notReady));
+        EXPECT_EQ(take.log.count(u"lame_init_params() not called."_s), refused);
         EXPECT_GT(take.size(), 0);
         EXPECT_EQ(allocations, 0);
     }
