@@ -63,6 +63,11 @@ KTMp3Lame *HBRecordingTask::outMp3File()
     return m_outMp3File.get();
 }
 
+platform::OutputState HBRecordingTask::outputState()
+{
+    return outMp3File()->outputState();
+}
+
 bool HBRecordingTask::startRecord()
 {
     return startRecordWithDescription(defaultAudioStreamDescription());

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "KTAudioControl/KTAudioRecorder.h"
+#include "platform/OutputState.h"
 
 #include <QSharedPointer>
 #include <QUrl>
@@ -64,6 +65,9 @@ public:
     // PCM bytes captured since the last start, also those that were not encoded. Any thread.
     qint64 bytesOfEncoded() const { return m_bytesOfEncoded.load(std::memory_order_relaxed); }
     void setBytesOfEncoded(qint64 bytes) { m_bytesOfEncoded.store(bytes, std::memory_order_relaxed); }
+
+    // How the file gets on with its disk; after a failed start, why.
+    platform::OutputState outputState();
 
     // Not owned: the delegate outlives the task and the reports of it that still wait, or takes itself away
     // with a null pointer. Any thread.
