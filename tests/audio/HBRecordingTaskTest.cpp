@@ -136,6 +136,7 @@ TEST_F(HBRecordingTaskTest, FailedStartsSayWhyAndShowTheFormatThatTheyFailedWith
     EXPECT_FALSE(task->startRecordWithDescription(asked));
     EXPECT_EQ(task->audioStreamBaseDescription().mSampleRate, 44100);
     for (const QString &line : {u"Can't support 16bit record."_s, u"Only support 32 bit, 16bit: 24"_s,
+             u"Cannot open %1: the folder is gone."_s.arg(task->url().toLocalFile()),
              u"Failed to ready write to mp3 encoder."_s})
         EXPECT_EQ(log.lines().count(line), 1) << line.toStdString();
     EXPECT_TRUE(sound->captureOpen());

@@ -314,7 +314,7 @@ TEST(KTMp3Lame, TakesBuffersAsSoonAsItIsReadyAndAllocatesForNone)
         EXPECT_TRUE(testbed::waitUntil([&] { return refused > 1; }));
         ASSERT_TRUE(writer.readyToEncode());
         capture.join();
-        EXPECT_EQ(take.log.count(u"lame_init_params() not called."_s), refused);
+        EXPECT_EQ(take.log.lines().count(u"lame_init_params() not called."_s), refused);
         EXPECT_GT(take.size(), 0);
         EXPECT_EQ(allocations, 0);
     }
