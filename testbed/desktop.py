@@ -86,7 +86,8 @@ class Desktop:
         try:
             self._start_display()
             self._start_bus()
-            self._paint_ground()
+            # A gradient, where compositors look for the ground of a desktop.
+            self.ask("hsetroot", "-add", self.background[0], "-add", self.background[1], "-gradient", 0)
             if self.window_manager:
                 self.spawn(self.window_manager)
                 wait_until(lambda: self._root_has("_NET_SUPPORTING_WM_CHECK"), "a window manager")
@@ -158,13 +159,6 @@ class Desktop:
 
     def _root_has(self, atom):
         return " # " in self.ask("xprop", "-root", atom)
-
-    def _paint_ground(self):
-        """A gradient, where compositors look for the ground of a desktop. The painter has no useful exit status."""
-        size = "x".join(map(str, self.size))
-        subprocess.run([need("display"), "-window", "root", "-size", size, "gradient:" + "-".join(self.background)],
-                       env=self.env, stderr=subprocess.DEVNULL)
-        wait_until(lambda: self._root_has("_XSETROOT_ID"), "the ground to be painted")
 
     def log(self, name):
         path = os.path.join(self.folder, name + ".log")
