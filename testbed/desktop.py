@@ -249,7 +249,8 @@ class Program:
 def _matches(node, role, key, showing):
     import pyatspi
     try:
-        if node.getRoleName().replace("push button", "button") == role and key in (None, node.name, node.description):
+        its_role = node.getRoleName().replace("push button", "button")
+        if role in (None, its_role) and key in (None, node.name, node.description):
             if not showing or node.getState().contains(pyatspi.STATE_SHOWING):
                 yield Control(node)
         children = list(node)
