@@ -239,4 +239,4 @@ def main():
     with Desktop() as RecorderTest.desktop:
         RecorderTest.stand_ins = StandIns(RecorderTest.desktop)
         # The accessibility library warns about itself.
-        unittest.main(verbosity=2, warnings="ignore")
+        unittest.main(verbosity=2, warnings="ignore", failfast="FLIPSIDE_FAIL_FAST" in os.environ)
