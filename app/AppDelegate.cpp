@@ -9,6 +9,7 @@
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
+#include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
 #include "platform/desktop/Alert.h"
@@ -31,6 +32,13 @@ using platform::UserDefaults;
 namespace {
 
 const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
+
+// To follow a colon. What the disk said about the file, else what the sound system said about the device.
+QString whyNotStarted(HBRecordingTask &task)
+{
+    const int error = task.outputState().error;
+    return error ? platform::outputErrorReason(error) : u"STARTPROBLEM"_s;
+}
 
 } // namespace
 
@@ -135,6 +143,14 @@ void AppDelegate::setCurrentDevice(const QString &name)
     Q_EMIT currentDeviceChanged();
 }
 
+void AppDelegate::setProblem(const QString &problem)
+{
+    if (m_problem == problem)
+        return;
+    m_problem = problem;
+    Q_EMIT problemChanged();
+}
+
 bool AppDelegate::showInFinderWhenFinishRecording() const
 {
     return UserDefaults::standardUserDefaults().boolForKey(showInFinderKey).value_or(true);
@@ -174,6 +190,7 @@ bool AppDelegate::visibleShowInFinder() const
 
 void AppDelegate::recordAction(QObject *)
 {
+    setProblem({});
     grantedAudioDeviceAuthorizationWithCompleteHandler([self = QPointer(this)](bool granted) {
         if (!self)
             return;
@@ -232,6 +249,7 @@ void AppDelegate::startRecord()
     if (task->startRecord()) {
         setState(RecorderStateRecording);
     } else {
+        setProblem(tr("Cannot record: %1").arg(whyNotStarted(*task)));
         alertFailedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.
         if (m_recordingTask == task)
@@ -261,6 +279,7 @@ void AppDelegate::alertFailedStartRecording(const AudioStreamBasicDescription &d
 
 void AppDelegate::pauseAction(QObject *)
 {
+    setProblem({});
     if (m_state == RecorderStateRecording) {
         if (m_recordingTask)
             m_recordingTask->pauseRecord();
@@ -275,6 +294,7 @@ void AppDelegate::pauseAction(QObject *)
 
 void AppDelegate::stopAction(QObject *)
 {
+    setProblem({});
     if (m_state == RecorderStatePlaying || m_state == RecorderStatePlayingPaused) {
         playTask()->stop();
         setState(RecorderStateIdle);
@@ -291,6 +311,7 @@ void AppDelegate::stopAction(QObject *)
 
 void AppDelegate::playAction(QObject *)
 {
+    setProblem({});
     if (m_state == RecorderStatePlayingPaused) {
         playTask()->resume();
         setState(RecorderStatePlaying);
@@ -365,6 +386,10 @@ void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 millisec
 
 void AppDelegate::playTaskComplete(HBPlayTask *)
 {
+#if 0
+    if (!task->problem().isEmpty())
+        setProblem(tr("Cannot play %1: %2").arg(m_currentOutputURL.fileName(), task->problem()));
+#endif
     setState(RecorderStateIdle);
 }
 

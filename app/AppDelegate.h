@@ -37,6 +37,8 @@ class AppDelegate : public QObject,
     Q_PROPERTY(bool showInFinderWhenFinishRecording READ showInFinderWhenFinishRecording WRITE
             setShowInFinderWhenFinishRecording NOTIFY showInFinderWhenFinishRecordingChanged)
 
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
+
     Q_PROPERTY(bool canRecord READ canRecord NOTIFY canRecordChanged)
     Q_PROPERTY(bool canPause READ canPause NOTIFY canPauseChanged)
     Q_PROPERTY(bool canStop READ canStop NOTIFY canStopChanged)
@@ -77,6 +79,10 @@ public:
     // Kept in the user's settings alone, where absent means yes.
     bool showInFinderWhenFinishRecording() const;
     void setShowInFinderWhenFinishRecording(bool show);
+
+    // Why the last command could not be done, as a sentence. Empty when it could, and from the next command
+    // on.
+    QString problem() const { return m_problem; }
 
     bool canRecord() const { return m_state == RecorderStateIdle || m_state == RecorderStateRecordingPaused; }
     bool canPause() const { return m_state == RecorderStateRecording || m_state == RecorderStatePlaying; }
@@ -153,6 +159,7 @@ Q_SIGNALS:
     void lengthOfRecordingChanged();
     void currentDeviceChanged();
     void showInFinderWhenFinishRecordingChanged();
+    void problemChanged();
     void canRecordChanged();
     void canPauseChanged();
     void canStopChanged();
@@ -167,6 +174,7 @@ private:
     void selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion);
     void startRecord();
     QUrl createUniquePathFile() const;
+    void setProblem(const QString &problem);
     void alertFailedStartRecording(const AudioStreamBasicDescription &description);
 
     int m_state = RecorderStateIdle;
@@ -174,5 +182,6 @@ private:
     QUrl m_currentOutputURL;
     QString m_lengthOfRecording;
     QString m_currentDevice;
+    QString m_problem;
     std::unique_ptr<HBPlayTask> m_playTask;
 };

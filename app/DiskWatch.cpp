@@ -22,6 +22,11 @@ qint64 bytesPerSecond(qint64 fileSize, std::chrono::milliseconds recorded)
 
 } // namespace
 
+DiskWatch::DiskWatch()
+    : m_bytesPerSecond(largestBytesPerSecond)
+{
+}
+
 void DiskWatch::start(TimePoint now)
 {
     m_lastGrowth = now;
@@ -32,8 +37,14 @@ void DiskWatch::look(const platform::DiskState &disk, std::chrono::milliseconds 
     if (disk.fileSize != m_size)
         m_lastGrowth = now;
     m_size = disk.fileSize;
-    m_timeLeft = std::chrono::seconds(disk.bytesFree / bytesPerSecond(disk.fileSize, recorded));
+    m_bytesPerSecond = bytesPerSecond(disk.fileSize, recorded);
+    m_timeLeft = std::chrono::seconds(disk.bytesFree / m_bytesPerSecond);
     m_judgement = judge(disk, now);
+}
+
+std::chrono::milliseconds DiskWatch::timeOf(qint64 bytes) const
+{
+    return std::chrono::milliseconds(bytes * 1000 / m_bytesPerSecond);
 }
 
 DiskWatch::Judgement DiskWatch::judge(const platform::DiskState &disk, TimePoint now) const

@@ -18,6 +18,8 @@ public:
     // The encoder gives bytes many times a second.
     static constexpr std::chrono::milliseconds longestWithoutGrowth{1500};
 
+    DiskWatch();
+
     // Until now there was no reason for the file to grow.
     void start(TimePoint now);
     // `recorded` is the elapsed time of the recording; with the file's size it gives the rate.
@@ -25,6 +27,8 @@ public:
 
     Judgement judgement() const { return m_judgement; }
     std::chrono::seconds timeLeft() const { return m_timeLeft; }
+    // How much sound a part of the file is, at the rate that was last seen.
+    std::chrono::milliseconds timeOf(qint64 bytes) const;
 
 private:
     Judgement judge(const platform::DiskState &disk, TimePoint now) const;
@@ -32,5 +36,6 @@ private:
     Judgement m_judgement = Judgement::Fine;
     std::chrono::seconds m_timeLeft = std::chrono::seconds::max();
     qint64 m_size = 0;
+    qint64 m_bytesPerSecond;
     TimePoint m_lastGrowth;
 };

@@ -4,6 +4,7 @@
 #include "app/StatusLine.h"
 
 #include "app/AppDelegate.h"
+#include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
 
 #include <QFileInfo>
@@ -17,6 +18,10 @@ namespace {
 // With the watches' own limits, whatever goes wrong is said within two seconds.
 constexpr int intervalMilliseconds = 500;
 constexpr std::chrono::milliseconds diskAnswersWithin{1200};
+// A disk that keeps step takes what it is given much faster.
+constexpr std::chrono::milliseconds longestWrite{1000};
+// For a trouble that was short.
+constexpr std::chrono::milliseconds toldAtLeast{3000};
 
 std::chrono::milliseconds recordedTime(const HBRecordingTask &task)
 {
@@ -32,6 +37,11 @@ bool isRecording(int state)
     return state == RecorderStateRecording || state == RecorderStateRecordingPaused;
 }
 
+bool isPlaying(int state)
+{
+    return state == RecorderStatePlaying || state == RecorderStatePlayingPaused;
+}
+
 } // namespace
 
 StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent)
@@ -41,6 +51,7 @@ StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent
 {
     connect(delegate, &AppDelegate::stateChanged, this, &StatusLine::followState);
     connect(delegate, &AppDelegate::currentDeviceChanged, this, &StatusLine::refresh);
+    connect(delegate, &AppDelegate::problemChanged, this, &StatusLine::refresh);
     followState();
 }
 
@@ -53,13 +64,10 @@ void StatusLine::followState()
             m_disk = DiskWatch();
             m_question.cancel();
             m_diskIsSilent = false;
+            m_diskProblem.clear();
         }
         m_disk.start(steady_clock::now());
     }
-    if (!isRecording(m_state))
-        m_timer.stop();
-    else if (!m_timer.isActive())
-        m_timer.start(intervalMilliseconds, this);
     refresh();
 }
 
@@ -67,7 +75,8 @@ void StatusLine::timerEvent(QTimerEvent *event)
 {
     if (event->timerId() != m_timer.timerId())
         return QObject::timerEvent(event);
-    lookAtDisk();
+    if (isRecording(m_state))
+        lookAtDisk();
     refresh();
 }
 
@@ -102,7 +111,7 @@ void StatusLine::judgeDisk(const platform::DiskState &disk)
 void StatusLine::refresh()
 {
     platform::assertMainThread();
-    const QString wrong = isRecording(m_state) ? troubles().sentence(m_device) : QString();
+    const QString wrong = trouble();
     const QString text = wrong.isEmpty() ? stateText() : wrong;
     const bool textChanges = std::exchange(m_text, text) != text;
     const bool warning = !wrong.isEmpty();
@@ -113,12 +122,57 @@ void StatusLine::refresh()
         Q_EMIT warningChanged();
 }
 
-Troubles StatusLine::troubles() const
+QString StatusLine::trouble()
 {
-    return {.diskIsSilent = m_diskIsSilent,
-        .disk = m_disk.judgement(),
-        .timeLeft = m_disk.timeLeft(),
-        .sound = m_sound->judge()};
+    const Troubles troubles = this->troubles();
+    // What is still on its way into a file is looked after also when the recording has ended.
+    if (!isRecording(m_state) && troubles.waiting.count() == 0 && m_diskProblem.isEmpty())
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start(intervalMilliseconds, this);
+    if (!m_delegate->problem().isEmpty())
+        return m_delegate->problem();
+    return isPlaying(m_state) ? QString() : troubles.sentence(m_device);
+}
+
+Troubles StatusLine::troubles()
+{
+    Troubles troubles;
+    lookAtOutputs(troubles);
+    if (isRecording(m_state)) {
+        troubles.diskIsSilent |= m_diskIsSilent;
+        troubles.disk = m_disk.judgement();
+        troubles.timeLeft = m_disk.timeLeft();
+        troubles.sound = m_sound->judge();
+    } else if (m_disk.judgement() == DiskWatch::Judgement::FolderGone
+        || m_disk.judgement() == DiskWatch::Judgement::FileGone) {
+        troubles.disk = m_disk.judgement(); // and the recording with it
+    }
+    return troubles;
+}
+
+// All that waits counts, also of recordings before this one; what is lost belongs to its own.
+void StatusLine::lookAtOutputs(Troubles &troubles)
+{
+    const auto now = steady_clock::now();
+    const QString current = m_delegate->currentOutputFile();
+    QString problem;
+    qint64 waiting = 0;
+    for (const platform::OutputState &output : platform::outputStates()) {
+        waiting += output.bytesWaiting;
+        if (output.path == current)
+            troubles.unwritten = m_disk.timeOf(output.bytesLost);
+        if (output.error)
+            problem = platform::outputErrorReason(output.error);
+        else if (output.bytesWaiting > 0 && now - output.waitingSince > longestWrite)
+            troubles.diskIsSilent = true;
+    }
+    troubles.waiting = m_disk.timeOf(waiting);
+    if (!problem.isEmpty())
+        m_diskProblemSeen = now;
+    if (!problem.isEmpty() || now - m_diskProblemSeen > toldAtLeast)
+        m_diskProblem = problem;
+    troubles.diskProblem = m_diskProblem;
 }
 
 QString StatusLine::stateText() const

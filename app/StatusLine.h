@@ -13,9 +13,10 @@
 
 class AppDelegate;
 
-// The one honest line: what the recorder is doing, from which device, and what is wrong when something is. It
-// only looks: it changes no state and shows no dialog. While nothing is recorded it does not wake up at all.
-// Main thread only.
+// The one honest line: what the recorder is doing, from which device, and what is wrong when something is.
+// What the last recording lacks is said until the next one, and why a command could not be done until the
+// next command. It only looks: it changes no state and shows no dialog. While nothing is recorded, and
+// nothing waits for a disk, it does not wake up at all. Main thread only.
 class StatusLine : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
@@ -42,7 +43,9 @@ private:
     void judgeDisk(const platform::DiskState &disk);
     void refresh();
     QString stateText() const;
-    Troubles troubles() const;
+    QString trouble();
+    Troubles troubles();
+    void lookAtOutputs(Troubles &troubles);
 
     AppDelegate *m_delegate;
     SoundWatch *m_sound;
@@ -50,6 +53,8 @@ private:
     QBasicTimer m_timer;
     platform::Inquiry<platform::DiskState> m_question;
     bool m_diskIsSilent = false;
+    QString m_diskProblem;
+    std::chrono::steady_clock::time_point m_diskProblemSeen;
     int m_state = 0;
     QString m_device; // of the recording; the choice for the next one may differ
     QString m_text;

@@ -10,12 +10,28 @@
 
 // What is known to be wrong with a recording, several things at once as a rule: a cause and its symptoms.
 struct Troubles {
-    bool diskIsSilent = false; // it was asked, and does not answer
+    using milliseconds = std::chrono::milliseconds;
+
+    // Below this nothing is told: an encoder holds back as much, and nobody hears it.
+    static constexpr milliseconds worthTelling{100};
+
+    bool diskIsSilent = false; // it was asked, or given something, and does not answer
+    QString diskProblem{}; // why it takes nothing, to follow a colon: "the disk is full"; empty while it does
     DiskWatch::Judgement disk = DiskWatch::Judgement::Fine;
     std::chrono::seconds timeLeft = std::chrono::seconds::max(); // until the disk is full
+    milliseconds waiting{0}; // of the sound, in memory: the file does not have it yet
+    milliseconds unwritten{0}; // of the sound: it cannot come into the file any more
+    milliseconds missing{0}; // of the sound: it was never captured
+    QString missingBecause{}; // to follow a colon: "the computer was busy"
     SoundWatch::Judgement sound = SoundWatch::Judgement::Fine;
 
     // The one that is to be told, as a sentence: a cause before its symptoms, what is lost before what may
-    // be. Empty when nothing is wrong.
+    // be, what goes on before what has passed. Empty when nothing is wrong.
     QString sentence(const QString &device) const;
+
+private:
+    QString ofTheFile() const;
+    QString ofTheSound(const QString &device) const;
+    QString ofHoles() const;
+    QString andWaiting(const QString &cause) const;
 };

@@ -59,19 +59,29 @@ TEST(DiskWatch, JudgesTheWorstThatItSees)
 
 TEST(Troubles, TellTheCauseBeforeItsSymptomsAndLossBeforeDanger)
 {
+    const QString full = u"the disk is full"_s, busy = u"the computer was busy"_s;
     const std::pair<Troubles, QString> table[] = {
         {{}, QString()},
-        {{.diskIsSilent = true, .disk = Disk::FolderGone}, u"The disk does not answer"_s},
-        {{.disk = Disk::FolderGone, .sound = Sound::NothingArrives}, u"The folder is gone"_s},
+        {{.diskProblem = full, .waiting = 9s, .unwritten = 62s},
+            u"1 min 2 s could not be written: the disk is full"_s},
+        {{.diskIsSilent = true, .diskProblem = full, .waiting = 12400ms, .sound = Sound::NothingArrives},
+            u"The disk is full: 12 s wait in memory and are safe"_s},
+        {{.diskIsSilent = true, .disk = Disk::FolderGone, .waiting = 200s, .sound = Sound::NothingArrives},
+            u"The disk does not answer: 3 min 20 s wait in memory and are safe"_s},
+        {{.disk = Disk::FolderGone, .waiting = 99ms, .sound = Sound::NothingArrives},
+            u"The folder is gone"_s},
         {{.disk = Disk::FileGone, .sound = Sound::NothingArrives}, u"The file is gone"_s},
         {{.disk = Disk::Full, .sound = Sound::NothingArrives}, u"The disk is full"_s},
-        {{.disk = Disk::NotWritten, .sound = Sound::NothingArrives}, u"No sound is arriving from X"_s},
+        {{.disk = Disk::NotWritten, .missing = 3s, .sound = Sound::NothingArrives},
+            u"No sound is arriving from X"_s},
         {{.disk = Disk::NotWritten, .sound = Sound::OnlySilence}, u"The file cannot be written"_s},
-        {{.disk = Disk::NearlyFull, .timeLeft = 150s, .sound = Sound::OnlySilence},
+        {{.disk = Disk::NearlyFull, .timeLeft = 150s, .missing = 3s, .sound = Sound::OnlySilence},
             u"The disk is nearly full: 2 minutes left"_s},
         {{.disk = Disk::NearlyFull, .timeLeft = 60s}, u"The disk is nearly full: 1 minute left"_s},
         {{.disk = Disk::NearlyFull, .timeLeft = 59s}, u"The disk is nearly full: less than a minute left"_s},
-        {{.sound = Sound::OnlySilence}, u"Only silence from X"_s},
+        {{.missing = 3s, .sound = Sound::OnlySilence}, u"Only silence from X"_s},
+        {{.missing = 3840ms, .missingBecause = busy}, u"3.8 s are missing: the computer was busy"_s},
+        {{.waiting = 99ms, .unwritten = 99ms, .missing = 99ms}, QString()},
     };
     for (const auto &[troubles, sentence] : table)
         EXPECT_EQ(troubles.sentence(u"X"_s), sentence);

@@ -5,6 +5,7 @@
 
 import os
 import shutil
+import signal
 import sys
 import time
 
@@ -105,7 +106,8 @@ class Folders(RecorderTest):
         shutil.rmtree(recorder.folder)
         recorder.wait_status("The folder is gone", SAID_WITHIN)
         recorder.press("Stop")
-        recorder.wait_status("Ready")
+        wait_until(lambda: recorder.button("Record").enabled, "the end of the recording")
+        self.assertEqual(recorder.status, "The folder is gone")
 
         os.mkdir(recorder.folder + " 2")
         recorder.click("Record")
@@ -120,6 +122,69 @@ class Folders(RecorderTest):
             recorder.turn_over(button, back)
             self.assertIsNone(recorder.program.find("button", button))
             self.assertEqual(self.desktop.active_window_geometry(), front)
+
+
+class Disks(RecorderTest):
+    """A disk that is told what to do."""
+
+    def start_on_disk(self):
+        library = os.path.join(os.path.dirname(self.binary), "..", "testbed", "libslow_disk.so")
+        self.disk("")
+        return self.start(LD_PRELOAD=library, SLOW_DISK_FOLDER=os.path.join(self.home, "Recordings"),
+                          SLOW_DISK_CONTROL=os.path.join(self.home, "disk"))
+
+    def disk(self, faults):
+        with open(os.path.join(self.home, "disk"), "w") as control:
+            control.write(faults + "\n")
+
+    def test_what_waits_for_a_silent_disk_is_told_and_comes_into_the_file(self):
+        recorder = self.start_on_disk()
+        recorder.record()
+        recorder.wait_elapsed(1)
+        self.disk("write stall")
+        recorder.wait_status(r"The disk does not answer: \S+ s wait in memory and are safe", 5)
+        recorder.wait_elapsed(recorder.elapsed + 1)
+        began = time.monotonic()
+        recorder.click("Stop")
+        wait_until(lambda: recorder.button("Record").enabled, "the end of the recording")
+        self.assertLess(time.monotonic() - began, 1.5)
+        self.assertRegex(recorder.status, "The disk does not answer: .*")
+        shown = recorder.elapsed
+        # The end of a session is not patient, the program is.
+        for request in (signal.SIGTERM, signal.SIGHUP, signal.SIGTERM):
+            os.kill(recorder.program.pid, request)
+            time.sleep(0.2)
+        self.disk("")
+        self.assertEqual(recorder.program.wait_for_exit(5), 0)
+        self.assertAlmostEqual(decoded_seconds(self.one_recording()), shown, delta=0.15)
+
+    def test_a_full_disk_is_told_until_there_is_space_again(self):
+        recorder = self.start_on_disk()
+        recorder.record()
+        recorder.wait_elapsed(1)
+        self.disk("write fail ENOSPC")
+        recorder.wait_status("The disk is full.*", SAID_WITHIN)
+        recorder.press("Stop")
+        recorder.wait_elapsed(recorder.elapsed)
+        self.assertRegex(recorder.status, "The disk is full.*")
+        self.disk("")
+        recorder.wait_status("Ready")
+        self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
+
+    def test_what_could_not_be_done_is_told_until_the_next_command(self):
+        recorder = self.start_on_disk()
+        self.disk("open fail EACCES")
+        recorder.click("Record")
+        recorder.choose_folder(recorder.folder)
+        recorder.wait_status("Cannot record: .*")
+        recorder.press("OK")
+        self.disk("")
+        recorder.click("Record")
+        recorder.wait_status("Recording .*")
+        recorder.press("Stop")
+        os.unlink(self.recordings()[-1])
+        recorder.click("Play")
+        recorder.wait_status(r"Cannot play .*\.mp3: no such file")
 
 
 if __name__ == "__main__":
