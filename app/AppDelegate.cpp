@@ -9,6 +9,7 @@
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
+#include "platform/OpenFileLimit.h"
 #include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
@@ -32,6 +33,9 @@ using platform::UserDefaults;
 namespace {
 
 const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
+
+// What a start opens, and an alert should it fail. Each recording keeps its file open.
+constexpr int filesForAStart = 12;
 
 // To follow a colon. What the disk said about the file, else what the sound system said about the device.
 QString whyNotStarted(HBRecordingTask &task)
@@ -236,6 +240,11 @@ void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(
 
 void AppDelegate::startRecord()
 {
+    if (!platform::canOpenMoreFiles(filesForAStart)) {
+        qCWarning(lcApp, "Too many files are open to start a recording.");
+        setProblem(tr("Cannot record: too many files are open"));
+        return;
+    }
     // The file is named at once: it is the current one also when nothing can be written to it.
     setCurrentOutputURL(createUniquePathFile());
     const auto deviceID = KTAudioControl::sharedAudioControl()->deviceIDFromName(m_currentDevice);

@@ -151,7 +151,7 @@ Troubles StatusLine::troubles()
     return troubles;
 }
 
-// All that waits counts, also of recordings before this one; what is lost belongs to its own.
+// A recording is told of itself; at rest all counts that still waits, also of recordings before the last.
 void StatusLine::lookAtOutputs(Troubles &troubles)
 {
     const auto now = steady_clock::now();
@@ -159,9 +159,11 @@ void StatusLine::lookAtOutputs(Troubles &troubles)
     QString problem;
     qint64 waiting = 0;
     for (const platform::OutputState &output : platform::outputStates()) {
-        waiting += output.bytesWaiting;
         if (output.path == current)
             troubles.unwritten = m_disk.timeOf(output.bytesLost);
+        else if (isRecording(m_state))
+            continue;
+        waiting += output.bytesWaiting;
         if (output.error)
             problem = platform::outputErrorReason(output.error);
         else if (output.bytesWaiting > 0 && now - output.waitingSince > longestWrite)

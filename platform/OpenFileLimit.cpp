@@ -7,6 +7,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <dirent.h>
+#include <memory>
 #include <sys/resource.h>
 
 namespace platform {
@@ -20,6 +22,20 @@ void raiseOpenFileLimit()
             return;
     }
     qCWarning(lcPlatform, "Cannot raise the limit of open files: %s", std::strerror(errno));
+}
+
+bool canOpenMoreFiles(int count)
+{
+    rlimit limit = {};
+    const std::unique_ptr<DIR, int (*)(DIR *)> openFiles(opendir("/proc/self/fd"), closedir);
+    if (!openFiles)
+        return errno != EMFILE && errno != ENFILE;
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0)
+        return true;
+    rlim_t used = 0;
+    while (readdir(openFiles.get()))
+        ++used; // with the two names of folders, which stand for the caution that is left
+    return used + rlim_t(count) <= limit.rlim_cur;
 }
 
 } // namespace platform

@@ -9,4 +9,7 @@ namespace platform {
 // exits, and the usual soft limit of 1024 would end a day of short ones.
 void raiseOpenFileLimit();
 
+// Whether this process may open that many more files. Any thread; asks no disk.
+bool canOpenMoreFiles(int count);
+
 } // namespace platform

@@ -4,6 +4,7 @@
 """Devices that come and go, servers that do not answer, folders that vanish, and the way to the preferences and back."""
 
 import os
+import resource
 import shutil
 import signal
 import sys
@@ -163,6 +164,11 @@ class Disks(RecorderTest):
         recorder.record()
         recorder.wait_elapsed(1)
         self.disk("write fail ENOSPC")
+        time.sleep(0.8)  # what is under test: a trouble that is over before anybody could read of it
+        self.disk("")
+        recorder.wait_status("The disk is full.*", SAID_WITHIN)
+        recorder.wait_status("Recording from .*")
+        self.disk("write fail ENOSPC")
         recorder.wait_status("The disk is full.*", SAID_WITHIN)
         recorder.press("Stop")
         recorder.wait_elapsed(recorder.elapsed)
@@ -185,6 +191,17 @@ class Disks(RecorderTest):
         os.unlink(self.recordings()[-1])
         recorder.click("Play")
         recorder.wait_status(r"Cannot play .*\.mp3: no such file")
+
+    def test_a_start_that_would_leave_no_file_for_an_alert_is_refused(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.press("Stop")
+        recorder.wait_status("Ready")
+        open_files = len(os.listdir(f"/proc/{recorder.program.pid}/fd"))
+        resource.prlimit(recorder.program.pid, resource.RLIMIT_NOFILE, (open_files + 8, open_files + 8))
+        recorder.click("Record")
+        recorder.wait_status("Cannot record: too many files are open")
+        self.assertEqual(len(self.recordings()), 1)
 
 
 if __name__ == "__main__":
