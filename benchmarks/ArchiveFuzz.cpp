@@ -6,7 +6,7 @@
 // when a refusal was not one log line.
 
 #include "encoder/KTMp3LameConfig.h"
-#include "testbed/ArchiveMutations.h"
+#include "benchmarks/ArchiveMutations.h"
 
 #include <QFile>
 #include <cmath>

@@ -7,7 +7,6 @@
 #include <QProcess>
 #include <QtEndian>
 #include <cmath>
-#include <complex>
 #include <functional>
 #include <lame/lame.h>
 #include <memory>
@@ -42,16 +41,6 @@ QByteArray fileContents(const QString &path)
 QByteArray Sound::bytes() const
 {
     return QByteArray(reinterpret_cast<const char *>(samples.constData()), samples.size() * 2);
-}
-
-double Sound::amplitude(int channel, double frequency, double from) const
-{
-    std::complex<double> sum = 0;
-    for (qsizetype i = 0; i < rate / 2; ++i) {
-        const double sample = samples.value((qsizetype(from * rate) + i) * channels + channel) / 32767.0;
-        sum += std::polar(sample, -2 * std::numbers::pi * frequency * double(i) / rate);
-    }
-    return 4 * std::abs(sum) / rate;
 }
 
 Sound tone(int rate, const QList<double> &frequencies, double seconds)

@@ -21,8 +21,6 @@ struct Sound {
     qsizetype frames() const { return channels ? samples.size() / channels : 0; }
     double seconds() const { return rate ? double(frames()) / rate : 0; }
     QByteArray bytes() const;
-    // Amplitude (1 is full scale) of the part of a channel that has this frequency, over half a second.
-    double amplitude(int channel, double frequency, double from) const;
 };
 
 // A sine of each frequency in a channel of its own, at half of full scale.

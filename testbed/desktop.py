@@ -16,6 +16,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import threading
 import time
 
 DEADLINE = 20.0
@@ -191,6 +192,35 @@ class Desktop:
             return None
         values = dict(line.split("=") for line in answer.splitlines() if "=" in line)
         return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+class Watch:
+    """Looks at a part of the screen a hundred times a second, from now until its end, as a user sees it. The part is
+    (x, y, width, height) in pixels, the places are in it."""
+
+    def __init__(self, desktop, part, places):
+        x, y, width, height = part
+        self.process = desktop.spawn(
+            ["ffmpeg", "-loglevel", "error", "-f", "x11grab", "-draw_mouse", "0", "-framerate", "100", "-video_size",
+             f"{width}x{height}", "-i", f"{desktop.env['DISPLAY']}+{x},{y}", "-fps_mode", "passthrough", "-pix_fmt",
+             "rgb24", "-f", "rawvideo", "-"], stdout=subprocess.PIPE)
+        self.size = 3 * width * height
+        self.starts = [3 * (width * down + across) for across, down in places]
+        self.looks = []
+        """[(milliseconds, [(red, green, blue) of each place])]"""
+        self.thread = threading.Thread(target=self._look)
+        self.thread.start()
+        wait_until(lambda: self.looks, "the first look at the screen")
+
+    def _look(self):
+        while len(picture := self.process.stdout.read(self.size)) == self.size:
+            colours = [tuple(picture[start:start + 3]) for start in self.starts]
+            self.looks.append((time.monotonic_ns() // 1000000, colours))
+
+    def end(self):
+        end_process(self.process)
+        self.thread.join()
+        return self.looks
 
 
 class Program:

@@ -55,12 +55,12 @@ class SoundServer:
 class StandIns:
     """What the program has asked the desktop's services for."""
 
-    def __init__(self, desktop):
-        self.process = desktop.spawn(["/usr/bin/python3", os.path.join(HERE, "stand_ins.py")],
+    def __init__(self, desktop, *options):
+        self.process = desktop.spawn(["/usr/bin/python3", os.path.join(HERE, "stand_ins.py"), *options],
                                      stdout=subprocess.PIPE, text=True)
         self.lines = queue.Queue()
         threading.Thread(target=self._read, daemon=True).start()
-        self.expect("ready 2")
+        self.expect("ready .")
 
     def _read(self):
         for line in self.process.stdout:

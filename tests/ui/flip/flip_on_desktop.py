@@ -3,18 +3,17 @@
 # SPDX-License-Identifier: MIT
 """The program's card turns over to its preferences and back, watched on the screen of a whole desktop.
 
-    flip_on_desktop.py BINARY SAMPLER DESKTOP
+    flip_on_desktop.py BINARY DESKTOP
 """
 
 import os
 import re
-import subprocess
 import sys
 import time
 
-TESTBED = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "..", "testbed")
-sys.path.insert(0, TESTBED)
-from desktop import Desktop, Failure, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "..", "testbed"))
+from desktop import Desktop, Failure, Watch, wait_until  # noqa: E402
+from recorder import StandIns  # noqa: E402
 
 DESKTOPS = {
     "openbox": {},
@@ -47,12 +46,11 @@ def is_black(colour):
 class Looks:
     """What was seen at the places: {place: [(milliseconds, (red, green, blue))]}."""
 
-    def __init__(self, output):
-        rows = [list(map(int, line.split())) for line in output.splitlines()]
-        if len(rows) < 25:
-            raise Failure(f"only {len(rows)} looks at the screen are too few to see a flicker")
-        self.count, self.end = len(rows), rows[-1][0]
-        self.seen = {place: [(row[0], row[i:i + 3]) for row in rows] for i, place in zip(range(1, 99, 3), BESIDE + ABOVE)}
+    def __init__(self, looks):
+        if len(looks) < 25:
+            raise Failure(f"only {len(looks)} looks at the screen are too few to see a flicker")
+        self.count, self.begin, self.end = len(looks), looks[0][0], looks[-1][0]
+        self.seen = {place: [(time, colours[i]) for time, colours in looks] for i, place in enumerate(BESIDE + ABOVE)}
 
     def times(self, place, condition):
         return [time for time, colour in self.seen[place] if condition(colour)]
@@ -62,7 +60,7 @@ class Looks:
             raise Failure("a window without content was seen")
         for place in BESIDE:
             away = self.times(place, lambda colour: not is_card(colour))
-            if not away or away[-1] - away[0] > NARROW or away[0] == 0 or away[-1] == self.end:
+            if not away or away[-1] - away[0] > NARROW or away[0] == self.begin or away[-1] == self.end:
                 raise Failure(f"the card was away from {place} at {away}")
         left, right = (self.times(place, is_card) for place in ABOVE)
         first, second = (left, right) if forward else (right, left)
@@ -71,8 +69,8 @@ class Looks:
 
 
 class Flip:
-    def __init__(self, binary, sampler, desktop):
-        self.desktop, self.sampler = desktop, sampler
+    def __init__(self, binary, desktop):
+        self.desktop = desktop
         self.program = desktop.start([binary], {"QT_LOGGING_RULES": "flipside.ui.debug=true",
                                                 "PULSE_SERVER": "unix:/nonexistent"})
         self.program.wait_for("button", "Preferences")
@@ -101,27 +99,23 @@ class Flip:
 
     def turn(self, button, title, forward):
         ended, scale = len(self.flips()), self.desktop.scale
-        places = [f"{self.corner[0] + x * scale},{self.corner[1] + y * scale}" for x, y in BESIDE + ABOVE]
-        watch = subprocess.Popen([self.sampler, "20", " ".join(places)], env=self.desktop.env, stdin=subprocess.PIPE,
-                                 stdout=subprocess.PIPE, text=True)
-        assert watch.stdout.readline() == "ready\n"
+        part = [scale * length for length in (CORNER[0], CORNER[1] - 10, CARD[0], 50)]
+        watch = Watch(self.desktop, part, [(x * scale, (y + 10) * scale) for x, y in BESIDE + ABOVE])
         self.press(button, title)
         wait_until(lambda: len(self.flips()) > ended, "the end of the flip")
         time.sleep(FADE)
-        looks = Looks(watch.communicate(timeout=60)[0])
+        looks = Looks(watch.end())
         print(f"  {looks.count} looks, {self.flips()[-1]}")
         looks.check(forward)
         self.check_place()
 
 
 def main():
-    binary, sampler, name = sys.argv[1:4]
+    binary, name = sys.argv[1:3]
     with Desktop(**DESKTOPS[name]) as desktop:
         if name == "without-animations":
-            service = desktop.spawn(["/usr/bin/python3", os.path.join(TESTBED, "settings_portal.py")],
-                                    stdout=subprocess.PIPE)
-            assert service.stdout.readline() == b"ready\n", "the settings service did not start"
-        flip = Flip(binary, sampler, desktop)
+            StandIns(desktop, "--no-animations")
+        flip = Flip(binary, desktop)
         if name.startswith("without"):
             for button, title in (("Preferences", "Preferences"), ("Done", "Flipside")):
                 flip.press(button, title)
