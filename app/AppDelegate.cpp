@@ -37,11 +37,13 @@ const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
 // What a start opens, and an alert should it fail. Each recording keeps its file open.
 constexpr int filesForAStart = 12;
 
-// To follow a colon. What the disk said about the file, else what the sound system said about the device.
-QString whyNotStarted(HBRecordingTask &task)
+// To follow a colon.
+QString whyNotStarted(HBRecordingTask &task, const QString &device)
 {
-    const int error = task.outputState().error;
-    return error ? platform::outputErrorReason(error) : u"STARTPROBLEM"_s;
+    if (const int error = task.outputState().error)
+        return platform::outputErrorReason(error);
+    return device.isEmpty() ? AppDelegate::tr("there is no input device")
+                            : AppDelegate::tr("%1 cannot be opened").arg(device);
 }
 
 } // namespace
@@ -258,7 +260,7 @@ void AppDelegate::startRecord()
     if (task->startRecord()) {
         setState(RecorderStateRecording);
     } else {
-        setProblem(tr("Cannot record: %1").arg(whyNotStarted(*task)));
+        setProblem(tr("Cannot record: %1").arg(whyNotStarted(*task, m_currentDevice)));
         alertFailedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.
         if (m_recordingTask == task)
@@ -395,10 +397,6 @@ void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 millisec
 
 void AppDelegate::playTaskComplete(HBPlayTask *)
 {
-#if 0
-    if (!task->problem().isEmpty())
-        setProblem(tr("Cannot play %1: %2").arg(m_currentOutputURL.fileName(), task->problem()));
-#endif
     setState(RecorderStateIdle);
 }
 

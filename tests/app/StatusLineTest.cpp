@@ -23,63 +23,50 @@ DiskState fileOf(qint64 size, qint64 free)
     return {.folder = DiskState::Writable, .bytesFree = free, .fileExists = true, .fileSize = size};
 }
 
-TEST(DiskWatch, MeasuresTheRateOnceThereIsEnoughToMeasure)
-{
-    DiskWatch disk;
-    const DiskWatch::TimePoint now{};
-    disk.start(now);
-    disk.look(fileOf(1000, 12 * megabyte), 1s, now);
-    EXPECT_EQ(disk.timeLeft(), 300s);
-    EXPECT_EQ(disk.judgement(), Disk::Fine);
-    disk.look(fileOf(1001, 12 * megabyte - 40000), 1s, now);
-    EXPECT_EQ(disk.judgement(), Disk::NearlyFull);
-    // Ten seconds in a tenth of a megabyte: a quarter of the rate that was feared.
-    disk.look(fileOf(megabyte / 10, 12 * megabyte - 40000), 10s, now);
-    EXPECT_EQ(disk.timeLeft(), 1196s);
-    EXPECT_EQ(disk.judgement(), Disk::Fine);
-}
-
-TEST(DiskWatch, JudgesTheWorstThatItSees)
+TEST(DiskWatch, JudgesTheWorstThatItSeesAndMeasuresTheRateOnceThereIsEnoughToMeasure)
 {
     DiskWatch disk;
     const DiskWatch::TimePoint begin{};
     disk.start(begin);
-    const auto judged = [&](const DiskState &state, std::chrono::milliseconds at) {
-        disk.look(state, 1s, begin + at);
-        return disk.judgement();
-    };
-    EXPECT_EQ(judged(fileOf(1, 1000 * megabyte), 1s), Disk::Fine);
-    EXPECT_EQ(judged(fileOf(1, 1000 * megabyte), 2500ms), Disk::Fine);
-    EXPECT_EQ(judged(fileOf(1, 1000 * megabyte), 2501ms), Disk::NotWritten);
-    EXPECT_EQ(judged(fileOf(1, 0), 2501ms), Disk::Full);
-    EXPECT_EQ(judged(fileOf(2, 1000 * megabyte), 3s), Disk::Fine);
+    const auto judged
+        = [&](const DiskState &state, std::chrono::milliseconds at, std::chrono::seconds recorded = 1s) {
+              disk.look(state, recorded, begin + at);
+              return disk.judgement();
+          };
+    EXPECT_EQ(judged(fileOf(1000, 12 * megabyte), 0ms), Disk::Fine);
+    EXPECT_EQ(disk.timeLeft(), 300s);
+    EXPECT_EQ(judged(fileOf(1001, 12 * megabyte - 40000), 0ms), Disk::NearlyFull);
+    // Ten seconds in a tenth of a megabyte: a quarter of the rate that was feared.
+    EXPECT_EQ(judged(fileOf(megabyte / 10, 12 * megabyte - 40000), 1s, 10s), Disk::Fine);
+    EXPECT_EQ(disk.timeLeft(), 1196s);
+    EXPECT_EQ(disk.timeOf(25000), 2500ms);
+    EXPECT_EQ(judged(fileOf(megabyte / 10, 1000 * megabyte), 2500ms), Disk::Fine);
+    EXPECT_EQ(judged(fileOf(megabyte / 10, 1000 * megabyte), 2501ms), Disk::NotWritten);
+    EXPECT_EQ(judged(fileOf(megabyte / 10, 0), 2501ms), Disk::Full);
     EXPECT_EQ(judged({.folder = DiskState::Writable}, 3s), Disk::FileGone);
     EXPECT_EQ(judged({}, 3s), Disk::FolderGone);
 }
 
 TEST(Troubles, TellTheCauseBeforeItsSymptomsAndLossBeforeDanger)
 {
+    constexpr auto nothing = Sound::NothingArrives, mute = Sound::OnlySilence;
     const QString full = u"the disk is full"_s, busy = u"the computer was busy"_s;
     const std::pair<Troubles, QString> table[] = {
-        {{}, QString()},
         {{.diskProblem = full, .waiting = 9s, .unwritten = 62s},
             u"1 min 2 s could not be written: the disk is full"_s},
-        {{.diskIsSilent = true, .diskProblem = full, .waiting = 12400ms, .sound = Sound::NothingArrives},
+        {{.diskIsSilent = true, .diskProblem = full, .waiting = 12400ms, .sound = nothing},
             u"The disk is full: 12 s wait in memory and are safe"_s},
-        {{.diskIsSilent = true, .disk = Disk::FolderGone, .waiting = 200s, .sound = Sound::NothingArrives},
+        {{.diskIsSilent = true, .disk = Disk::FolderGone, .waiting = 200s, .sound = nothing},
             u"The disk does not answer: 3 min 20 s wait in memory and are safe"_s},
-        {{.disk = Disk::FolderGone, .waiting = 99ms, .sound = Sound::NothingArrives},
-            u"The folder is gone"_s},
-        {{.disk = Disk::FileGone, .sound = Sound::NothingArrives}, u"The file is gone"_s},
-        {{.disk = Disk::Full, .sound = Sound::NothingArrives}, u"The disk is full"_s},
-        {{.disk = Disk::NotWritten, .missing = 3s, .sound = Sound::NothingArrives},
-            u"No sound is arriving from X"_s},
-        {{.disk = Disk::NotWritten, .sound = Sound::OnlySilence}, u"The file cannot be written"_s},
-        {{.disk = Disk::NearlyFull, .timeLeft = 150s, .missing = 3s, .sound = Sound::OnlySilence},
+        {{.disk = Disk::FolderGone, .waiting = 99ms, .sound = nothing}, u"The folder is gone"_s},
+        {{.disk = Disk::FileGone, .sound = nothing}, u"The file is gone"_s},
+        {{.disk = Disk::Full, .sound = nothing}, u"The disk is full"_s},
+        {{.disk = Disk::NotWritten, .missing = 3s, .sound = nothing}, u"No sound is arriving from X"_s},
+        {{.disk = Disk::NotWritten, .sound = mute}, u"The file cannot be written"_s},
+        {{.disk = Disk::NearlyFull, .timeLeft = 150s, .missing = 3s, .sound = mute},
             u"The disk is nearly full: 2 minutes left"_s},
-        {{.disk = Disk::NearlyFull, .timeLeft = 60s}, u"The disk is nearly full: 1 minute left"_s},
         {{.disk = Disk::NearlyFull, .timeLeft = 59s}, u"The disk is nearly full: less than a minute left"_s},
-        {{.missing = 3s, .sound = Sound::OnlySilence}, u"Only silence from X"_s},
+        {{.missing = 3s, .sound = mute}, u"Only silence from X"_s},
         {{.missing = 3840ms, .missingBecause = busy}, u"3.8 s are missing: the computer was busy"_s},
         {{.waiting = 99ms, .unwritten = 99ms, .missing = 99ms}, QString()},
     };
