@@ -52,8 +52,10 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
     QObject::connect(
         &application, &QApplication::aboutToQuit, &delegate, [&] { delegate.applicationWillTerminate(); });
-    const platform::TerminationSignals signals;
-    QObject::connect(&signals, &platform::TerminationSignals::terminationRequested, &QApplication::quit);
+    // Until the very end, where what waits in memory is still written: another signal must not cut that
+    // short.
+    static const auto *const signals = new platform::TerminationSignals;
+    QObject::connect(signals, &platform::TerminationSignals::terminationRequested, &QApplication::quit);
     platform::SleepInhibitor sleep(u"Recording sound"_s);
     platform::bind(&sleep, &delegate, u"state"_s,
         [&](const QVariant &state) { sleep.setActive(state.toInt() == RecorderStateRecording); });
