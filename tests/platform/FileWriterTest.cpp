@@ -224,6 +224,15 @@ TEST(FileWriter, AFileThatIsGoneWithItsFolderIsThereAgainWithIt)
     }));
     ASSERT_TRUE(QDir().mkdir(disk.folder));
     EXPECT_TRUE(disk.isComplete());
+    // As from another disk: a part of the same take, and then another's file.
+    QFile copy(disk.folder + u"/copy"_s);
+    ASSERT_TRUE(copy.open(QIODevice::WriteOnly) && copy.write(disk.expected.first(1500)) && copy.flush());
+    ASSERT_EQ(rename(qPrintable(copy.fileName()), qPrintable(disk.path)), 0);
+    EXPECT_TRUE(waitUntil([&] {
+        disk.write(1);
+        return disk.stream.state().error == ENOENT;
+    }));
+    EXPECT_TRUE(disk.isComplete());
     EXPECT_EQ(disk.stream.state().bytesLost, 0);
 }
 
