@@ -3,13 +3,8 @@
 
 #include "platform/Bookmark.h"
 
-#include "platform/Inquiry.h"
-#include "platform/Logging.h"
-#include "platform/ThreadCheck.h"
-
+#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <chrono>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
@@ -20,14 +15,13 @@ namespace platform {
 
 namespace {
 
-// The token's fields are separated by zero bytes, which no path contains.
-const QByteArray signature = QByteArrayLiteral("flipside-bookmark 1");
+// The token's fields are separated by zero bytes, which no path contains. The first version had only the
+// folder's identity and its path.
+const QByteArray firstSignature = QByteArrayLiteral("flipside-bookmark 1");
+const QByteArray signature = QByteArrayLiteral("flipside-bookmark 2");
 
 // A parent folder with more entries than this is not searched: a launch must not read through a mail spool.
 constexpr int mostEntriesSearched = 20000;
-constexpr std::chrono::seconds deadline(1);
-// A launch asks more than once for the same folder. It waits for a dead disk once.
-constexpr std::chrono::seconds restAfterSilence(2);
 
 struct FolderIdentity {
     quint64 device = 0;
@@ -36,6 +30,7 @@ struct FolderIdentity {
     // keeps none.
     qint64 birth = 0;
 
+    // Device numbers are given out anew at each start of the computer.
     bool isSameFolder(const FolderIdentity &other) const
     {
         return inode == other.inode && birth == other.birth;
@@ -43,9 +38,22 @@ struct FolderIdentity {
 };
 
 struct Token {
-    QByteArray path;
     FolderIdentity identity;
+    QByteArray path;
+    QByteArray target; // the path without links
+    QByteArray mountPoint; // empty when it was not known
+    QByteArray fileSystem; // as Mount::identity
+    QByteArray pathInside; // of the file system
 };
+
+struct DirectoryCloser {
+    void operator()(DIR *directory) const { closedir(directory); }
+};
+
+QByteArray canonical(const QByteArray &path)
+{
+    return QFile::encodeName(QDir::cleanPath(QFile::decodeName(path)));
+}
 
 std::optional<FolderIdentity> identityOfFolder(const QByteArray &path)
 {
@@ -59,112 +67,137 @@ std::optional<FolderIdentity> identityOfFolder(const QByteArray &path)
     return identity;
 }
 
-QByteArray parentOf(const QByteArray &path)
-{
-    return path.left(qMax<qsizetype>(path.lastIndexOf('/'), 1));
-}
-
 QByteArray encoded(const Token &token)
 {
     return QList<QByteArray>{signature, QByteArray::number(token.identity.device),
-        QByteArray::number(token.identity.inode), QByteArray::number(token.identity.birth), token.path}
+        QByteArray::number(token.identity.inode), QByteArray::number(token.identity.birth), token.path,
+        token.target, token.mountPoint, token.fileSystem, token.pathInside}
         .join('\0');
 }
 
 std::optional<Token> decoded(const QByteArray &data)
 {
     const QList<QByteArray> fields = data.split('\0');
-    if (fields.size() != 5 || fields[0] != signature || !fields[4].startsWith('/'))
+    const bool isFirst = fields.size() == 5 && fields[0] == firstSignature;
+    if (!isFirst && (fields.size() != 9 || fields[0] != signature))
         return std::nullopt;
     bool isNumber[3] = {};
-    const Token token{fields[4],
-        {fields[1].toULongLong(&isNumber[0]), fields[2].toULongLong(&isNumber[1]),
-            fields[3].toLongLong(&isNumber[2])}};
-    if (!isNumber[0] || !isNumber[1] || !isNumber[2])
+    const FolderIdentity identity{fields[1].toULongLong(&isNumber[0]), fields[2].toULongLong(&isNumber[1]),
+        fields[3].toLongLong(&isNumber[2])};
+    if (!isNumber[0] || !isNumber[1] || !isNumber[2] || !fields[4].startsWith('/'))
         return std::nullopt;
-    return token;
+    const QByteArray path = canonical(fields[4]);
+    if (isFirst)
+        return Token{identity, path, path, {}, {}, {}};
+    return Token{identity, path, fields[5], fields[6], fields[7], fields[8]};
 }
 
-struct DirectoryCloser {
-    void operator()(DIR *directory) const { closedir(directory); }
-};
-
-// The folder under another name beside its old place.
-std::optional<QByteArray> renamedFolder(const Token &token)
-{
-    const QByteArray parent = parentOf(token.path);
-    const std::unique_ptr<DIR, DirectoryCloser> directory(opendir(parent.constData()));
-    if (!directory)
-        return std::nullopt;
-    for (int i = 0; i < mostEntriesSearched; ++i) {
-        const dirent *entry = readdir(directory.get());
-        if (!entry)
-            break;
-        if (entry->d_ino != token.identity.inode)
-            continue;
-        const QByteArray path = (parent == "/" ? QByteArray() : parent) + '/' + entry->d_name;
-        const auto identity = identityOfFolder(path);
-        if (identity && identity->device == token.identity.device && identity->isSameFolder(token.identity))
-            return path;
+// Looks for the folder of a token, first for the very folder, then for one that has taken its place.
+class Search {
+public:
+    Search(const Token &token, const MountFiles &files)
+        : m_token(token)
+        , m_mounts(files)
+        , m_places(m_mounts.placesOf(token.fileSystem, token.pathInside))
+    {
     }
-    return std::nullopt;
-}
 
-std::optional<QByteArray> resolved(const Token &token)
-{
-    const auto atOldPath = identityOfFolder(token.path);
-    // Device numbers may be given out differently at each start of the computer: at its old place the folder
-    // is known by the rest alone.
-    if (atOldPath && atOldPath->isSameFolder(token.identity))
-        return token.path;
-    if (auto renamed = renamedFolder(token))
-        return renamed;
-    // Deleted and made again on the same disk. On another device it is the empty folder that waits for a disk
-    // to be mounted on it.
-    if (atOldPath && atOldPath->device == token.identity.device)
-        return token.path;
-    return std::nullopt;
-}
+    std::optional<QByteArray> result() const
+    {
+        const QList<QByteArray> places = QList{m_token.path, m_token.target} + m_places;
+        for (const QByteArray &place : places) {
+            if (isTheFolder(place))
+                return place;
+        }
+        for (const QByteArray &place : places) {
+            if (auto renamed = renamedBeside(place))
+                return renamed;
+        }
+        // Some file systems number their folders anew at each mount.
+        for (const QByteArray &place : m_places) {
+            if (identityOfFolder(place))
+                return place;
+        }
+        return isReplacedInPlace() ? std::optional(m_token.path) : std::nullopt;
+    }
 
-struct Silence {
-    QByteArray data;
-    std::chrono::steady_clock::time_point end;
+private:
+    bool isTheFolder(const QByteArray &path) const
+    {
+        const auto identity = identityOfFolder(path);
+        return identity
+            && identity->isSameFolder(m_token.identity)
+            // An inode alone says little.
+            && (identity->birth || identity->device == m_token.identity.device || path == m_token.path);
+    }
+
+    std::optional<QByteArray> renamedBeside(const QByteArray &path) const
+    {
+        const QByteArray parent = path.left(qMax<qsizetype>(path.lastIndexOf('/'), 1));
+        const std::unique_ptr<DIR, DirectoryCloser> directory(opendir(parent.constData()));
+        for (int i = 0; directory && i < mostEntriesSearched; ++i) {
+            const dirent *entry = readdir(directory.get());
+            if (!entry)
+                break;
+            if (entry->d_ino != m_token.identity.inode)
+                continue;
+            QByteArray candidate = (parent == "/" ? QByteArray() : parent) + '/' + entry->d_name;
+            if (isTheFolder(candidate))
+                return candidate;
+        }
+        return std::nullopt;
+    }
+
+    // Deleted and made again on the same disk, or on another one that is mounted where the disk was. Where
+    // nothing is mounted it is the empty folder that waits for a disk.
+    bool isReplacedInPlace() const
+    {
+        const auto identity = identityOfFolder(m_token.path);
+        if (!identity || identity->device == m_token.identity.device)
+            return identity.has_value();
+        const auto mount = m_mounts.mountOf(withoutLinks(m_token.path));
+        if (!mount)
+            return false;
+        if (m_token.mountPoint.isEmpty())
+            return mount->point != "/";
+        const bool isKnownToDiffer = !m_token.fileSystem.isEmpty() && !mount->identity.isEmpty();
+        return mount->point == m_token.mountPoint && (mount->point == "/" || !isKnownToDiffer);
+    }
+
+    const Token &m_token;
+    const MountTable m_mounts;
+    const QList<QByteArray> m_places; // on the file system that the folder was on
 };
-
-// The token whose disk did not answer last, and until when it is not asked again.
-Silence &lastSilence()
-{
-    static Silence silence;
-    return silence;
-}
 
 } // namespace
 
-QByteArray bookmarkDataForFolder(const QUrl &folder)
+QByteArray bookmarkDataForFolder(const QUrl &folder, const MountFiles &files)
 {
-    if (!folder.isLocalFile())
+    const QByteArray path
+        = canonical(QFile::encodeName(QDir::current().absoluteFilePath(folder.toLocalFile())));
+    const auto identity = folder.isLocalFile() ? identityOfFolder(path) : std::nullopt;
+    if (!identity)
         return {};
-    const QByteArray path = QFile::encodeName(QFileInfo(folder.toLocalFile()).absoluteFilePath());
-    const auto identity = identityOfFolder(path);
-    return identity ? encoded({path, *identity}) : QByteArray();
+    Token token{*identity, path, withoutLinks(path), {}, {}, {}};
+    if (const auto mount = MountTable(files).mountOf(token.target)) {
+        token.mountPoint = mount->point;
+        token.fileSystem = mount->identity;
+        token.pathInside = pathInside(*mount, token.target);
+    }
+    return encoded(token);
 }
 
-std::optional<QUrl> folderForBookmarkData(const QByteArray &data)
+std::optional<QUrl> folderForBookmarkData(const QByteArray &data, const MountFiles &files)
 {
-    assertMainThread();
     const auto token = decoded(data);
-    const auto now = std::chrono::steady_clock::now();
-    if (!token || (lastSilence().data == data && now < lastSilence().end))
-        return std::nullopt;
-    const auto answer
-        = askAndWait<std::optional<QByteArray>>([token = *token] { return resolved(token); }, deadline);
-    if (!answer) {
-        qCWarning(lcPlatform, "The disk of the working folder does not answer.");
-        lastSilence() = {data, std::chrono::steady_clock::now() + restAfterSilence};
-        return std::nullopt;
-    }
-    const std::optional<QByteArray> &path = *answer;
+    const auto path = token ? Search(*token, files).result() : std::nullopt;
     return path ? std::optional(QUrl::fromLocalFile(QFile::decodeName(*path))) : std::nullopt;
+}
+
+QString pathInBookmarkData(const QByteArray &data)
+{
+    const auto token = decoded(data);
+    return token ? QFile::decodeName(token->path) : QString();
 }
 
 } // namespace platform

@@ -15,23 +15,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Folders in a folder of their own, on file systems that only the mount table knows of.
 class Bookmark : public testing::Test {
 protected:
     Bookmark()
     {
+        mount({});
         make(u"recordings"_s);
-        token = platform::bookmarkDataForFolder(url(u"recordings"_s));
+        token = tokenOf(u"recordings"_s);
     }
 
     QUrl url(const QString &name) const { return QUrl::fromLocalFile(folder.filePath(name)); }
-    void make(const QString &name) { ASSERT_TRUE(QDir(folder.path()).mkdir(name)) << qPrintable(name); }
+    void make(const QString &name) { ASSERT_TRUE(QDir(folder.path()).mkpath(name)) << qPrintable(name); }
     void rename(const QString &from, const QString &to) { ASSERT_TRUE(QDir(folder.path()).rename(from, to)); }
-    std::optional<QUrl> found() const { return platform::folderForBookmarkData(token); }
-    // The token of a folder with another device or inode, as after a change of disks.
-    void changeNumber(int field)
+    void remove(const QString &name) { ASSERT_TRUE(QDir(folder.path()).rmdir(name)); }
+    void link(const QString &to, const QString &name)
+    {
+        QFile::remove(folder.filePath(name));
+        ASSERT_TRUE(QFile::link(folder.filePath(to), folder.filePath(name)));
+    }
+    // What is mounted from now on: a source at a folder, and no more.
+    void mount(const QList<std::pair<QString, QString>> &sourcesAtNames)
+    {
+        QFile table(QFile::decodeName(files.table));
+        ASSERT_TRUE(table.open(QIODevice::WriteOnly));
+        table.write("20 1 8:1 / / rw - ext4 /dev/none rw\n");
+        for (const auto &[source, name] : sourcesAtNames)
+            table.write(u"21 20 0:50 / %1 rw shared:1 - nfs4 %2 rw\n"_s
+                            .arg(folder.filePath(name).replace(u' ', u"\\040"_s), source)
+                            .toUtf8());
+    }
+    QByteArray tokenOf(const QString &name) { return platform::bookmarkDataForFolder(url(name), files); }
+    std::optional<QUrl> found() const { return platform::folderForBookmarkData(token, files); }
+    // As after a restart, or as on a file system that numbers its folders anew at each mount.
+    void renumber(std::initializer_list<int> fieldsOfToken)
     {
         QList<QByteArray> fields = token.split('\0');
-        fields[field] = QByteArray::number(fields[field].toULongLong() + 1);
+        for (const int field : fieldsOfToken)
+            fields[field] = QByteArray::number(fields[field].toULongLong() + 1);
         token = fields.join('\0');
     }
 
@@ -46,12 +67,17 @@ protected:
         }));
     }
 
+    const int device = 1, inode = 2;
     QTemporaryDir folder;
+    const platform::MountFiles files{
+        QFile::encodeName(folder.filePath(u"mountinfo"_s)), QFile::encodeName(folder.filePath(u"by-uuid"_s))};
     QByteArray token;
 };
 
-TEST_F(Bookmark, TheFolderIsFollowedThroughARenameEvenWhenAnotherTakesItsOldName)
+TEST_F(Bookmark, FollowsARenameAlsoWithANewDeviceNumberAndWhenAnotherTakesTheOldName)
 {
+    EXPECT_EQ(found(), url(u"recordings"_s));
+    renumber({device});
     EXPECT_EQ(found(), url(u"recordings"_s));
     rename(u"recordings"_s, u"my recordings"_s);
     EXPECT_EQ(found(), url(u"my recordings"_s));
@@ -59,53 +85,94 @@ TEST_F(Bookmark, TheFolderIsFollowedThroughARenameEvenWhenAnotherTakesItsOldName
     EXPECT_EQ(found(), url(u"my recordings"_s));
 }
 
-TEST_F(Bookmark, WhatIsGoneIsNotFound)
+TEST_F(Bookmark, FindsNoStrangerAndNothingThatIsGone)
 {
-    make(u"elsewhere"_s);
-    rename(u"recordings"_s, u"elsewhere/recordings"_s);
+    rename(u"recordings"_s, u"elsewhere"_s);
+    make(u"away"_s);
+    rename(u"elsewhere"_s, u"away/recordings"_s);
     EXPECT_EQ(found(), std::nullopt);
     QFile file(folder.filePath(u"recordings"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_EQ(found(), std::nullopt);
-}
-
-TEST_F(Bookmark, ANewFolderThatReusesTheInodeIsAStranger)
-{
-    ASSERT_TRUE(QDir(folder.path()).rmdir(u"recordings"_s));
+    ASSERT_TRUE(file.remove());
+    remove(u"away/recordings"_s);
     letTheClockTick();
-    make(u"photos"_s);
+    make(u"photos"_s); // reuses the inode
     EXPECT_EQ(found(), std::nullopt);
     make(u"recordings"_s);
     EXPECT_EQ(found(), url(u"recordings"_s));
 }
 
-TEST_F(Bookmark, AnEmptyMountPointIsNotTheFolderButANewDeviceNumberDoesNoHarm)
+TEST_F(Bookmark, FollowsALinkThatIsGoneOrWhoseTargetWasRenamed)
 {
-    changeNumber(1);
+    link(u"recordings"_s, u"link"_s);
+    token = tokenOf(u"link/"_s);
+    EXPECT_EQ(found(), url(u"link"_s));
+    rename(u"recordings"_s, u"renamed"_s);
+    EXPECT_EQ(found(), url(u"renamed"_s));
+    rename(u"renamed"_s, u"recordings"_s);
+    ASSERT_TRUE(QFile::remove(folder.filePath(u"link"_s)));
     EXPECT_EQ(found(), url(u"recordings"_s));
-    changeNumber(2);
-    EXPECT_EQ(found(), std::nullopt);
 }
 
-TEST_F(Bookmark, AnyNameIsFoundAgain)
+TEST_F(Bookmark, FollowsADiskToAnotherMountPointAndIsNotContentWithAnEmptyOne)
+{
+    make(u"a stick/rec"_s);
+    mount({{u"nas:/share"_s, u"a stick"_s}});
+    token = tokenOf(u"a stick/rec"_s);
+    renumber({device, inode});
+    EXPECT_EQ(found(), url(u"a stick/rec"_s));
+    // Not mounted, but something stands there all the same.
+    mount({});
+    EXPECT_EQ(found(), std::nullopt);
+    // Another disk.
+    mount({{u"nas:/other"_s, u"a stick"_s}});
+    EXPECT_EQ(found(), std::nullopt);
+    rename(u"a stick"_s, u"b"_s);
+    mount({{u"nas:/other"_s, u"a stick"_s}, {u"nas:/share"_s, u"b"_s}});
+    EXPECT_EQ(found(), url(u"b/rec"_s));
+    // A device is known by the identifier that links to it.
+    QFile(folder.filePath(u"sdb1"_s)).open(QIODevice::WriteOnly);
+    make(u"by-uuid"_s);
+    link(u"sdb1"_s, u"by-uuid/1234-ABCD"_s);
+    mount({{folder.filePath(u"sdb1"_s), u"b"_s}});
+    token = tokenOf(u"b/rec"_s);
+    renumber({device, inode});
+    rename(u"b"_s, u"c"_s);
+    rename(u"sdb1"_s, u"sdc1"_s);
+    link(u"sdc1"_s, u"by-uuid/1234-ABCD"_s);
+    mount({{folder.filePath(u"sdc1"_s), u"c"_s}});
+    EXPECT_EQ(found(), url(u"c/rec"_s));
+}
+
+TEST_F(Bookmark, KeepsAnyNameAndReadsTheTokensOfTheFirstVersion)
 {
     for (const QString &name : {QString(63, u'x') + u"\U0001F3B5"_s.repeated(48), u"two\nlines"_s,
              u"100%20 <b>sure<i>"_s, u"\u0647\u0644\u0627 abc"_s, u" "_s}) {
         make(name);
-        const QByteArray data = platform::bookmarkDataForFolder(url(name));
+        token = tokenOf(name);
         rename(name, u"renamed"_s);
+        EXPECT_EQ(found(), url(u"renamed"_s));
         rename(u"renamed"_s, name);
-        EXPECT_EQ(platform::folderForBookmarkData(data), url(name));
+        EXPECT_EQ(found(), url(name));
+        EXPECT_EQ(platform::pathInBookmarkData(token), folder.filePath(name));
     }
+    QList<QByteArray> fields = tokenOf(u"recordings"_s).split('\0').first(5);
+    fields[0].replace("bookmark 2", "bookmark 1");
+    fields[4] += '/';
+    token = fields.join('\0');
+    EXPECT_EQ(found(), url(u"recordings"_s));
+    rename(u"recordings"_s, u"renamed"_s);
+    EXPECT_EQ(found(), url(u"renamed"_s));
 }
 
 TEST_F(Bookmark, WhatIsNoFolderHasNoTokenAndWhatIsNoTokenHasNoFolder)
 {
-    EXPECT_EQ(platform::bookmarkDataForFolder(url(u"missing"_s)), QByteArray());
+    EXPECT_EQ(tokenOf(u"missing"_s), QByteArray());
     EXPECT_EQ(platform::bookmarkDataForFolder(QUrl(u"https://example.org/"_s)), QByteArray());
     for (const QByteArray &data :
         {QByteArray(), QByteArray("bookmark"), token.left(10), token.mid(1), token + QByteArray("\0more", 5),
-            QByteArray(100000, '\0'), QByteArray(token).replace("bookmark 1", "bookmark 2")})
+            QByteArray(100000, '\0'), QByteArray(token).replace("bookmark 2", "bookmark 3")})
         EXPECT_EQ(platform::folderForBookmarkData(data), std::nullopt) << data.size();
 }
 
