@@ -8,9 +8,12 @@
 
 #include <QSocketNotifier>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <unistd.h>
 #include <utility>
@@ -24,22 +27,38 @@ constexpr std::array handledSignals = {SIGTERM, SIGINT, SIGHUP};
 // A signal handler may do next to nothing; writing a byte to a pipe that the main loop reads is allowed.
 std::array<int, 2> pipeEnds = {-1, -1};
 
-void wakeMainLoop(int)
+std::int64_t patienceInNanoseconds = 0;
+std::atomic<std::int64_t> firstReceived = 0; // 0 before the first signal
+
+std::int64_t now()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return time.tv_sec * std::int64_t(1'000'000'000) + time.tv_nsec;
+}
+
+void wakeMainLoop(int signal)
 {
     const int savedErrno = errno;
+    std::int64_t first = 0;
+    if (!firstReceived.compare_exchange_strong(first, now()) && now() - first > patienceInNanoseconds) {
+        // Delivered when this returns.
+        ::signal(signal, SIG_DFL);
+        raise(signal);
+        return;
+    }
     const char byte = 0;
     // A full pipe already holds a byte that nobody has read, which is all that is needed.
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
     errno = savedErrno;
 }
 
-// A signal that the parent has this process ignore (nohup) stays ignored. A second one ends the process at
-// once, for the case that quitting hangs.
+// A signal that the parent has this process ignore (nohup) stays ignored.
 void setHandler(void (*handler)(int))
 {
     struct sigaction action = {};
     action.sa_handler = handler;
-    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    action.sa_flags = SA_RESTART;
     for (const int signal : handledSignals) {
         struct sigaction present = {};
         sigaction(signal, nullptr, &present);
@@ -50,7 +69,7 @@ void setHandler(void (*handler)(int))
 
 } // namespace
 
-TerminationSignals::TerminationSignals(QObject *parent)
+TerminationSignals::TerminationSignals(std::chrono::milliseconds patience, QObject *parent)
     : QObject(parent)
 {
     assertMainThread();
@@ -60,6 +79,8 @@ TerminationSignals::TerminationSignals(QObject *parent)
     }
     m_notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::receive);
+    patienceInNanoseconds = std::chrono::nanoseconds(patience).count();
+    firstReceived = 0;
     setHandler(wakeMainLoop);
 }
 

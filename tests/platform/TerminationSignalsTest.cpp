@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_P(TerminationSignals, ArriveFromTheMainLoopOnceAndHaveTheirOwnEffectAfterwards)
+TEST_P(TerminationSignals, ArriveOnceFromTheMainLoopAndEndTheProcessOnlyWhenTheyInsist)
 {
     const int inheritableBefore = inheritableFiles();
     int received = 0;
@@ -31,13 +31,14 @@ TEST_P(TerminationSignals, ArriveFromTheMainLoopOnceAndHaveTheirOwnEffectAfterwa
         EXPECT_EQ(inheritableFiles(), inheritableBefore);
         QObject::connect(&signals, &platform::TerminationSignals::terminationRequested, [&] { ++received; });
         raise(GetParam());
+        raise(GetParam());
         EXPECT_EQ(received, 0);
         EXPECT_TRUE(testbed::waitUntil([&] { return received == 1; }));
-        // The user does not want to wait for the end.
-        EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
     }
     {
-        const platform::TerminationSignals again;
+        const platform::TerminationSignals impatient(std::chrono::milliseconds(0));
+        raise(GetParam());
+        EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
     }
     EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
 }
