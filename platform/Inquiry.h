@@ -21,6 +21,30 @@ namespace platform {
 // that it touches. Any thread.
 bool runOnSpareThread(std::function<void()> work);
 
+// An answer on its way from one thread to another.
+template <typename Answer> class GivenAnswer {
+public:
+    const Answer &give(Answer answer)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_answer = std::move(answer);
+        m_given.notify_one();
+        return *m_answer;
+    }
+
+    std::optional<Answer> wait(std::chrono::milliseconds deadline)
+    {
+        std::unique_lock lock(m_mutex);
+        m_given.wait_for(lock, deadline, [this] { return m_answer.has_value(); });
+        return m_answer;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_given;
+    std::optional<Answer> m_answer;
+};
+
 // What becomes of an answer that comes after the deadline.
 enum class LateAnswer {
     Dropped,
@@ -48,13 +72,21 @@ public:
 
     void ask(Question question, std::chrono::milliseconds deadline, LateAnswer late, Report report)
     {
-        assertMainThread();
-        m_pending = std::make_shared<Pending>(Pending{this, std::move(report), late});
-        if (!runOnSpareThread(work(std::move(question)))) {
-            m_pending->late = LateAnswer::Dropped; // none is on its way
-            deadline = std::chrono::milliseconds(0);
-        }
-        m_deadline.start(deadline);
+        start(std::move(question), deadline, late, std::move(report));
+    }
+
+    // The same for a caller that would rather go on with the answer at once: waits for it until the deadline.
+    // An answer in time is given back, and nothing is reported.
+    std::optional<Answer> askAndWait(
+        Question question, std::chrono::milliseconds deadline, LateAnswer late, Report report)
+    {
+        const auto given = std::make_shared<GivenAnswer<Answer>>();
+        const bool asked = start([given, question = std::move(question)] { return given->give(question()); },
+            deadline, late, std::move(report));
+        const auto answer = asked ? given->wait(deadline) : std::nullopt;
+        if (answer)
+            cancel();
+        return answer;
     }
 
     // Whether neither an answer nor the deadline has come yet.
@@ -74,6 +106,18 @@ private:
         Report report;
         LateAnswer late;
     };
+
+    // False when no thread can be had.
+    bool start(Question question, std::chrono::milliseconds deadline, LateAnswer late, Report report)
+    {
+        assertMainThread();
+        m_pending = std::make_shared<Pending>(Pending{this, std::move(report), late});
+        const bool asked = runOnSpareThread(work(std::move(question)));
+        if (!asked)
+            m_pending->late = LateAnswer::Dropped; // none is on its way
+        m_deadline.start(asked ? deadline : std::chrono::milliseconds(0));
+        return asked;
+    }
 
     std::function<void()> work(Question question) const
     {
@@ -106,27 +150,14 @@ private:
     QTimer m_deadline;
 };
 
-// The same for a caller that cannot go on without the answer: waits for it, not longer than the deadline, and
-// drops what comes later. Any thread.
+// For a caller that cannot go on without the answer: waits for it, not longer than the deadline, and drops
+// what comes later. Any thread.
 template <typename Answer>
 std::optional<Answer> askAndWait(std::function<Answer()> question, std::chrono::milliseconds deadline)
 {
-    struct Shared {
-        std::mutex mutex;
-        std::condition_variable given;
-        std::optional<Answer> answer;
-    };
-    const auto shared = std::make_shared<Shared>();
-    const bool asked = runOnSpareThread([shared, question = std::move(question)] {
-        Answer answer = question();
-        const std::scoped_lock lock(shared->mutex);
-        shared->answer = std::move(answer);
-        shared->given.notify_one();
-    });
-    std::unique_lock lock(shared->mutex);
-    if (asked)
-        shared->given.wait_for(lock, deadline, [&] { return shared->answer.has_value(); });
-    return shared->answer;
+    const auto given = std::make_shared<GivenAnswer<Answer>>();
+    const bool asked = runOnSpareThread([given, question = std::move(question)] { given->give(question()); });
+    return asked ? given->wait(deadline) : std::nullopt;
 }
 
 } // namespace platform

@@ -3,12 +3,14 @@
 
 #include "platform/desktop/FileManager.h"
 
+#include "platform/DiskState.h"
+#include "platform/Inquiry.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
-#include <QFileInfo>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,7 @@ namespace {
 
 // A file manager that the bus has to start first needs a while.
 constexpr std::chrono::milliseconds deadline = std::chrono::seconds(5);
+constexpr std::chrono::seconds diskAnswersWithin(1);
 
 QDBusMessage showItems(const QUrl &fileUrl)
 {
@@ -32,11 +35,16 @@ QDBusMessage showItems(const QUrl &fileUrl)
 }
 
 // A folder is opened itself, a file is looked for in its folder.
-QUrl folderToOpen(const QUrl &fileUrl)
+void openFolder(const QUrl &fileUrl)
 {
-    if (QFileInfo(fileUrl.toLocalFile()).isDir())
-        return fileUrl;
-    return fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash);
+    // Never destroyed: the application object is gone before static objects are.
+    static auto *const inquiry = new Inquiry<DiskState>;
+    inquiry->ask(questionToDisk(fileUrl.toLocalFile()), diskAnswersWithin, LateAnswer::Dropped,
+        [fileUrl](const std::optional<DiskState> &disk) {
+            const bool isFolder = disk && disk->folderExists();
+            QDesktopServices::openUrl(
+                isFolder ? fileUrl : fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
+        });
 }
 
 void askSessionBus(const QUrl &fileUrl)
@@ -45,7 +53,7 @@ void askSessionBus(const QUrl &fileUrl)
     auto *watcher = new QDBusPendingCallWatcher(pending, qApp);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, fileUrl] {
         if (watcher->isError())
-            QDesktopServices::openUrl(folderToOpen(fileUrl));
+            openFolder(fileUrl);
         watcher->deleteLater();
     });
 }
