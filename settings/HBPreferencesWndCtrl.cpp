@@ -3,7 +3,6 @@
 
 #include "settings/HBPreferencesWndCtrl.h"
 
-#include "platform/Bookmark.h"
 #include "platform/KeyPath.h"
 #include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
@@ -13,10 +12,10 @@
 #include "settings/EncoderForm.h"
 #include "settings/PreferencesCard.h"
 #include "settings/RecordingEstimate.h"
+#include "settings/WorkingFolder.h"
 #include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
-#include <QDir>
 #include <QFileInfo>
 #include <QMenu>
 
@@ -25,7 +24,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString configDataKey = u"HBConfigDataKey"_s;
-const QString workingPathKey = u"HBWorkingPathKey"_s;
 const QString noWorkingPath = u"Please select a location to save the recording"_s;
 constexpr QColor labelGrey(164, 173, 178);
 constexpr std::chrono::seconds diskAnswersWithin(1);
@@ -61,9 +59,13 @@ QStringList HBPreferencesWndCtrl::keyPathsForValuesAffectingRecordingEstimate()
 
 HBPreferencesWndCtrl::HBPreferencesWndCtrl(const QString &windowNibName)
     : WindowController(windowNibName)
-    , m_workingPath(storedWorkingPath())
+    , m_folder(std::make_unique<WorkingFolder>())
 {
     platform::announceDerivedProperties(this);
+    connect(m_folder.get(), &WorkingFolder::pathChanged, this, &HBPreferencesWndCtrl::followFolder);
+    connect(m_folder.get(), &WorkingFolder::waitingForChanged, this,
+        &HBPreferencesWndCtrl::workingFolderTextChanged);
+    m_folder->restore();
 }
 
 HBPreferencesWndCtrl::~HBPreferencesWndCtrl() = default;
@@ -99,10 +101,20 @@ platform::AttributedString HBPreferencesWndCtrl::attributeTitleForBitrate() cons
     return attributeTitle(u"Bitrate"_s);
 }
 
+QString HBPreferencesWndCtrl::workingPath() const
+{
+    return m_folder->path().isEmpty() ? noWorkingPath : m_folder->path();
+}
+
+QString HBPreferencesWndCtrl::workingFolderText() const
+{
+    const QString waitingFor = m_folder->waitingFor();
+    return waitingFor.isEmpty() ? workingPath() : u"Waiting for the disk of %1"_s.arg(waitingFor);
+}
+
 bool HBPreferencesWndCtrl::workingPathExist() const
 {
-    // The sentence that stands in for a path must not be looked for in the current folder.
-    return QDir::isAbsolutePath(m_workingPath) && QFileInfo::exists(m_workingPath);
+    return m_folder->isThere();
 }
 
 void HBPreferencesWndCtrl::setConfig(const QSharedPointer<KTMp3LameConfig> &config)
@@ -123,7 +135,9 @@ QString HBPreferencesWndCtrl::recordingEstimate() const
 
 QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) const
 {
-    if (m_workingPath == noWorkingPath || !m_disk)
+    if (m_diskIsSilent)
+        return u" Waiting for the disk of %1."_s.arg(QFileInfo(m_folder->path()).fileName());
+    if (!m_disk)
         return {};
     switch (m_disk->folder) {
     case platform::DiskState::Missing:
@@ -141,59 +155,48 @@ QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) co
 void HBPreferencesWndCtrl::askForRoom()
 {
     // A disk that does not answer is not asked again and again.
-    if (m_workingPath == noWorkingPath || m_question.isPending())
+    if (m_folder->path().isEmpty() || m_question.isPending())
         return;
-    m_question.ask(platform::questionToDisk(m_workingPath), diskAnswersWithin, platform::LateAnswer::Adopted,
-        [this](const std::optional<platform::DiskState> &disk) {
-            if (disk)
-                setDisk(*disk);
-        });
+    m_question.ask(platform::questionToDisk(m_folder->path()), diskAnswersWithin,
+        platform::LateAnswer::Adopted,
+        [this](const std::optional<platform::DiskState> &disk) { setDisk(disk); });
 }
 
-void HBPreferencesWndCtrl::setDisk(const platform::DiskState &disk)
+void HBPreferencesWndCtrl::setDisk(const std::optional<platform::DiskState> &disk)
 {
     const QString before = recordingEstimate();
     m_disk = disk;
+    m_diskIsSilent = !disk;
     if (recordingEstimate() != before)
         Q_EMIT recordingEstimateChanged();
 }
 
 std::optional<QString> HBPreferencesWndCtrl::readWorkingPath() const
 {
-    const QByteArray bookmark = platform::UserDefaults::standardUserDefaults().dataForKey(workingPathKey);
-    const auto folder = platform::folderForBookmarkData(bookmark);
-    return folder ? std::optional(folder->toLocalFile()) : std::nullopt;
+    return WorkingFolder::stored();
 }
 
 void HBPreferencesWndCtrl::saveWorkingPathURL(const QUrl &url)
 {
-    const QByteArray bookmark = platform::bookmarkDataForFolder(url);
-    if (!bookmark.isEmpty())
-        platform::UserDefaults::standardUserDefaults().setData(bookmark, workingPathKey);
+    m_folder->store(url);
 }
 
 void HBPreferencesWndCtrl::setWorkingPathWithURL(const QUrl &url)
 {
     const QUrl folder = url.adjusted(QUrl::StripTrailingSlash);
     saveWorkingPathURL(folder);
-    setWorkingPath(folder.toLocalFile());
+    m_folder->use(folder);
 }
 
-void HBPreferencesWndCtrl::setWorkingPath(const QString &path)
+void HBPreferencesWndCtrl::followFolder()
 {
-    if (m_workingPath == path)
-        return;
-    m_workingPath = path;
     m_disk.reset();
+    m_diskIsSilent = false;
     m_question.cancel();
     if (m_card && m_card->isVisible())
         askForRoom();
     Q_EMIT workingPathChanged();
-}
-
-QString HBPreferencesWndCtrl::storedWorkingPath() const
-{
-    return readWorkingPath().value_or(noWorkingPath);
+    Q_EMIT workingFolderTextChanged();
 }
 
 QWidget *HBPreferencesWndCtrl::loadWindow()
@@ -206,7 +209,7 @@ void HBPreferencesWndCtrl::windowDidLoad()
 {
     if (!m_config)
         setConfig(storedConfig());
-    setWorkingPath(storedWorkingPath());
+    m_folder->restore();
 }
 
 void HBPreferencesWndCtrl::popupEncodeEngineQuality(QObject *)
@@ -244,7 +247,7 @@ void HBPreferencesWndCtrl::selectWorkingPathAction(QObject *)
 void HBPreferencesWndCtrl::showWorkingPathAction(QObject *)
 {
     if (workingPathExist())
-        platform::revealInFileManager(QUrl::fromLocalFile(m_workingPath));
+        platform::revealInFileManager(QUrl::fromLocalFile(m_folder->path()));
 }
 
 void HBPreferencesWndCtrl::doneAction(QObject *)

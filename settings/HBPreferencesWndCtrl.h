@@ -10,11 +10,13 @@
 #include "ui/WindowController.h"
 
 #include <QUrl>
+#include <memory>
 #include <optional>
 
 class QMenu;
 class PreferencesCard;
 class RecordingEstimate;
+class WorkingFolder;
 
 // The preferences card. For the whole application it also holds the encoder configuration in use and the
 // working folder. The folder is stored when it is chosen; the configuration is read from the settings and
@@ -31,8 +33,11 @@ class HBPreferencesWndCtrl : public WindowController {
             attributeTitlesChanged)
     // An absolute path, or a sentence that asks for one; never empty.
     Q_PROPERTY(QString workingPath READ workingPath NOTIFY workingPathChanged)
-    // Whether a folder or a file is at the path now. It asks the disk, so nothing announces a change.
+    // Whether a folder or a file is at the path now, see WorkingFolder::isThere(). It asks the disk, so
+    // nothing announces a change.
     Q_PROPERTY(bool workingPathExist READ workingPathExist NOTIFY workingPathExistChanged)
+    // The path as the card shows it, which also says when the disk of the stored folder is waited for.
+    Q_PROPERTY(QString workingFolderText READ workingFolderText NOTIFY workingFolderTextChanged)
     // Null until the window has been loaded.
     Q_PROPERTY(QSharedPointer<KTMp3LameConfig> config READ config WRITE setConfig NOTIFY configChanged)
     // What the configuration means for the disk that holds the working folder, as far as the disk has
@@ -70,7 +75,8 @@ public:
     platform::AttributedString attributeTitleForQuality() const;
     platform::AttributedString attributeTitleForBitrate() const;
 
-    QString workingPath() const { return m_workingPath; }
+    QString workingPath() const;
+    QString workingFolderText() const;
     bool workingPathExist() const;
     QSharedPointer<KTMp3LameConfig> config() const { return m_config; }
     void setConfig(const QSharedPointer<KTMp3LameConfig> &config);
@@ -102,6 +108,7 @@ Q_SIGNALS:
     void attributeTitlesChanged();
     void workingPathExistChanged();
     void workingPathChanged();
+    void workingFolderTextChanged();
     void configChanged();
     void recordingEstimateChanged();
 
@@ -110,16 +117,16 @@ protected:
     void windowDidLoad() override;
 
 private:
-    void setWorkingPath(const QString &path);
-    QString storedWorkingPath() const;
+    void followFolder();
     QString roomSentence(const RecordingEstimate &estimate) const;
 
-    void setDisk(const platform::DiskState &disk);
+    void setDisk(const std::optional<platform::DiskState> &disk);
 
-    QString m_workingPath;
+    const std::unique_ptr<WorkingFolder> m_folder;
     // Of the working folder. Nothing before the disk's first answer.
     std::optional<platform::DiskState> m_disk;
     platform::Inquiry<platform::DiskState> m_question;
+    bool m_diskIsSilent = false;
     QSharedPointer<KTMp3LameConfig> m_config;
     QPointer<PreferencesCard> m_card;
 };

@@ -61,7 +61,7 @@ void PreferencesCard::bindControls()
         m_ui->encoder->setQualityEnabled(target.toInt() != KTMp3LameConfig::BitrateTarget);
     });
 
-    bind(m_ui->workingFolder, "text", m_controller, u"workingPath"_s);
+    bind(m_ui->workingFolder, "text", m_controller, u"workingFolderText"_s);
     bind(m_ui->estimate, m_controller, u"recordingEstimate"_s, [this](const QVariant &sentence) {
         m_ui->estimate->setText(sentence.toString());
         if (const auto config = m_controller->config())

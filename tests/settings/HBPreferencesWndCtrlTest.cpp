@@ -3,6 +3,7 @@
 
 #include "settings/HBPreferencesWndCtrl.h"
 #include "platform/UserDefaults.h"
+#include "settings/WorkingFolder.h"
 #include "testbed/Waiting.h"
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/FliprView.h"
@@ -13,6 +14,7 @@
 #include <QLabel>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <semaphore>
 
 using namespace Qt::StringLiterals;
 using platform::AttributedString;
@@ -134,6 +136,51 @@ TEST_F(HBPreferencesWndCtrlTest, DoneTurnsTheCardBackwards)
     // The left side goes away first, and sinks.
     EXPECT_TRUE(!isCard(130) && isCard(330));
     NSWindow_Flipr::releaseFlippingWindow();
+}
+
+TEST_F(HBPreferencesWndCtrlTest, AFolderThatIsNotThereIsLookedForAgainWhenItIsNeeded)
+{
+    const QString before = makeFolder(u"before"_s).toLocalFile();
+    controller->setWorkingPathWithURL(QUrl::fromLocalFile(before));
+    const QString after = home.filePath(u"after"_s);
+    ASSERT_TRUE(QDir().rename(before, after));
+    EXPECT_TRUE(controller->workingPathExist());
+    EXPECT_EQ(controller->workingPath(), after);
+
+    const QString away = makeFolder(u"away"_s).toLocalFile() + u"/after"_s;
+    ASSERT_TRUE(QDir().rename(after, away));
+    EXPECT_FALSE(controller->workingPathExist());
+    EXPECT_EQ(controller->workingPath(), after);
+    relaunch();
+    EXPECT_FALSE(controller->workingPathExist());
+    ASSERT_TRUE(QDir().rename(away, after));
+    EXPECT_TRUE(controller->workingPathExist());
+    EXPECT_EQ(controller->workingPath(), after);
+}
+
+TEST_F(HBPreferencesWndCtrlTest, ASilentDiskIsAdoptedWhenItAnswersUnlessTheUserHasChosenMeanwhile)
+{
+    const QString kept = makeFolder(u"kept"_s).toLocalFile();
+    const QUrl other = makeFolder(u"other"_s);
+    controller->setWorkingPathWithURL(QUrl::fromLocalFile(kept));
+    const auto disk = std::make_shared<std::counting_semaphore<>>(0);
+    const auto guard = WorkingFolder::search().replace([disk, kept](const QString &, const QByteArray &) {
+        disk->acquire();
+        return WorkingFolder::Place{kept, true};
+    });
+    for (const bool chooses : {false, true}) {
+        relaunch();
+        EXPECT_EQ(controller->workingFolderText(), u"Waiting for the disk of "_s + kept);
+        EXPECT_FALSE(controller->workingPathExist());
+        if (chooses)
+            controller->setWorkingPathWithURL(other);
+        disk->release(2);
+        EXPECT_TRUE(testbed::waitUntil([&] { return disk.use_count() == 2; })); // and both have answered
+        QCoreApplication::processEvents();
+        EXPECT_EQ(controller->workingFolderText(), chooses ? other.toLocalFile() : kept);
+        EXPECT_TRUE(controller->workingPathExist()) << "as far as is known";
+        disk->release();
+    }
 }
 
 } // namespace
