@@ -18,7 +18,6 @@ TEST(MotionPreference, UnderstandsTheSettingsOfSeveralDesktops)
     EXPECT_EQ(stated(u"org.gnome.desktop.interface"_s, u"enable-animations"_s, true), true);
     EXPECT_EQ(stated(u"org.freedesktop.appearance"_s, u"reduced-motion"_s, 1U), false);
     EXPECT_EQ(stated(u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0"_s), false);
-    EXPECT_EQ(stated(u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0.5"_s), true);
     EXPECT_EQ(stated(u"org.gnome.desktop.interface"_s, u"font-name"_s, u"Sans 10"_s), std::nullopt);
 }
 

@@ -17,10 +17,10 @@ const QString flagKey = u"showInFinderWhenFinishRecording"_s;
 
 class UserDefaults : public testing::Test {
 protected:
-    static QByteArray contentOf(const QString &file)
+    static QByteArray contentOf(const QString &path)
     {
-        QFile opened(file);
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray("(no file)");
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
     void write(const QByteArray &content) const
     {
