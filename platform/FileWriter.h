@@ -15,9 +15,10 @@
 
 namespace platform {
 
-// How long the one who gives bytes may wait for the disk: 50 ms at once, and a twentieth of the time in the
-// long run. A healthy disk never uses that up; with one that needs 20 ms for every write, whoever captures
-// sound soon no longer waits, and is back at waiting when the disk is back.
+// How long the one who gives bytes may wait for the disk: 50 ms at once, and a fifth of the time in the
+// long run. A healthy disk never uses that up, also on a busy computer; with one that needs 20 ms for every
+// write, whoever captures sound soon waits for a part of it only, and again for all of it when the disk is
+// back.
 class Patience {
 public:
     using Clock = std::chrono::steady_clock;
@@ -27,7 +28,7 @@ public:
 
 private:
     static constexpr Clock::duration longest = std::chrono::milliseconds(50);
-    static constexpr int share = 20;
+    static constexpr int share = 5;
 
     Clock::duration m_left = longest;
     Clock::time_point m_since;
