@@ -94,14 +94,16 @@ TEST_F(Bookmark, FindsNoStrangerAndNothingThatIsGone)
 
 TEST_F(Bookmark, FollowsALinkThatIsGoneOrWhoseTargetWasRenamed)
 {
-    link(u"recordings"_s, u"link"_s);
+    make(u"data"_s);
+    rename(u"recordings"_s, u"data/recordings"_s);
+    link(u"data/recordings"_s, u"link"_s);
     token = tokenOf(u"link/"_s);
     EXPECT_EQ(found(), url(u"link"_s));
-    rename(u"recordings"_s, u"renamed"_s);
-    EXPECT_EQ(found(), url(u"renamed"_s));
-    rename(u"renamed"_s, u"recordings"_s);
+    rename(u"data/recordings"_s, u"data/renamed"_s);
+    EXPECT_EQ(found(), url(u"data/renamed"_s));
+    rename(u"data/renamed"_s, u"data/recordings"_s);
     ASSERT_TRUE(QFile::remove(folder.filePath(u"link"_s)));
-    EXPECT_EQ(found(), url(u"recordings"_s));
+    EXPECT_EQ(found(), url(u"data/recordings"_s));
 }
 
 TEST_F(Bookmark, FollowsADiskToAnotherMountPointAndIsNotContentWithAnEmptyOne)
