@@ -45,6 +45,11 @@ void HBPlayTask::stop()
         m_audioPlayer->stop();
 }
 
+QString HBPlayTask::problem() const
+{
+    return m_audioPlayer ? m_audioPlayer->problem() : QString();
+}
+
 void HBPlayTask::KTAudioPlayerPlayPacketCount(
     KTAudioPlayer *, std::int64_t, std::uint32_t, const AudioStreamBasicDescription &)
 {

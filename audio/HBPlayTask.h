@@ -31,6 +31,9 @@ public:
     void pause();
     void resume();
     void stop();
+    // Why the playback that ended last was not heard to its end, in words that end a sentence; empty when it
+    // was.
+    QString problem() const;
 
     // Created on first use.
     KTAudioPlayer *audioPlayer();

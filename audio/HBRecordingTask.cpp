@@ -73,24 +73,29 @@ bool HBRecordingTask::startRecord()
     return startRecordWithDescription(defaultAudioStreamDescription());
 }
 
-// Capture comes first, because only then the format is known. What arrives before the writer is ready is
-// refused by it and, with the reset of the count, not part of the recording.
+// Capture comes first, because only then the format is known. What arrives before the writer is ready waits
+// inside the recorder. What came all the same is refused by the writer and, with the reset of the count, not
+// part of the recording.
 bool HBRecordingTask::startRecordWithDescription(AudioStreamBasicDescription description)
 {
     platform::assertMainThread();
+    m_startProblem.clear();
     if (!audioRecorder()->startRecordWithFormat(description)) {
+        m_startProblem = m_audioRecorder->startProblem();
         qCWarning(lcAudio, "Can't support 16bit record.");
         return false;
     }
     m_audioStreamDescription = m_audioRecorder->currentDataFormat();
     const std::uint32_t bits = m_audioStreamDescription.mBitsPerChannel;
     if (bits != 16 && bits != 32) {
+        m_startProblem = QStringLiteral("the device gives %1 bits a sample").arg(bits);
         qCWarning(lcAudio, "Only support 32 bit, 16bit: %d", static_cast<int>(bits));
         return false;
     }
     configureFromDescription();
     setBytesOfEncoded(0);
     if (!outMp3File()->readyToEncode()) {
+        m_startProblem = QStringLiteral("the file cannot be opened");
         qCWarning(lcAudio, "Failed to ready write to mp3 encoder.");
         return false;
     }

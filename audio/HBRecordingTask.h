@@ -50,6 +50,9 @@ public:
     void pauseRecord();
     void resumeRecord();
     void stopRecord();
+    // Why the last start answered NO, in words that end a sentence; empty when it did not. What the file is
+    // refused for in detail the writer says.
+    QString startProblem() const { return m_startProblem; }
 
     QUrl url() const { return m_url; }
     std::uint32_t audioObjectID() const { return m_audioObjectID; }
@@ -85,6 +88,7 @@ private:
     void reportDuration(const AudioStreamBasicDescription &format);
 
     const QUrl m_url;
+    QString m_startProblem;
     AudioStreamBasicDescription m_audioStreamDescription = defaultAudioStreamDescription();
     const std::uint32_t m_audioObjectID;
     const QSharedPointer<KTMp3LameConfig> m_config;

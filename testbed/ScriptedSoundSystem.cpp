@@ -73,6 +73,15 @@ bool ScriptedSoundSystem::push(const void *data, std::size_t bytes)
     return true;
 }
 
+bool ScriptedSoundSystem::pushHole(std::size_t bytes, KTAudioMissingCause cause)
+{
+    const Script script = this->script();
+    if (!script->capture.client || script->capture.paused || script->captureLost)
+        return false;
+    script->capture.client->captureHole(bytes, cause);
+    return true;
+}
+
 void ScriptedSoundSystem::loseCapture()
 {
     const Script script = this->script();
@@ -94,17 +103,17 @@ QByteArray ScriptedSoundSystem::pull(std::size_t bytes)
     const Script script = this->script();
     if (!script->playback.client || script->playback.paused || script->draining)
         return {};
-    QByteArray sound(qsizetype(bytes), '\0');
-    const std::size_t filled = script->playback.client->fillPlayback(sound.data(), bytes);
-    script->draining = filled < bytes;
-    return sound.first(qsizetype(filled));
+    QByteArray played(qsizetype(bytes), '\0');
+    const sound::PlaybackFill filled = script->playback.client->fillPlayback(played.data(), bytes);
+    script->draining = filled.atEnd;
+    return played.first(qsizetype(filled.bytes));
 }
 
 void ScriptedSoundSystem::finishPlayback(sound::PlaybackEnd end)
 {
     const Script script = this->script();
     if (auto *client = std::exchange(script->playback.client, nullptr))
-        client->playbackEnded(end);
+        client->playbackEnded(end, end == sound::PlaybackEnd::Failed ? u"the script says so"_s : QString());
 }
 
 sound::Opened<sound::CaptureStream> ScriptedSoundSystem::openCapture(

@@ -40,11 +40,12 @@ public:
     // From any thread. False, and nothing delivered, when no stream is open or it is paused.
     bool push(const void *data, std::size_t bytes);
     bool push(const QByteArray &frames) { return push(frames.constData(), std::size_t(frames.size())); }
-    bool pushHole(std::size_t bytes) { return push(nullptr, bytes); }
+    bool pushHole(std::size_t bytes, KTAudioMissingCause cause = KTAudioMissingCause::ComputerBusy);
     void loseCapture();
     void bringCaptureBack();
 
-    // From any thread. What the output plays: at most `bytes`, and nothing while paused or after the end.
+    // From any thread. What the output plays: at most `bytes`, and nothing while paused or after the end, nor
+    // while the client has nothing yet.
     QByteArray pull(std::size_t bytes);
     // True once the client has answered with the end.
     bool playbackDraining() const { return playbackOpen() && script()->draining; }

@@ -10,16 +10,26 @@
 
 class KTAudioPlayer::Private {
 public:
+    ~Private() { stop(); }
+
+    void stop()
+    {
+        if (const auto stopped = std::exchange(playback, nullptr))
+            stopped->stop();
+        problem.clear();
+    }
     // The callback may start the next playback, or destroy the player: nothing is touched after it.
-    void ended(KTAudioPlayer *player)
+    void ended(KTAudioPlayer *player, const QString &why)
     {
         playback.reset();
+        problem = why;
         if (KTAudioPlayerDelegate *const receiver = delegate)
             receiver->KTAudioPlayerStopPlay(player);
     }
 
     std::atomic<KTAudioPlayerDelegate *> delegate = nullptr;
     std::shared_ptr<Playback> playback;
+    QString problem;
 };
 
 void KTAudioPlayerDelegate::KTAudioPlayerFillBuffer(KTAudioPlayer *, void *, std::int64_t, std::uint32_t *,
@@ -52,7 +62,7 @@ void KTAudioPlayer::playWithFile(const QString &path)
                 this, fill.firstPacket + fill.packets, fill.totalPackets, *fill.format);
         }
     };
-    listener.ended = [this] { d->ended(this); };
+    listener.ended = [this](const QString &problem) { d->ended(this, problem); };
     d->playback = std::make_shared<Playback>(path, std::move(listener));
     d->playback->start();
 }
@@ -77,5 +87,10 @@ void KTAudioPlayer::resume()
 void KTAudioPlayer::stop()
 {
     platform::assertMainThread();
-    d->playback.reset();
+    d->stop();
+}
+
+QString KTAudioPlayer::problem() const
+{
+    return d->problem;
 }

@@ -2,22 +2,37 @@
 // SPDX-License-Identifier: MIT
 
 #include "KTAudioControl/KTAudioRecorder.h"
+#include "audio/KTAudioControl/CaptureQueue.h"
 #include "audio/KTAudioControl/InputDevices.h"
 #include "audio/KTAudioControl/PCMFormat.h"
 #include "audio/KTAudioControl/PeakMeter.h"
 #include "platform/Logging.h"
+#include "platform/MainQueue.h"
 #include "platform/ThreadCheck.h"
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
+#include <atomic>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
-// What a hole is filled with, in as many pieces as it takes. All zeros is silence in every capture format.
-alignas(std::max_align_t) constexpr std::array<std::byte, 24576> silence{};
+// How long a pause takes at most. The sound system takes most of it where its server is slow.
+constexpr auto pauseDeadline = 900ms;
+// The main loop is back before, unless the window is busy with something else.
+constexpr auto longestStart = 1s;
+
+const char *inWords(KTAudioMissingCause cause)
+{
+    switch (cause) {
+    case KTAudioMissingCause::ComputerAsleep:
+        return "the computer was asleep";
+    case KTAudioMissingCause::SoundServerStalled:
+        return "the sound server stood still";
+    default:
+        return "the computer was busy";
+    }
+}
 
 } // namespace
 
@@ -28,11 +43,14 @@ public:
         , m_sourceKey(InputDevices::keyFromIdentifier(deviceID))
     {
     }
+    ~Private() override;
 
     bool start(const AudioStreamBasicDescription &format);
+    void pause();
 
-    // Capture thread.
+    // The sound system's thread.
     void captured(const void *data, std::size_t bytes) override;
+    void captureHole(std::size_t bytes, KTAudioMissingCause cause) override;
     void captureLost() override;
     void captureBack() override;
 
@@ -44,28 +62,44 @@ public:
     sound::SampleSpec m_spec;
     AudioStreamBasicDescription m_format;
     bool m_formatIsSettled = false;
+    QString m_problem;
     PeakMeter m_levels;
-    platform::ThreadCheck m_captureThread;
-    bool m_heard = false; // capture thread, while there is a stream
+    platform::ThreadCheck m_soundThread;
+    bool m_heard = false; // sound thread, while there is a stream
+    std::atomic<bool> m_away = false;
+    mutable std::mutex m_missingMutex;
+    std::uint64_t m_missingBytes = 0;
+    std::size_t m_longestHole = 0;
+    KTAudioMissingCause m_missingCause = KTAudioMissingCause::None;
     KTAudioTransportState m_state = KTAudioTransportStateStopped;
-    std::unique_ptr<sound::CaptureStream> m_stream; // last, because it calls into everything above
+    std::shared_ptr<CaptureQueue> m_queue;
+    std::unique_ptr<sound::CaptureStream> m_stream;
 
 private:
     // Why it cannot; empty when the stream runs.
     QString open(const AudioStreamBasicDescription &format);
     void deliver(const void *data, std::size_t bytes);
-    void deliverSilence(std::size_t bytes);
 };
+
+// What a delegate that lags behind has not taken yet is given to it.
+KTAudioRecorder::Private::~Private()
+{
+    m_stream.reset();
+    if (!m_queue)
+        return;
+    m_queue->waitUntilDelivered(pauseDeadline);
+    m_queue->end();
+}
 
 // One log line says why a start has failed.
 bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format)
 {
-    const QString problem = open(format);
-    if (!problem.isEmpty())
+    m_problem = open(format);
+    if (!m_problem.isEmpty())
         qCWarning(lcAudio, "Can't record from %s: %s.",
             m_sourceKey.isEmpty() ? "an unknown device" : qUtf8Printable(m_sourceKey),
-            qUtf8Printable(problem));
-    return problem.isEmpty();
+            qUtf8Printable(m_problem));
+    return m_problem.isEmpty();
 }
 
 QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format)
@@ -77,37 +111,69 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
         return u"there is no such device"_s;
     if (!spec)
         return u"something else than linear PCM is asked for"_s;
-    m_spec = *spec;
-    m_format = descriptionOf(m_spec);
+    if (!m_formatIsSettled) {
+        m_spec = *spec;
+        m_format = descriptionOf(m_spec);
+        m_queue = std::make_shared<CaptureQueue>(
+            m_spec.bytesPerFrame(), [this](const void *data, std::size_t bytes) { deliver(data, bytes); });
+    }
+    if (!m_queue->start())
+        return u"there is no room for a thread"_s;
     m_levels.take();
     m_heard = false;
-    m_captureThread.release();
+    m_away = false;
+    m_missingBytes = m_longestHole = 0;
+    m_missingCause = KTAudioMissingCause::None;
+    m_soundThread.release();
     auto opened = sound::soundSystem().openCapture(m_sourceKey, m_spec, this);
     m_stream = std::move(opened.stream);
-    m_formatIsSettled = m_formatIsSettled || m_stream;
-    return opened.problem;
+    if (!m_stream)
+        return opened.problem;
+    m_formatIsSettled = true;
+    // The first sound waits until the command that began it is through, and with it the file.
+    m_queue->releaseAt(std::chrono::steady_clock::now() + longestStart);
+    platform::postToMainQueue([weak = std::weak_ptr(m_queue)] {
+        if (const auto queue = weak.lock())
+            queue->release();
+    });
+    return {};
+}
+
+// What was captured before is delivered before it returns. A delegate that needs longer gets the rest later;
+// nothing that was captured after is among it.
+void KTAudioRecorder::Private::pause()
+{
+    const auto begin = std::chrono::steady_clock::now();
+    m_queue->release();
+    m_stream->pause();
+    const auto taken = std::chrono::steady_clock::now() - begin;
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(pauseDeadline - taken);
+    if (!m_queue->waitUntilDelivered(std::max(left, 50ms)))
+        qCWarning(lcAudio, "What was captured from %s is still on its way.", qUtf8Printable(m_sourceKey));
 }
 
 void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
 {
-    m_captureThread.assertSameThread();
+    m_soundThread.assertSameThread();
     Q_ASSERT(bytes % m_format.mBytesPerFrame == 0);
     if (!std::exchange(m_heard, true))
         qCDebug(lcAudio, "The first sound has arrived.");
-    if (!data)
-        return deliverSilence(bytes);
     m_levels.measure(data, bytes / m_format.mBytesPerFrame, m_spec);
-    deliver(data, bytes);
+    if (!m_queue->add(data, bytes))
+        captureHole(bytes, KTAudioMissingCause::ComputerBusy);
 }
 
-void KTAudioRecorder::Private::deliverSilence(std::size_t bytes)
+void KTAudioRecorder::Private::captureHole(std::size_t bytes, KTAudioMissingCause cause)
 {
-    qCWarning(lcAudio, "%zu bytes of sound were lost and are silent.", bytes);
-    const std::size_t most = silence.size() - silence.size() % m_format.mBytesPerFrame;
-    for (std::size_t piece = 0; bytes > 0; bytes -= piece) {
-        piece = std::min(bytes, most);
-        deliver(silence.data(), piece);
+    qCWarning(lcAudio, "%zu ms of sound from %s are lost and silent: %s.",
+        bytes * 1000 / m_spec.bytesPerFrame() / m_spec.rate, qUtf8Printable(m_sourceKey), inWords(cause));
+    {
+        const std::scoped_lock lock(m_missingMutex);
+        m_missingBytes += bytes;
+        if (bytes > std::exchange(m_longestHole, std::max(bytes, m_longestHole)))
+            m_missingCause = cause;
     }
+    m_queue->addSilence(bytes);
 }
 
 void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
@@ -118,11 +184,13 @@ void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
 
 void KTAudioRecorder::Private::captureLost()
 {
+    m_away = true;
     qCWarning(lcAudio, "The input device %s has gone away.", qUtf8Printable(m_sourceKey));
 }
 
 void KTAudioRecorder::Private::captureBack()
 {
+    m_away = false;
     qCInfo(lcAudio, "The input device %s is back.", qUtf8Printable(m_sourceKey));
 }
 
@@ -162,7 +230,7 @@ void KTAudioRecorder::pauseRecord()
     platform::assertMainThread();
     if (d->m_state != KTAudioTransportStateRunning)
         return;
-    d->m_stream->pause();
+    d->pause();
     d->m_state = KTAudioTransportStatePaused;
 }
 
@@ -186,4 +254,21 @@ void KTAudioRecorder::stopRecord()
 KTAudioLevels KTAudioRecorder::takeLevels()
 {
     return d->m_levels.take();
+}
+
+KTAudioMissing KTAudioRecorder::missing() const
+{
+    const std::scoped_lock lock(d->m_missingMutex);
+    const std::uint64_t bytesPerSecond = std::uint64_t(d->m_spec.bytesPerFrame()) * d->m_spec.rate;
+    return {std::chrono::milliseconds(d->m_missingBytes * 1000 / bytesPerSecond), d->m_missingCause};
+}
+
+bool KTAudioRecorder::isAway() const
+{
+    return d->m_away;
+}
+
+QString KTAudioRecorder::startProblem() const
+{
+    return d->m_problem;
 }

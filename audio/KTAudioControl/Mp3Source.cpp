@@ -67,7 +67,8 @@ bool Mp3Source::openRegularFile(const QString &path)
         m_file.reset(fdopen(descriptor, "rb"));
     struct stat status = {};
     if (!m_file || fstat(descriptor, &status) != 0)
-        m_error = QString::fromLocal8Bit(strerror(errno));
+        m_error = errno == ENOENT ? QStringLiteral("no such file")
+                                  : QString::fromLocal8Bit(strerror(errno)).toLower();
     else if (!S_ISREG(status.st_mode))
         m_error = QStringLiteral("not a regular file");
     else if (status.st_size == 0)
@@ -105,8 +106,8 @@ bool Mp3Source::readFormat()
     mpg123_format_none(m_handle.get());
     if (const int code = mpg123_format(m_handle.get(), rate, channels, encoding); code != MPG123_OK)
         return fail(code);
-    m_format = packedPCM(
-        double(rate), static_cast<std::uint32_t>(channels), 16, kAudioFormatFlagIsSignedInteger);
+    m_format
+        = packedPCM(double(rate), static_cast<std::uint32_t>(channels), 16, kAudioFormatFlagIsSignedInteger);
     const off_t packets = mpg123_framelength(m_handle.get());
     m_totalPacketCount = static_cast<std::uint32_t>(
         std::clamp<off_t>(packets, 0, std::numeric_limits<std::uint32_t>::max()));

@@ -3,6 +3,7 @@
 
 #include "audio/KTAudioControl/Playback.h"
 
+#include "platform/Inquiry.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
 #include "platform/ThreadCheck.h"
@@ -11,6 +12,8 @@
 #include <cstring>
 
 namespace {
+
+constexpr std::uint32_t secondsAhead = 2;
 
 sound::SampleSpec specOf(const AudioStreamBasicDescription &format)
 {
@@ -26,24 +29,30 @@ Playback::Playback(QString path, Listener listener)
 {
 }
 
-Playback::~Playback() = default;
-
 void Playback::start()
 {
     platform::assertMainThread();
-    if (!m_source.open(m_path)) {
-        postEnd(m_source.error());
-        return;
+    m_running = true;
+    if (!platform::runOnSpareThread([self = shared_from_this()] { self->read(); }))
+        post([](Playback &playback) { playback.end(QStringLiteral("there is no room for a thread")); });
+}
+
+void Playback::stop()
+{
+    platform::assertMainThread();
+    m_running = false;
+    std::unique_ptr<sound::PlaybackStream> stream;
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_stopped = true;
+        stream = std::move(m_stream);
     }
-    auto opened = sound::soundSystem().openPlayback(specOf(m_source.format()), this);
-    m_stream = std::move(opened.stream);
-    if (!m_stream)
-        postEnd(opened.problem);
+    m_room.notify_one();
 }
 
 KTAudioTransportState Playback::state() const
 {
-    if (!m_stream)
+    if (!m_running)
         return KTAudioTransportStateStopped;
     return m_paused ? KTAudioTransportStatePaused : KTAudioTransportStateRunning;
 }
@@ -52,61 +61,134 @@ void Playback::pause()
 {
     platform::assertMainThread();
     m_paused = true;
-    m_stream->pause();
+    if (m_stream)
+        m_stream->pause();
 }
 
 void Playback::resume()
 {
     platform::assertMainThread();
     m_paused = false;
-    m_stream->resume();
+    if (m_stream)
+        m_stream->resume();
 }
 
-std::size_t Playback::fillPlayback(void *buffer, std::size_t bytes)
+void Playback::read()
 {
-    Fill fill = {buffer, m_packetCount, 0, 0, m_source.totalPacketCount(), &m_source.format()};
-    auto *const out = static_cast<std::byte *>(buffer);
-    std::size_t filled = 0;
-    while (filled < bytes) {
-        if (m_packet.empty()) {
-            m_packet = m_source.nextPacket();
-            if (m_packet.empty())
-                break;
-            ++m_packetCount;
-        }
-        const std::size_t part = std::min(bytes - filled, m_packet.size());
-        std::memcpy(out + filled, m_packet.data(), part);
-        m_packet = m_packet.subspan(part);
-        filled += part;
+    if (!m_source.open(m_path)) {
+        post([problem = m_source.error()](Playback &playback) { playback.end(problem); });
+        return;
     }
-    fill.packets = static_cast<std::uint32_t>(m_packetCount - fill.firstPacket);
-    fill.bytes = static_cast<std::uint32_t>(filled);
-    if (filled > 0)
+    std::span<const std::byte> packet = m_source.nextPacket();
+    m_format = m_source.format();
+    m_totalPackets = m_source.totalPacketCount();
+    m_packetBytes = packet.size();
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_ahead.resize(std::size_t(m_format.mSampleRate) * secondsAhead * m_format.mBytesPerFrame);
+    }
+    post([](Playback &playback) { playback.opened(); });
+    while (!packet.empty() && append(packet))
+        packet = m_source.nextPacket();
+    const std::scoped_lock lock(m_mutex);
+    m_atEnd = true;
+    m_problem = m_source.error();
+    if (m_stream)
+        m_stream->more();
+}
+
+// False when nobody wants it any more.
+bool Playback::append(std::span<const std::byte> samples)
+{
+    std::unique_lock lock(m_mutex);
+    while (!samples.empty() && !m_stopped) {
+        if (m_size == m_ahead.size()) {
+            m_room.wait(lock);
+            continue;
+        }
+        const std::size_t at = (m_begin + m_size) % m_ahead.size();
+        const std::size_t part = std::min({samples.size(), m_ahead.size() - m_size, m_ahead.size() - at});
+        std::memcpy(m_ahead.data() + at, samples.data(), part);
+        m_size += part;
+        samples = samples.subspan(part);
+        if (m_stream && std::exchange(m_hungry, false))
+            m_stream->more();
+    }
+    return !m_stopped;
+}
+
+// Main thread.
+void Playback::opened()
+{
+    auto [stream, problem] = sound::soundSystem().openPlayback(specOf(m_format), this);
+    if (!stream)
+        return end(problem);
+    if (m_paused)
+        stream->pause();
+    const std::scoped_lock lock(m_mutex);
+    m_stream = std::move(stream);
+    // What it asked for in vain before this thread was here.
+    m_stream->more();
+}
+
+// The reader is woken when there is room for a while, not for every piece.
+sound::PlaybackFill Playback::fillPlayback(void *buffer, std::size_t bytes)
+{
+    std::size_t filled = 0;
+    bool atEnd = false;
+    std::int64_t before = 0;
+    {
+        const std::scoped_lock lock(m_mutex);
+        before = m_played;
+        while (filled < bytes && m_size > 0) {
+            const std::size_t part = std::min({bytes - filled, m_size, m_ahead.size() - m_begin});
+            std::memcpy(static_cast<std::byte *>(buffer) + filled, m_ahead.data() + m_begin, part);
+            m_begin = (m_begin + part) % m_ahead.size();
+            m_size -= part;
+            filled += part;
+        }
+        m_played += std::int64_t(filled);
+        atEnd = m_atEnd && m_size == 0;
+        m_hungry = filled < bytes;
+        if (m_size <= m_ahead.size() * 3 / 4)
+            m_room.notify_one();
+    }
+    if (filled > 0) {
+        const std::int64_t first = packetsBefore(before);
+        Fill fill = {buffer, first, std::uint32_t(packetsBefore(before + std::int64_t(filled)) - first),
+            std::uint32_t(filled), m_totalPackets, &m_format};
         m_listener.filled(fill);
-    return filled;
+    }
+    return {filled, atEnd};
 }
 
-void Playback::playbackEnded(sound::PlaybackEnd end)
+std::int64_t Playback::packetsBefore(std::int64_t bytes) const
 {
-    const bool heard = end == sound::PlaybackEnd::Heard;
-    postEnd(heard ? m_source.error() : QStringLiteral("the sound system has gone away"));
+    const auto packet = std::int64_t(m_packetBytes);
+    return packet > 0 ? (bytes + packet - 1) / packet : 0;
 }
 
-// A playback that was stopped in the meantime reports nothing. It is created and destroyed on the main thread
-// only, so that holding it there is safe.
-void Playback::postEnd(const QString &problem)
+void Playback::playbackEnded(sound::PlaybackEnd end, const QString &problem)
 {
-    platform::postToMainQueue([weak = weak_from_this(), problem] {
-        if (const auto playback = weak.lock())
-            playback->end(problem);
+    post([heard = end == sound::PlaybackEnd::Heard, problem](
+             Playback &playback) { playback.end(heard ? playback.m_problem : problem); });
+}
+
+// A playback that was stopped in the meantime reports nothing.
+void Playback::post(std::function<void(Playback &)> work)
+{
+    platform::postToMainQueue([weak = weak_from_this(), work = std::move(work)] {
+        const auto playback = weak.lock();
+        if (playback && playback->m_running)
+            work(*playback);
     });
 }
 
 void Playback::end(const QString &problem)
 {
     platform::assertMainThread();
-    m_stream.reset();
+    stop();
     if (!problem.isEmpty())
         qCWarning(lcAudio, "Can't play %s: %s", qUtf8Printable(m_path), qUtf8Printable(problem));
-    m_listener.ended();
+    m_listener.ended(problem);
 }

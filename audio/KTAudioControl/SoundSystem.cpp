@@ -3,6 +3,7 @@
 
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseSoundSystem.h"
+#include "platform/ThreadCheck.h"
 
 #include <QCoreApplication>
 
@@ -33,6 +34,7 @@ void endSystem()
 
 SoundSystem &soundSystem()
 {
+    platform::assertMainThread();
     static const bool registered = (qAddPostRoutine(endSystem), true);
     Q_UNUSED(registered);
     if (!holder().system)

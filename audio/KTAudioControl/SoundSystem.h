@@ -4,6 +4,7 @@
 #pragma once
 
 #include "KTAudioControl/KTAudioExport.h"
+#include "KTAudioControl/KTAudioMissing.h"
 
 #include <QList>
 #include <QString>
@@ -12,10 +13,10 @@
 #include <functional>
 #include <memory>
 
-// The narrow seam between this library and a sound system. Everything is called on the main thread, except
-// the clients and the change report: those run on the sound system's own thread, one at a time, while it
-// holds its lock. A client may decode, encode and post to the main queue; it must not call back into this
-// seam, nor wait for the main thread.
+// The narrow seam between this library and a sound system. Everything is called on the main thread, and never
+// waits for the sound system without a deadline. The clients and the change report run on the sound system's
+// own thread, one at a time, and the main thread may be waiting for them to return: they only put sound where
+// another thread finds it, or take it from there, and post to the main queue.
 namespace sound {
 
 enum class SampleType { Int16, Int24, Int32, Float32 }; // native-endian, packed
@@ -51,9 +52,10 @@ struct DeviceList {
 class CaptureClient {
 public:
     virtual ~CaptureClient() = default;
-    // `bytes` of whole frames, in capture order. A null pointer is a hole of that length: sound that was
-    // lost.
+    // `bytes` of whole frames, in capture order.
     virtual void captured(const void *data, std::size_t bytes) = 0;
+    // So much sound is lost between what was captured before and what follows.
+    virtual void captureHole(std::size_t bytes, KTAudioMissingCause cause) = 0;
     // The device or the server has gone away; the stream waits for the same source to come back.
     virtual void captureLost() { }
     virtual void captureBack() { }
@@ -65,9 +67,9 @@ template <typename Stream> struct Opened {
     QString problem;
 };
 
-// pause() lets through what had been captured before the call, as far as a fifth of a second allows; what is
-// captured during a pause is never delivered. The destructor ends capture at once. When either has returned
-// the client is not called any more.
+// pause() lets through all that had been captured before the call, also what the server still held, as far as
+// 0.8 seconds allow, and nothing that was captured after it. The destructor ends capture at once. When either
+// has returned the client is not called with sound any more.
 class CaptureStream {
 public:
     virtual ~CaptureStream() = default;
@@ -77,14 +79,20 @@ public:
 
 enum class PlaybackEnd { Heard, Failed };
 
+struct PlaybackFill {
+    std::size_t bytes = 0;
+    bool atEnd = false; // nothing will follow
+};
+
 class PlaybackClient {
 public:
     virtual ~PlaybackClient() = default;
-    // Fills whole frames and answers how many bytes. Fewer than `bytes`, or none, is the end of the sound:
-    // it is not asked again, and the end is reported when the last of it has been heard.
-    virtual std::size_t fillPlayback(void *buffer, std::size_t bytes) = 0;
-    // Once, and nothing after it.
-    virtual void playbackEnded(PlaybackEnd end) = 0;
+    // Fills whole frames, as many as there are at the moment. After fewer than `bytes` it is asked again when
+    // more() was called; after the end it is not, and the end is reported when the last frame has been heard.
+    virtual PlaybackFill fillPlayback(void *buffer, std::size_t bytes) = 0;
+    // Once, and nothing after it. With why, in words that end a sentence, when it failed: also when the
+    // stream could not be opened, or the server has made no progress for five seconds.
+    virtual void playbackEnded(PlaybackEnd end, const QString &problem) = 0;
 };
 
 // Its destructor is silent at once, what was not heard yet included, and the client is not called after it.
@@ -94,6 +102,8 @@ public:
     // Sound stops and goes on where it was; nothing is lost or repeated.
     virtual void pause() = 0;
     virtual void resume() = 0;
+    // The client, which had too little, has more. Any thread.
+    virtual void more() { }
 };
 
 // Streams may outlive their system: they are silent from then on.
@@ -108,8 +118,9 @@ public:
     // Called after each change of devices(). One listener; a null function takes it away.
     virtual void setDevicesChanged(std::function<void()> changed) = 0;
 
-    // Running when they return. No stream when refused, or when the server does not answer within a second.
-    // Clients outlive their streams, and may be called before these have returned.
+    // Clients outlive their streams, and may be called before these have returned. A capture runs when it is
+    // returned; there is none when it is refused, or when the server does not answer within a second. A
+    // playback is returned at once.
     virtual Opened<CaptureStream> openCapture(
         const QString &sourceKey, const SampleSpec &spec, CaptureClient *client)
         = 0;

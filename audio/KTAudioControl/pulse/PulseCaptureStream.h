@@ -5,42 +5,27 @@
 
 #include "audio/KTAudioControl/pulse/PulseStream.h"
 
-#include <QByteArray>
-
 namespace sound {
 
 // Captures from one source, and from no other: when the source or the server goes away it waits for a source
-// of the same key.
-class PulseCaptureStream final : public CaptureStream, private PulseStream {
+// of the same key. The main thread's side: it hands over what is to be done, and waits for what came of it,
+// not longer than its deadlines.
+class PulseCaptureStream final : public CaptureStream {
 public:
     PulseCaptureStream(std::shared_ptr<PulseConnection> connection, const QString &sourceKey,
         const SampleSpec &spec, CaptureClient *client);
     ~PulseCaptureStream() override;
 
-    using PulseStream::open;
-
+    // Why the stream does not run; empty when it does. Called once.
+    QString open();
     void pause() override;
     void resume() override;
 
 private:
-    void connectStream(pa_stream *stream) override;
-    void streamReady() override;
-    void streamLost() override;
-    void devicesListed() override;
-    void readAvailable();
-    void collect(const void *data, std::size_t bytes);
-    void deliverCollected();
-    void corked();
-    void flushed();
+    class OnLoop;
 
-    const QString m_sourceKey;
-    CaptureClient *const m_client;
-    QByteArray m_collected; // captured, not delivered yet; less than a fragment
-    bool m_deliver = true; // neither paused nor still throwing away what a pause has left behind
-    bool m_paused = false;
-    bool m_lost = false;
-    std::shared_ptr<PulseAnswer> m_corked; // while pause() waits
-    PulseOperationHandle m_flush;
+    const std::shared_ptr<PulseConnection> m_connection;
+    const std::shared_ptr<OnLoop> m_onLoop;
 };
 
 } // namespace sound

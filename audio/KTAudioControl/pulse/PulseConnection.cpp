@@ -20,57 +20,46 @@ constexpr auto slowAfter = 10s;
 constexpr auto forgetDevicesAfter = 2s;
 
 // Null when the process has no room for it: out of file descriptors, for example.
-PulseContextHandle newContext(pa_threaded_mainloop *loop)
+PulseContextHandle newContext(pa_mainloop_api *api)
 {
-    if (!loop)
-        return nullptr;
     const PulsePropertiesHandle properties(pa_proplist_new());
     pa_proplist_sets(properties.get(), PA_PROP_APPLICATION_ID, "io.github.flipside_recorder.Flipside");
     pa_proplist_sets(properties.get(), PA_PROP_APPLICATION_ICON_NAME, "io.github.flipside_recorder.Flipside");
-    return PulseContextHandle(
-        pa_context_new_with_proplist(pa_threaded_mainloop_get_api(loop), "Flipside", properties.get()));
+    return PulseContextHandle(pa_context_new_with_proplist(api, "Flipside", properties.get()));
 }
 
 } // namespace
 
+// Connected from the loop's own thread, because looking a server up may take its time.
 PulseConnection::PulseConnection()
-    : m_loop(pa_threaded_mainloop_new())
-    , m_context(newContext(m_loop.get()))
+    : m_retry([this] { connectOrRefresh(); })
     , m_lostAt(Clock::now())
 {
     m_devices.setListed([this] { devicesListed(); });
-    if (!m_context) {
-        m_problem = u"there is no room for a connection to the sound server"_s;
-        qCWarning(lcAudio, "No sound: %s.", qUtf8Printable(m_problem));
-        m_devices.forget();
+    if (m_loop.isUsable())
+        m_context = newContext(m_loop.api());
+    m_runs = m_context && m_loop.start();
+    if (m_runs) {
+        m_loop.post([this] { connectOrRefresh(); });
         return;
     }
-    pa_threaded_mainloop_set_name(m_loop.get(), "flipside-sound");
-    // Connected from the loop's own thread, because looking a server up may take its time.
-    connectAfter(0ms);
-    m_runs = pa_threaded_mainloop_start(m_loop.get()) == 0;
+    m_problem = u"there is no room for a connection to the sound server"_s;
+    qCWarning(lcAudio, "No sound: %s.", qUtf8Printable(m_problem));
+    m_devices.forget();
 }
 
-PulseConnection::~PulseConnection()
-{
-    stop();
-}
+PulseConnection::~PulseConnection() = default;
 
-// The loop may be replacing the context: whether there is something to stop is not for the context to say.
-void PulseConnection::stop()
+bool PulseConnection::stop()
 {
     platform::assertMainThread();
-    if (!std::exchange(m_runs, false))
-        return;
-    {
-        const PulseLock lock(m_loop.get());
-        if (m_timer)
-            pa_threaded_mainloop_get_api(m_loop.get())->time_free(std::exchange(m_timer, nullptr));
+    return m_loop.stop([this] {
+        m_retry.stop();
         notify(&Listener::stopped);
+        m_listeners.clear();
         m_devices.stop();
         m_context.reset();
-    }
-    pa_threaded_mainloop_stop(m_loop.get());
+    });
 }
 
 pa_context *PulseConnection::readyContext() const
@@ -94,28 +83,23 @@ QString PulseConnection::lastError() const
 void PulseConnection::retryLater()
 {
     const bool recent = !m_lostAt || Clock::now() - *m_lostAt < slowAfter;
-    connectAfter(recent ? retryInterval : slowRetryInterval);
+    if (!m_retry.isRunning())
+        start(m_retry, recent ? retryInterval : slowRetryInterval);
 }
 
-void PulseConnection::connectAfter(std::chrono::milliseconds delay)
+void PulseConnection::start(PulseTimer &timer, std::chrono::milliseconds delay)
 {
-    if (m_timer || !m_context)
-        return;
-    const auto fired = [](pa_mainloop_api *api, pa_time_event *timer, const timeval *, void *self) {
-        api->time_free(timer);
-        static_cast<PulseConnection *>(self)->m_timer = nullptr;
-        static_cast<PulseConnection *>(self)->connectOrRefresh();
-    };
-    const pa_usec_t when = pa_rtclock_now() + pa_usec_t(std::chrono::microseconds(delay).count());
-    m_timer = pa_context_rttime_new(m_context.get(), when, fired, this);
+    if (m_context)
+        timer.start(m_loop.api(), m_context.get(), delay);
 }
 
 void PulseConnection::connectOrRefresh()
 {
+    m_loop.assertOnLoop();
     if (readyContext())
         return m_devices.refresh();
     if (pa_context_get_state(m_context.get()) != PA_CONTEXT_UNCONNECTED) {
-        PulseContextHandle context = newContext(m_loop.get());
+        PulseContextHandle context = newContext(m_loop.api());
         if (!context)
             return contextLost();
         m_context = std::move(context);

@@ -5,22 +5,19 @@
 
 #include "audio/KTAudioControl/pulse/PulseDevices.h"
 #include "audio/KTAudioControl/pulse/PulseHandles.h"
+#include "audio/KTAudioControl/pulse/PulseLoop.h"
 
 #include <QList>
-#include <QSemaphore>
-#include <chrono>
 #include <optional>
 
 namespace sound {
 
-// The connection to the server, made anew whenever it breaks, and the thread that serves it. Shared by the
-// sound system and its streams, which may outlive it.
-//
-// Functions under "lock" are called with the loop's lock held: from another thread under a PulseLock, or on
-// the loop's own thread. While a connection stands nothing wakes up but for what the server sends.
+// The connection to the server, made anew whenever it breaks. Shared by the sound system and its streams,
+// which may outlive it. Everything belongs to the loop's thread unless it says otherwise. While a connection
+// stands nothing wakes up but for what the server sends.
 class PulseConnection {
 public:
-    // Lock. A listener may leave inside its call.
+    // A listener may leave inside its call.
     class Listener {
     public:
         virtual ~Listener() = default;
@@ -30,18 +27,22 @@ public:
         virtual void devicesListed() { } // a fresh list, the same one as before or not
     };
 
+    // Main thread.
     PulseConnection();
     ~PulseConnection();
     PulseConnection(const PulseConnection &) = delete;
     PulseConnection &operator=(const PulseConnection &) = delete;
 
-    // Ends every stream, the connection and the thread; for good. Main thread.
-    void stop();
+    // Ends every stream, the connection and the thread; for good. False when the thread does not end in time:
+    // then this object must live on. Main thread.
+    bool stop();
 
+    // Some of its functions, and all of the loop's, are for any thread.
     PulseDevices &devices() { return m_devices; }
-    pa_threaded_mainloop *loop() const { return m_loop.get(); }
+    PulseLoop &loop() { return m_loop; }
+    // Whether there is a thread at all. Any thread.
+    bool isRunning() const { return m_runs; }
 
-    // Lock.
     void addListener(Listener *listener) { m_listeners.append(listener); }
     void removeListener(Listener *listener) { m_listeners.removeAll(listener); }
     pa_context *readyContext() const; // null while there is no server
@@ -50,13 +51,14 @@ public:
     QString lastError() const;
     // Why there is no connection.
     QString problem() const { return m_problem; }
+    // Does nothing once the connection has been stopped for good.
+    void start(PulseTimer &timer, std::chrono::milliseconds delay);
     // Asks for the devices again, or for the server when it is away, after the usual pause.
     void retryLater();
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    void connectAfter(std::chrono::milliseconds delay);
     void connectOrRefresh();
     void contextStateChanged();
     void contextReady();
@@ -64,32 +66,14 @@ private:
     void devicesListed();
     void notify(void (Listener::*event)());
 
-    PulseLoopHandle m_loop;
-    bool m_runs = false; // the loop has a thread; main thread only
+    PulseLoop m_loop;
+    bool m_runs = false;
     PulseContextHandle m_context;
-    pa_time_event *m_timer = nullptr; // owned by the loop until it is freed
+    PulseTimer m_retry;
     QList<Listener *> m_listeners;
     PulseDevices m_devices;
     std::optional<Clock::time_point> m_lostAt; // no value while a connection stands
     QString m_problem;
-};
-
-// One answer from the loop's thread that another thread waits for, without the lock. What the answer is it
-// looks up under the lock. (std::binary_semaphore would do, but that of GCC 12 can miss a release and wait in
-// vain.)
-class PulseAnswer {
-public:
-    // Lock. Only the first one counts.
-    void give()
-    {
-        if (!std::exchange(m_given, true))
-            m_semaphore.release();
-    }
-    void waitFor(std::chrono::milliseconds deadline) { m_semaphore.tryAcquire(1, int(deadline.count())); }
-
-private:
-    QSemaphore m_semaphore;
-    bool m_given = false;
 };
 
 } // namespace sound

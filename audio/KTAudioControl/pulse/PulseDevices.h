@@ -14,13 +14,13 @@ namespace sound {
 // The server's list of sources, asked for once a connection and again after each event that may change it.
 class PulseDevices {
 public:
-    // Any thread. Never waits for the loop, which may be busy encoding.
+    // Any thread. Never waits for the loop.
     DeviceList list() const;
     bool isListed() const;
     // Returns with the first list, or at the deadline. One thread only.
     void waitForList(std::chrono::milliseconds deadline);
 
-    // All others with the loop's lock held, or on its thread.
+    // All others on the loop's thread.
 
     // Called after each change of list().
     void setChanged(std::function<void()> changed) { m_changed = std::move(changed); }

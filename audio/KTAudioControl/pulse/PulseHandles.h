@@ -3,16 +3,18 @@
 
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <pulse/pulseaudio.h>
 
-// Owners for libpulse's handles. Except for the loop itself they are made, used and destroyed with the loop's
-// lock held or on its thread.
+// Owners for libpulse's handles. Except for the loop itself they are made, used and destroyed on the loop's
+// thread.
 namespace sound {
 
 struct PulseDeleter {
-    void operator()(pa_threaded_mainloop *loop) const { pa_threaded_mainloop_free(loop); }
+    void operator()(pa_mainloop *loop) const { pa_mainloop_free(loop); }
     void operator()(pa_proplist *properties) const { pa_proplist_free(properties); }
     void operator()(pa_operation *operation) const
     {
@@ -29,34 +31,32 @@ struct PulseDeleter {
     void operator()(pa_stream *stream) const;
 };
 
-using PulseLoopHandle = std::unique_ptr<pa_threaded_mainloop, PulseDeleter>;
+using PulseMainloopHandle = std::unique_ptr<pa_mainloop, PulseDeleter>;
 using PulseContextHandle = std::unique_ptr<pa_context, PulseDeleter>;
 using PulseStreamHandle = std::unique_ptr<pa_stream, PulseDeleter>;
 using PulseOperationHandle = std::unique_ptr<pa_operation, PulseDeleter>;
 using PulsePropertiesHandle = std::unique_ptr<pa_proplist, PulseDeleter>;
 
-// Holds the loop's lock: as long as it lives no callback runs. Not on the loop's own thread. Without a loop
-// nothing runs anyway.
-class PulseLock {
+// Calls back once, on the loop's thread, that long after the last start().
+class PulseTimer {
 public:
-    explicit PulseLock(pa_threaded_mainloop *loop)
-        : m_loop(loop)
+    explicit PulseTimer(std::function<void()> fired)
+        : m_fired(std::move(fired))
     {
-        if (!m_loop)
-            return;
-        Q_ASSERT(!pa_threaded_mainloop_in_thread(loop));
-        pa_threaded_mainloop_lock(m_loop);
     }
-    ~PulseLock()
-    {
-        if (m_loop)
-            pa_threaded_mainloop_unlock(m_loop);
-    }
-    PulseLock(const PulseLock &) = delete;
-    PulseLock &operator=(const PulseLock &) = delete;
+    ~PulseTimer() { stop(); }
+    PulseTimer(const PulseTimer &) = delete;
+    PulseTimer &operator=(const PulseTimer &) = delete;
+
+    void start(pa_mainloop_api *api, pa_context *context, std::chrono::milliseconds delay);
+    void stop();
+    bool isRunning() const { return m_running; }
 
 private:
-    pa_threaded_mainloop *m_loop;
+    const std::function<void()> m_fired;
+    pa_mainloop_api *m_api = nullptr;
+    pa_time_event *m_event = nullptr; // owned by the loop until it is freed
+    bool m_running = false;
 };
 
 } // namespace sound

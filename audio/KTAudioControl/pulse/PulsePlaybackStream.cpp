@@ -5,6 +5,7 @@
 
 namespace sound {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -12,88 +13,181 @@ namespace {
 // Long, because nobody waits for this sound in step with anything, and each wake-up costs. Stopping and
 // pausing are the server's work and immediate all the same.
 constexpr auto latency = 400ms;
+// A server that for so long neither takes sound nor has played the last of it is as good as gone.
+constexpr auto progressDeadline = 5s;
 
 } // namespace
 
-PulsePlaybackStream::PulsePlaybackStream(
-    std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client)
-    : PulseStream(std::move(connection), spec, "Playback")
-    , m_client(client)
+class PulsePlaybackStream::OnLoop final : public PulseStream {
+public:
+    OnLoop(std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client)
+        : PulseStream(std::move(connection), spec, "Playback")
+        , m_client(client)
+        , m_stalled([this] { finish(PlaybackEnd::Failed, u"the sound server makes no progress"_s); })
+    {
+    }
+
+    void begin();
+    void end();
+    void setPaused(bool paused);
+    void fillMore();
+    PulseClientGate<PlaybackClient> &client() { return m_client; }
+
+private:
+    void connectStream(pa_stream *stream) override;
+    void streamReady() override;
+    void streamRefused(const QString &problem) override { finish(PlaybackEnd::Failed, problem); }
+    void streamLost() override { finish(PlaybackEnd::Failed, connection().problem()); }
+    void stopped() override;
+    void fill(std::size_t bytes);
+    void drain();
+    void finish(PlaybackEnd end, const QString &problem);
+
+    PulseClientGate<PlaybackClient> m_client;
+    bool m_paused = false;
+    bool m_atEnd = false; // the client has given its last frame
+    bool m_finished = false;
+    PulseTimer m_stalled; // runs while it is the server's turn
+    PulseOperationHandle m_drain;
+};
+
+void PulsePlaybackStream::OnLoop::begin()
 {
+    connection().start(m_stalled, progressDeadline);
+    open();
 }
 
-PulsePlaybackStream::~PulsePlaybackStream()
+void PulsePlaybackStream::OnLoop::end()
 {
-    {
-        const PulseLock lock(connection().loop());
-        m_drain.reset();
-    }
+    m_drain.reset();
+    m_stalled.stop();
     close();
 }
 
-void PulsePlaybackStream::connectStream(pa_stream *stream)
+void PulsePlaybackStream::OnLoop::stopped()
 {
-    const auto writable = [](pa_stream *, std::size_t bytes, void *self) {
-        static_cast<PulsePlaybackStream *>(self)->fill(bytes);
-    };
+    m_drain.reset();
+    m_stalled.stop();
+    PulseStream::stopped();
+}
+
+void PulsePlaybackStream::OnLoop::connectStream(pa_stream *stream)
+{
+    connection().start(m_stalled, progressDeadline);
+    const auto writable
+        = [](pa_stream *, std::size_t bytes, void *self) { static_cast<OnLoop *>(self)->fill(bytes); };
     pa_stream_set_write_callback(stream, writable, this);
     pa_buffer_attr buffer{};
     buffer.maxlength = std::uint32_t(-1);
     buffer.tlength = bytesIn(latency);
     buffer.prebuf = std::uint32_t(-1);
     buffer.minreq = std::uint32_t(-1);
-    pa_stream_connect_playback(stream, nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr);
+    const auto flags = PA_STREAM_ADJUST_LATENCY | (m_paused ? PA_STREAM_START_CORKED : 0);
+    pa_stream_connect_playback(stream, nullptr, &buffer, pa_stream_flags_t(flags), nullptr, nullptr);
 }
 
-void PulsePlaybackStream::fill(std::size_t bytes)
+// A command may have come while the server was making the stream.
+void PulsePlaybackStream::OnLoop::streamReady()
 {
-    while (bytes > 0 && !m_filled) {
+    if (pa_stream_is_corked(stream()) != int(m_paused))
+        const PulseOperationHandle cork(pa_stream_cork(stream(), int(m_paused), nullptr, nullptr));
+}
+
+void PulsePlaybackStream::OnLoop::fill(std::size_t bytes)
+{
+    while (bytes > 0 && !m_atEnd && !m_finished) {
         void *buffer = nullptr;
         std::size_t size = bytes;
         if (pa_stream_begin_write(stream(), &buffer, &size) < 0 || !buffer || size == 0)
             return streamFailed(connection().lastError());
-        const std::size_t filled = m_client->fillPlayback(buffer, size);
-        m_filled = filled < size;
-        if (filled == 0)
+        PlaybackFill filled;
+        m_client.call([&](PlaybackClient &client) { filled = client.fillPlayback(buffer, size); });
+        m_atEnd = filled.atEnd;
+        if (filled.bytes == 0)
             pa_stream_cancel_write(stream());
         else
-            pa_stream_write(stream(), buffer, filled, nullptr, 0, PA_SEEK_RELATIVE);
+            pa_stream_write(stream(), buffer, filled.bytes, nullptr, 0, PA_SEEK_RELATIVE);
+        if (m_atEnd)
+            return m_paused ? void() : drain();
+        if (filled.bytes < size)
+            return m_stalled.stop(); // it is the client's turn, which says when there is more
         bytes -= std::min(bytes, size);
-        if (m_filled)
-            drain();
     }
+    if (!m_paused && !m_finished)
+        connection().start(m_stalled, progressDeadline);
 }
 
-// The server answers when the last frame has been heard.
-void PulsePlaybackStream::drain()
+void PulsePlaybackStream::OnLoop::fillMore()
+{
+    if (isReady() && !m_paused)
+        fill(pa_stream_writable_size(stream()));
+}
+
+// The server answers when the last frame has been heard. Sound that is shorter than what the server waits for
+// before it begins is played all the same.
+void PulsePlaybackStream::OnLoop::drain()
 {
     const auto drained = [](pa_stream *, int success, void *self) {
-        static_cast<PulsePlaybackStream *>(self)->finish(success ? PlaybackEnd::Heard : PlaybackEnd::Failed);
+        auto *const playback = static_cast<OnLoop *>(self);
+        playback->finish(
+            success ? PlaybackEnd::Heard : PlaybackEnd::Failed, playback->connection().lastError());
     };
+    connection().start(m_stalled, progressDeadline);
     m_drain.reset(pa_stream_drain(stream(), drained, this));
     if (!m_drain)
         streamFailed(connection().lastError());
 }
 
-void PulsePlaybackStream::finish(PlaybackEnd end)
+void PulsePlaybackStream::OnLoop::finish(PlaybackEnd end, const QString &problem)
 {
     m_drain.reset();
+    m_stalled.stop();
     if (!std::exchange(m_finished, true))
-        m_client->playbackEnded(end);
+        m_client.call([&](PlaybackClient &client) { client.playbackEnded(end, problem); });
 }
 
 // An answer to a drain is waited for half a minute at most, which a pause may outlast: the question is taken
 // back and asked again.
-void PulsePlaybackStream::setPaused(bool paused)
+void PulsePlaybackStream::OnLoop::setPaused(bool paused)
 {
-    const PulseLock lock(connection().loop());
+    m_paused = paused;
     if (!isReady() || m_finished)
         return;
-    if (paused)
+    if (paused) {
         m_drain.reset();
+        m_stalled.stop();
+    }
     const PulseOperationHandle cork(pa_stream_cork(stream(), paused, nullptr, nullptr));
-    if (!paused && m_filled)
+    if (paused)
+        return;
+    if (m_atEnd)
         drain();
+    else
+        fillMore();
+}
+
+PulsePlaybackStream::PulsePlaybackStream(
+    std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client)
+    : m_connection(std::move(connection))
+    , m_onLoop(std::make_shared<OnLoop>(m_connection, spec, client))
+{
+    m_connection->loop().post([onLoop = m_onLoop] { onLoop->begin(); });
+}
+
+PulsePlaybackStream::~PulsePlaybackStream()
+{
+    m_onLoop->client().close();
+    m_connection->loop().post([onLoop = m_onLoop] { onLoop->end(); });
+}
+
+void PulsePlaybackStream::setPaused(bool paused)
+{
+    m_connection->loop().post([onLoop = m_onLoop, paused] { onLoop->setPaused(paused); });
+}
+
+void PulsePlaybackStream::more()
+{
+    m_connection->loop().post([onLoop = m_onLoop] { onLoop->fillMore(); });
 }
 
 } // namespace sound

@@ -7,31 +7,24 @@
 
 namespace sound {
 
-// Plays on the default output, and follows when the user moves it to another one.
-class PulsePlaybackStream final : public PlaybackStream, private PulseStream {
+// Plays on the default output, and follows when the user moves it to another one. The main thread's side: it
+// only hands over what is to be done.
+class PulsePlaybackStream final : public PlaybackStream {
 public:
     PulsePlaybackStream(
         std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client);
     ~PulsePlaybackStream() override;
 
-    using PulseStream::open;
-
     void pause() override { setPaused(true); }
     void resume() override { setPaused(false); }
+    void more() override;
 
 private:
-    void connectStream(pa_stream *stream) override;
-    void streamReady() override { }
-    void streamLost() override { finish(PlaybackEnd::Failed); }
+    class OnLoop;
     void setPaused(bool paused);
-    void fill(std::size_t bytes);
-    void drain();
-    void finish(PlaybackEnd end);
 
-    PlaybackClient *const m_client;
-    bool m_filled = false; // the client has given its last frame
-    bool m_finished = false;
-    PulseOperationHandle m_drain;
+    const std::shared_ptr<PulseConnection> m_connection;
+    const std::shared_ptr<OnLoop> m_onLoop;
 };
 
 } // namespace sound

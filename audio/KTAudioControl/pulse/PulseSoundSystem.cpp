@@ -12,9 +12,11 @@ PulseSoundSystem::PulseSoundSystem()
 {
 }
 
+// What a thread that was left behind may touch lives as long as the process.
 PulseSoundSystem::~PulseSoundSystem()
 {
-    m_connection->stop();
+    if (!m_connection->stop())
+        new std::shared_ptr<PulseConnection>(m_connection);
 }
 
 DeviceList PulseSoundSystem::devices() const
@@ -29,8 +31,9 @@ void PulseSoundSystem::waitForDevices(std::chrono::milliseconds deadline)
 
 void PulseSoundSystem::setDevicesChanged(std::function<void()> changed)
 {
-    const PulseLock lock(m_connection->loop());
-    m_connection->devices().setChanged(std::move(changed));
+    m_connection->loop().post([connection = m_connection, changed = std::move(changed)]() mutable {
+        connection->devices().setChanged(std::move(changed));
+    });
 }
 
 Opened<CaptureStream> PulseSoundSystem::openCapture(
@@ -43,9 +46,7 @@ Opened<CaptureStream> PulseSoundSystem::openCapture(
 
 Opened<PlaybackStream> PulseSoundSystem::openPlayback(const SampleSpec &spec, PlaybackClient *client)
 {
-    auto stream = std::make_unique<PulsePlaybackStream>(m_connection, spec, client);
-    const QString problem = stream->open();
-    return {problem.isEmpty() ? std::move(stream) : nullptr, problem};
+    return {std::make_unique<PulsePlaybackStream>(m_connection, spec, client), {}};
 }
 
 } // namespace sound

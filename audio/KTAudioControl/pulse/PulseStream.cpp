@@ -3,17 +3,12 @@
 
 #include "audio/KTAudioControl/pulse/PulseStream.h"
 
-#include "platform/ThreadCheck.h"
-
 namespace sound {
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-
-// The window waits for it, so a server that takes longer has as good as refused.
-constexpr auto openDeadline = 900ms;
 
 pa_sample_spec pulseSpec(const SampleSpec &spec)
 {
@@ -43,35 +38,25 @@ PulseStream::PulseStream(
 {
 }
 
-QString PulseStream::open()
+void PulseStream::open()
 {
-    platform::assertMainThread();
-    m_problem = u"the sound server does not answer"_s;
-    {
-        const PulseLock lock(m_connection->loop());
-        m_connection->addListener(this);
-        if (m_connection->readyContext())
-            start();
-        else if (!m_connection->isConnecting())
-            streamFailed(m_connection->problem());
-    }
-    m_opened.waitFor(openDeadline);
-    const PulseLock lock(m_connection->loop());
-    return isReady() ? QString() : m_problem;
+    connection().loop().assertOnLoop();
+    m_connection->addListener(this);
+    if (m_connection->readyContext())
+        start();
+    else if (!m_connection->isConnecting())
+        streamFailed(m_connection->problem());
 }
 
 void PulseStream::close()
 {
-    platform::assertMainThread();
-    const PulseLock lock(m_connection->loop());
     m_connection->removeListener(this);
     m_stream.reset();
-    m_closed = true;
 }
 
 void PulseStream::connected()
 {
-    if (!m_hasRun)
+    if (!m_hasRun && !m_stream)
         start();
 }
 
@@ -94,7 +79,6 @@ void PulseStream::stateChanged()
     if (state == PA_STREAM_READY) {
         m_hasRun = true;
         streamReady();
-        m_opened.give();
     } else if (!PA_STREAM_IS_GOOD(state)) {
         streamFailed(u"the sound server says: "_s + m_connection->lastError());
     }
@@ -104,10 +88,10 @@ void PulseStream::streamFailed(const QString &problem)
 {
     const bool ran = m_stream && m_hasRun;
     m_stream.reset();
-    m_problem = problem;
-    m_opened.give();
     if (ran)
         streamLost();
+    else if (!m_hasRun)
+        streamRefused(problem);
 }
 
 std::uint32_t PulseStream::bytesIn(std::chrono::milliseconds time) const

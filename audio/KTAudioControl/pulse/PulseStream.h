@@ -6,37 +6,63 @@
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseConnection.h"
 
+#include <mutex>
+
 namespace sound {
 
-// What capture and playback have in common: one stream on the connection, made by open() and gone with
-// close(). A derived class calls close() in its destructor.
-class PulseStream : protected PulseConnection::Listener {
-protected:
-    PulseStream(std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, const char *title);
-    ~PulseStream() override { Q_ASSERT(m_closed); }
+// Whom a stream calls, until it is closed from another thread. Closing waits for a call under way, and
+// clients are quick.
+template <typename Client> class PulseClientGate {
+public:
+    explicit PulseClientGate(Client *client)
+        : m_client(client)
+    {
+    }
+    template <typename Call> void call(const Call &call)
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_client)
+            call(*m_client);
+    }
+    void close()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_client = nullptr;
+    }
 
-    // Main thread. Waits until the stream runs, and answers why it does not when it is refused or the server
-    // does not answer within a second; empty when it runs.
-    QString open();
-    // Main thread. No callback of any kind runs or comes after it.
+private:
+    std::mutex m_mutex;
+    Client *m_client;
+};
+
+// What capture and playback have in common: one stream on the connection. Belongs to the loop's thread; held
+// by shared pointers, because what was posted to that thread may wait there for longer than its caller does.
+class PulseStream : protected PulseConnection::Listener {
+public:
+    PulseStream(std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, const char *title);
+
+    // Asks for the stream, at once or as soon as there is a server. streamReady() or streamRefused() follows.
+    void open();
+    // No callback of libpulse comes after it.
     void close();
 
-    // All others with the loop's lock held, or on its thread.
-
+protected:
     // Sets the data callbacks and asks the server for the stream.
     virtual void connectStream(pa_stream *stream) = 0;
-    // The stream runs / a stream that had run is gone.
+    // The stream runs / one that never ran is refused / one that had run is gone.
     virtual void streamReady() = 0;
+    virtual void streamRefused(const QString &problem) = 0;
     virtual void streamLost() = 0;
 
-    // Makes the server stream; streamReady() or streamFailed() follows.
+    // Makes the server stream.
     void start();
-    // Closes the server stream, whatever its state, and reports it as lost if it had run.
+    // Closes the server stream, whatever its state.
     void streamFailed(const QString &problem);
     bool isReady() const { return m_stream && pa_stream_get_state(m_stream.get()) == PA_STREAM_READY; }
     bool isStarted() const { return bool(m_stream); }
     pa_stream *stream() const { return m_stream.get(); }
     PulseConnection &connection() const { return *m_connection; }
+    const SampleSpec &spec() const { return m_spec; }
     std::uint32_t bytesIn(std::chrono::milliseconds time) const;
 
     void connected() override;
@@ -50,10 +76,7 @@ private:
     const SampleSpec m_spec;
     const char *const m_title;
     PulseStreamHandle m_stream;
-    PulseAnswer m_opened;
-    QString m_problem; // of the last failure
     bool m_hasRun = false;
-    bool m_closed = false;
 };
 
 } // namespace sound

@@ -40,12 +40,17 @@ public:
     // Not owned: the delegate outlives the player.
     void setDelegate(KTAudioPlayerDelegate *delegate);
 
-    // A playback that is already running is stopped first, without a report.
+    // A playback that is already running is stopped first, without a report. Returns at once, and runs, also
+    // while the file is still being opened or cannot be.
     void playWithFile(const QString &path);
     std::int32_t state() const; // KTAudioTransportState
     void pause();
     void resume();
     void stop();
+    // Why the playback that ended last was not heard to its end, in words that end a sentence: "no such
+    // file". Empty when it was, when it was stopped, and while one is under way. Set before its end is
+    // reported.
+    QString problem() const;
 
     KTAudioPlayer(const KTAudioPlayer &) = delete;
     KTAudioPlayer &operator=(const KTAudioPlayer &) = delete;

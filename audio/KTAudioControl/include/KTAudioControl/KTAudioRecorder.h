@@ -5,8 +5,10 @@
 
 #include "KTAudioControl/AudioStreamBasicDescription.h"
 #include "KTAudioControl/KTAudioExport.h"
+#include "KTAudioControl/KTAudioMissing.h"
 #include "KTAudioControl/KTAudioTransportState.h"
 
+#include <QString>
 #include <memory>
 
 class KTAudioRecorder;
@@ -15,8 +17,8 @@ class KTAudioRecorderDelegate {
 public:
     virtual ~KTAudioRecorderDelegate() = default;
     // One captured buffer: `size` bytes of whole interleaved frames in `format`. Capture thread, in capture
-    // order, never two at a time, only while the recorder runs. `data` is valid during the call; `format` as
-    // long as the recorder.
+    // order, never two at a time. It may take its time: what is captured meanwhile waits in memory. `data` is
+    // valid during the call; `format` as long as the recorder.
     virtual void KTAudioRecorderDataRecord(KTAudioRecorder *recorder, const void *data, std::uint32_t size,
         const AudioStreamBasicDescription &format)
         = 0;
@@ -34,7 +36,7 @@ struct KTAudioLevels {
 class KTAUDIO_EXPORT KTAudioRecorder {
 public:
     explicit KTAudioRecorder(std::uint32_t deviceID);
-    // Ends capture at once; no data follows.
+    // Ends capture at once; no data follows. Waits for a data callback under way.
     ~KTAudioRecorder();
 
     // Not owned: the delegate outlives the recorder.
@@ -44,22 +46,30 @@ public:
     // linear PCM, native-endian, interleaved and packed, one or two channels, 16, 24 or 32 bits, a rate that
     // MPEG audio knows. False, and still stopped, when the device is unknown, the server refuses or does not
     // answer within a second, or something else than linear PCM is requested. After the first successful
-    // start every later one captures in the format of the first.
+    // start every later one captures in the format of the first. What is captured is delivered from the next
+    // turn of the main loop on, or after a second.
     bool startRecordWithFormat(const AudioStreamBasicDescription &format);
     // The same object with the same content from a successful start on, as long as the recorder lives.
     const AudioStreamBasicDescription &currentDataFormat() const;
     std::int32_t state() const; // KTAudioTransportState
 
-    // What had been captured before the call is delivered before it returns, as far as a fifth of a second
-    // allows. No data callback runs or comes after it has returned, and what is captured until resumeRecord()
-    // is never delivered. Both wait for a data callback under way.
+    // All that had been captured before the call is delivered before it returns, also what the sound server
+    // still held, and nothing that is captured until resumeRecord(). It takes 900 ms at most: only a delegate
+    // that has not taken everything by then gets the rest after it has returned.
     void pauseRecord();
     void resumeRecord();
     // Ends capture as a pause does.
     void stopRecord();
 
-    // Measured on the capture thread without a lock or an allocation; taking resets it.
+    // Measured as sound arrives, without a lock or an allocation; taking resets it.
     KTAudioLevels takeLevels();
+
+    // What is lost since the last start. Any thread.
+    KTAudioMissing missing() const;
+    // Whether the device or the server has gone and is waited for. Any thread.
+    bool isAway() const;
+    // Why the last start answered NO, in words that end a sentence; empty when it did not.
+    QString startProblem() const;
 
     KTAudioRecorder(const KTAudioRecorder &) = delete;
     KTAudioRecorder &operator=(const KTAudioRecorder &) = delete;

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/CaptureClock.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <utility>
+
+namespace {
+
+// Reads over which the usual lag is averaged: about a second.
+constexpr int memory = 50;
+
+std::chrono::nanoseconds read(clockid_t clock)
+{
+    timespec time{};
+    clock_gettime(clock, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+double seconds(std::chrono::nanoseconds time)
+{
+    return std::chrono::duration<double>(time).count();
+}
+
+} // namespace
+
+Moment Moment::now()
+{
+    return {read(CLOCK_MONOTONIC), read(CLOCK_BOOTTIME)};
+}
+
+void CaptureClock::restart()
+{
+    m_begin.reset();
+    m_gap.reset();
+    m_frames = m_settledAt = 0;
+    m_usualLag = 0;
+    m_reads = m_ticks = 0;
+}
+
+double CaptureClock::lag(const Moment &now) const
+{
+    return seconds(now.boot - m_begin->boot) - double(m_frames) / m_rate;
+}
+
+bool CaptureClock::read(const Moment &now, std::int64_t frames)
+{
+    const int ticks = std::exchange(m_ticks, 0);
+    if (!m_begin)
+        m_begin = m_lastRead = now;
+    const Moment before = std::exchange(m_lastRead, now);
+    m_frames += frames;
+    if (m_gap)
+        return false;
+    if (now.boot - before.boot >= longestGap) {
+        m_gap = Gap{before, now, ticks};
+        return true;
+    }
+    if (m_frames >= m_settledAt) {
+        m_reads = std::min(m_reads + 1, memory);
+        m_usualLag += (lag(now) - m_usualLag) / m_reads;
+    }
+    return false;
+}
+
+CaptureClock::Loss CaptureClock::ask(const Moment &now, std::int64_t waitingFrames)
+{
+    if (!m_begin)
+        return {};
+    const Gap gap = m_gap.value_or(Gap{m_lastRead, now, m_ticks});
+    m_gap.reset();
+    m_settledAt = m_frames + waitingFrames;
+    const double lost = lag(now) - double(waitingFrames) / m_rate - m_usualLag;
+    if (gap.end.boot - gap.begin.boot < longestGap || lost < seconds(smallestLoss))
+        return {};
+    const std::int64_t frames = std::llround(lost * m_rate);
+    m_frames += frames;
+    m_settledAt += frames;
+    const double stoodStill = seconds(gap.end.boot - gap.begin.boot);
+    const double slept = stoodStill - seconds(gap.end.steady - gap.begin.steady);
+    const double awake = gap.ticks * seconds(longestGap);
+    if (slept > stoodStill / 2)
+        return {frames, KTAudioMissingCause::ComputerAsleep};
+    return {frames,
+        awake > stoodStill / 2 ? KTAudioMissingCause::SoundServerStalled : KTAudioMissingCause::ComputerBusy};
+}

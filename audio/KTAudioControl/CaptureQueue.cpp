@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/CaptureQueue.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <pthread.h>
+#include <system_error>
+
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+// Enough for as long as whoever takes the sound is usually away; more is only reserved when it is needed, and
+// given back.
+constexpr std::size_t usualBytes = 128 << 10;
+// Five minutes of 16-bit stereo. Whoever takes the sound is given up on then, and the sound is lost.
+constexpr std::size_t mostBytes = 64 << 20;
+// What silence is delivered from, in as many pieces as it takes. All zeros is silence in every capture
+// format. A quarter of a second, so that elapsed time goes on while a lot is delivered.
+alignas(std::max_align_t) constexpr std::array<std::byte, 49152> silence{};
+
+} // namespace
+
+CaptureQueue::CaptureQueue(std::size_t bytesPerFrame, Deliver deliver)
+    : m_deliver(std::move(deliver))
+    , m_piece(silence.size() - silence.size() % bytesPerFrame)
+{
+    m_incoming.bytes.reserve(usualBytes);
+}
+
+CaptureQueue::~CaptureQueue()
+{
+    end();
+}
+
+bool CaptureQueue::start()
+{
+    platform::assertMainThread();
+    m_heldUntil = Clock::time_point::max();
+    if (m_thread.joinable())
+        return true;
+    try {
+        m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error &) {
+        return false;
+    }
+    return true;
+}
+
+void CaptureQueue::release()
+{
+    releaseAt(Clock::now());
+}
+
+void CaptureQueue::releaseAt(Clock::time_point latest)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_heldUntil = std::min(m_heldUntil, latest);
+    m_changed.notify_one();
+}
+
+bool CaptureQueue::add(const void *frames, std::size_t bytes)
+{
+    const auto *const first = static_cast<const std::byte *>(frames);
+    const std::scoped_lock lock(m_mutex);
+    if (m_incoming.bytes.size() + bytes > mostBytes)
+        return false;
+    try {
+        m_incoming.bytes.insert(m_incoming.bytes.end(), first, first + bytes);
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+    if (!m_delivering)
+        m_changed.notify_one();
+    return true;
+}
+
+void CaptureQueue::addSilence(std::size_t bytes)
+{
+    const std::scoped_lock lock(m_mutex);
+    const std::size_t behind = m_incoming.bytes.size();
+    if (!m_incoming.silences.empty() && m_incoming.silences.back().behind == behind)
+        m_incoming.silences.back().bytes += bytes;
+    else
+        m_incoming.silences.push_back({behind, bytes});
+    m_changed.notify_one();
+}
+
+bool CaptureQueue::waitUntilDelivered(std::chrono::milliseconds deadline)
+{
+    std::unique_lock lock(m_mutex);
+    if (!m_thread.joinable() || Clock::now() < m_heldUntil)
+        return true;
+    return m_delivered.wait_for(lock, deadline, [this] { return m_incoming.isEmpty() && !m_delivering; });
+}
+
+void CaptureQueue::end()
+{
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_ended = true;
+        m_changed.notify_one();
+    }
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+bool CaptureQueue::mayDeliver() const
+{
+    return !m_incoming.isEmpty() && Clock::now() >= m_heldUntil;
+}
+
+void CaptureQueue::run()
+{
+    pthread_setname_np(pthread_self(), "flipside-take");
+    Batch batch;
+    batch.bytes.reserve(usualBytes);
+    std::unique_lock lock(m_mutex);
+    while (!m_ended) {
+        if (!mayDeliver()) {
+            if (m_incoming.isEmpty() || m_heldUntil == Clock::time_point::max())
+                m_changed.wait(lock);
+            else
+                m_changed.wait_until(lock, m_heldUntil);
+            continue;
+        }
+        std::swap(batch, m_incoming);
+        m_delivering = true;
+        lock.unlock();
+        deliver(batch);
+        lock.lock();
+        m_delivering = false;
+        if (m_incoming.isEmpty())
+            m_delivered.notify_all();
+    }
+}
+
+void CaptureQueue::deliver(Batch &batch)
+{
+    std::size_t done = 0;
+    for (const auto &[behind, bytes] : batch.silences) {
+        deliverPieces(batch.bytes.data() + done, behind - done);
+        done = behind;
+        for (std::size_t left = bytes, part = 0; left > 0; left -= part) {
+            part = std::min(left, m_piece);
+            deliverPieces(silence.data(), part);
+        }
+    }
+    deliverPieces(batch.bytes.data() + done, batch.bytes.size() - done);
+    if (batch.bytes.capacity() > 8 * usualBytes) {
+        batch.bytes = {};
+        batch.bytes.reserve(usualBytes);
+    }
+    batch.bytes.clear();
+    batch.silences.clear();
+}
+
+void CaptureQueue::deliverPieces(const std::byte *frames, std::size_t bytes)
+{
+    m_captureThread.assertSameThread();
+    for (std::size_t part = 0; bytes > 0; bytes -= part, frames += part) {
+        {
+            const std::scoped_lock lock(m_mutex);
+            if (m_ended)
+                return;
+        }
+        part = std::min(bytes, m_piece);
+        m_deliver(frames, part);
+    }
+}

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "platform/ThreadCheck.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+// What was captured, on its way from the sound system's thread to a thread of its own, on which it is
+// delivered. The sound system never waits for whoever takes the sound, nor for a disk behind it: what comes
+// meanwhile waits in memory, in order.
+class CaptureQueue {
+public:
+    // Whole frames. The capture thread.
+    using Deliver = std::function<void(const void *frames, std::size_t bytes)>;
+
+    CaptureQueue(std::size_t bytesPerFrame, Deliver deliver);
+    ~CaptureQueue();
+    CaptureQueue(const CaptureQueue &) = delete;
+    CaptureQueue &operator=(const CaptureQueue &) = delete;
+
+    // False when no thread can be had. Nothing is delivered until release().
+    bool start();
+    // Delivery begins. Any thread.
+    void release();
+    // Delivery begins by then at the latest. Main thread.
+    void releaseAt(std::chrono::steady_clock::time_point latest);
+
+    // Sound thread. False when there is no memory for them: they are lost. In the normal case nothing is
+    // allocated.
+    bool add(const void *frames, std::size_t bytes);
+    // Takes no memory, however long it is.
+    void addSilence(std::size_t bytes);
+
+    // Main thread. False when the deadline passes before all that was added has been delivered, which then
+    // goes on. Does not wait for delivery to begin.
+    bool waitUntilDelivered(std::chrono::milliseconds deadline);
+    // Drops what waits, and waits for a delivery under way.
+    void end();
+
+private:
+    // Silence comes behind so many of the bytes.
+    struct Silence {
+        std::size_t behind;
+        std::size_t bytes;
+    };
+    struct Batch {
+        std::vector<std::byte> bytes;
+        std::vector<Silence> silences;
+        bool isEmpty() const { return bytes.empty() && silences.empty(); }
+    };
+
+    void run();
+    void deliver(Batch &batch);
+    void deliverPieces(const std::byte *frames, std::size_t bytes);
+    bool mayDeliver() const;
+
+    const Deliver m_deliver;
+    const std::size_t m_piece; // bytes delivered at once, at most
+    platform::ThreadCheck m_captureThread;
+    std::thread m_thread;
+    std::mutex m_mutex; // guards what follows
+    std::condition_variable m_changed;
+    std::condition_variable m_delivered;
+    Batch m_incoming;
+    bool m_delivering = false;
+    bool m_ended = false;
+    std::chrono::steady_clock::time_point m_heldUntil = std::chrono::steady_clock::time_point::max();
+};

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/PulseLoop.h"
+
+#include "platform/Logging.h"
+
+#include <csignal>
+#include <pthread.h>
+#include <sys/eventfd.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace sound {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto stopDeadline = 900ms;
+
+// The program handles its signals on threads of its own choice.
+void blockSignals()
+{
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, nullptr);
+}
+
+} // namespace
+
+PulseLoop::PulseLoop()
+    : m_loop(pa_mainloop_new())
+    , m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+{
+    if (!m_loop || m_wake < 0)
+        return;
+    const auto woken = [](pa_mainloop_api *, pa_io_event *, int, pa_io_event_flags_t, void *self) {
+        static_cast<PulseLoop *>(self)->runPosted();
+    };
+    m_wakeEvent = api()->io_new(api(), m_wake, PA_IO_EVENT_INPUT, woken, this);
+}
+
+PulseLoop::~PulseLoop()
+{
+    if (m_wakeEvent)
+        api()->io_free(m_wakeEvent);
+    if (m_wake >= 0)
+        close(m_wake);
+}
+
+bool PulseLoop::start()
+{
+    if (!m_wakeEvent)
+        return false;
+    m_open = true;
+    try {
+        m_runner = std::thread([this] { run(); });
+    } catch (const std::system_error &) {
+        m_open = false;
+    }
+    return m_open;
+}
+
+void PulseLoop::run()
+{
+    blockSignals();
+    pthread_setname_np(pthread_self(), "flipside-sound");
+    pa_mainloop_run(m_loop.get(), nullptr);
+    m_ended.release();
+}
+
+bool PulseLoop::post(std::function<void()> work)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (!m_open)
+        return false;
+    m_posted.push_back(std::move(work));
+    if (m_posted.size() == 1)
+        eventfd_write(m_wake, 1);
+    return true;
+}
+
+void PulseLoop::runPosted()
+{
+    eventfd_t count = 0;
+    eventfd_read(m_wake, &count);
+    std::vector<std::function<void()>> posted;
+    {
+        const std::scoped_lock lock(m_mutex);
+        posted.swap(m_posted);
+    }
+    for (const auto &work : posted)
+        work();
+}
+
+bool PulseLoop::stop(std::function<void()> last)
+{
+    if (!m_runner.joinable())
+        return true;
+    post([this, last = std::move(last)] {
+        last();
+        pa_mainloop_quit(m_loop.get(), 0);
+    });
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_open = false;
+    }
+    if (!m_ended.tryAcquire(1, int(std::chrono::milliseconds(stopDeadline).count()))) {
+        qCWarning(lcAudio, "The thread of the sound server does not end and is left behind.");
+        m_runner.detach();
+        return false;
+    }
+    m_runner.join();
+    return true;
+}
+
+} // namespace sound

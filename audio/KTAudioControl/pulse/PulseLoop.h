@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "audio/KTAudioControl/pulse/PulseHandles.h"
+#include "platform/ThreadCheck.h"
+
+#include <QSemaphore>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace sound {
+
+// The thread that libpulse lives on. No other thread touches a handle of libpulse, and none ever waits for
+// this one: it is handed work and, where somebody needs to know what came of it, gives a PulseAnswer.
+class PulseLoop {
+public:
+    // Without room for a thread, or for its descriptors, nothing ever runs.
+    PulseLoop();
+    // stop() has been called.
+    ~PulseLoop();
+    PulseLoop(const PulseLoop &) = delete;
+    PulseLoop &operator=(const PulseLoop &) = delete;
+
+    bool isUsable() const { return m_wakeEvent; }
+    bool start();
+    // Runs `work` on the loop's thread, in order of posting. False, and dropped, where there is no loop any
+    // more. Any thread. Never waits.
+    bool post(std::function<void()> work);
+    // Runs `last` on the loop's thread and ends it. False when that takes too long, as while a server's name
+    // is looked up: the thread is left behind then, and all that it may touch must be.
+    bool stop(std::function<void()> last);
+
+    // The loop's thread, and before start().
+    pa_mainloop_api *api() const { return pa_mainloop_get_api(m_loop.get()); }
+    void assertOnLoop() { m_thread.assertSameThread(); }
+
+private:
+    void run();
+    void runPosted();
+
+    PulseMainloopHandle m_loop;
+    int m_wake = -1; // an eventfd
+    pa_io_event *m_wakeEvent = nullptr; // owned by the loop
+    std::thread m_runner;
+    QSemaphore m_ended;
+    platform::ThreadCheck m_thread;
+    std::mutex m_mutex; // guards what follows
+    std::vector<std::function<void()>> m_posted;
+    bool m_open = false; // work is taken
+};
+
+// One answer from the loop's thread that another thread waits for. (std::binary_semaphore would do, but that
+// of GCC 12 can miss a release and wait in vain.)
+class PulseAnswer {
+public:
+    // The loop's thread. Only the first one counts. With why not, where something could not be done.
+    void give(const QString &problem = {})
+    {
+        if (std::exchange(m_given, true))
+            return;
+        m_problem = problem;
+        m_semaphore.release();
+    }
+    // Any other thread, once. Nothing when the deadline passes first.
+    std::optional<QString> waitFor(std::chrono::milliseconds deadline)
+    {
+        if (!m_semaphore.tryAcquire(1, int(deadline.count())))
+            return {};
+        return m_problem;
+    }
+
+private:
+    QSemaphore m_semaphore;
+    QString m_problem;
+    bool m_given = false;
+};
+
+} // namespace sound
