@@ -131,6 +131,7 @@ TEST_F(KTAudioPlayerTest, WhatCannotBePlayedEndsWithOneLogLine)
         EXPECT_TRUE(waitForEnds(++expected)) << name.toStdString();
         EXPECT_EQ(log.lines().filter(u"Can't play "_s).size(), expected);
         EXPECT_EQ(player->state(), KTAudioTransportStateStopped);
+        EXPECT_EQ(player->problem() == u"no such file"_s, name == u"missing"_s);
     }
     writeFile(path, mp3);
     sound->setRefuseStarts(true);

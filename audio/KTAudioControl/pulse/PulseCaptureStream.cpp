@@ -27,6 +27,9 @@ constexpr auto serverBuffer = 20s;
 constexpr auto serverDeadline = 700ms;
 constexpr auto pauseDeadline = 800ms;
 
+// What a device is believed to hold, whatever its driver says.
+constexpr auto longestInside = 200ms;
+
 constexpr qint64 unknown = -1;
 
 } // namespace
@@ -68,7 +71,8 @@ private:
     void ticked();
     void askTiming();
     void timingAnswered();
-    qint64 bytesSincePress(const pa_timing_info &info) const;
+    qint64 waitingBytes(qint64 unread);
+    qint64 bytesAtPress(const pa_timing_info &info) const;
     void judge(qint64 waiting);
     void cutWhenReached();
     void cutNow();
@@ -90,6 +94,7 @@ private:
     PulseOperationHandle m_timing;
     CaptureClock::Loss m_hole; // to be delivered
     qint64 m_untilHole = 0; // bytes that come before it
+    qint64 m_thrownAway = 0; // bytes that the server will never give, but counts
 
     std::shared_ptr<PulseAnswer> m_pause; // while a pause takes in what came before it
     timeval m_pressed{}; // in the server's clock
@@ -143,6 +148,7 @@ void PulseCaptureStream::OnLoop::streamReady()
 {
     m_deliver = !m_paused;
     m_clock.restart();
+    m_thrownAway = 0;
     m_collected.reserve(2 * bytesIn(fragment)); // nothing is allocated while sound comes in
     // A command may have come while the server was making the stream.
     if (pa_stream_is_corked(stream()) != int(m_paused))
@@ -276,21 +282,36 @@ void PulseCaptureStream::OnLoop::timingAnswered()
     const pa_timing_info *info = pa_stream_get_timing_info(stream());
     const bool valid = info && !info->write_index_corrupt && !info->read_index_corrupt;
     const qint64 frame = spec().bytesPerFrame();
-    const qint64 waiting = valid ? std::max<qint64>(0, info->write_index - info->read_index) / frame : 0;
+    const qint64 waiting = valid ? waitingBytes(info->write_index - info->read_index) / frame : 0;
     judge(waiting);
     if (!m_pause)
         return;
-    m_untilCut = std::max<qint64>(0, waiting * frame - (valid ? bytesSincePress(*info) : 0));
+    m_untilCut = std::max<qint64>(0, waiting * frame + (valid ? bytesAtPress(*info) : 0));
     cutWhenReached();
 }
 
-// What the server has captured between the press and its answer.
-qint64 PulseCaptureStream::OnLoop::bytesSincePress(const pa_timing_info &info) const
+// A server whose buffer ran over may count what it threw away for ever as written and not read.
+qint64 PulseCaptureStream::OnLoop::waitingBytes(qint64 unread)
 {
-    const std::chrono::microseconds since(pa_timeval_diff(&info.timestamp, &m_pressed));
-    if (pa_timeval_cmp(&info.timestamp, &m_pressed) <= 0 || since > serverDeadline)
-        return 0;
-    return bytesIn(std::chrono::duration_cast<std::chrono::milliseconds>(since));
+    m_thrownAway = std::clamp<qint64>(unread, 0, m_thrownAway);
+    const qint64 waiting = std::max<qint64>(0, unread - m_thrownAway);
+    if (waiting <= qint64(pa_stream_get_buffer_attr(stream())->maxlength))
+        return waiting;
+    m_thrownAway += waiting;
+    return 0;
+}
+
+// What had been captured at the press but was still inside the device when the server answered, less what the
+// server had captured between the press and its answer.
+qint64 PulseCaptureStream::OnLoop::bytesAtPress(const pa_timing_info &info) const
+{
+    using std::chrono::duration_cast, std::chrono::microseconds, std::chrono::milliseconds;
+    const auto inside = std::min<microseconds>(microseconds(info.source_usec), longestInside);
+    auto since = microseconds(pa_timeval_diff(&info.timestamp, &m_pressed));
+    if (pa_timeval_cmp(&info.timestamp, &m_pressed) < 0 || since > serverDeadline)
+        since = 0us; // another clock
+    const auto bytes = [&](microseconds time) { return qint64(bytesIn(duration_cast<milliseconds>(time))); };
+    return bytes(inside) - bytes(since);
 }
 
 // What is lost is lost after all that waits: the server had no room for it.
