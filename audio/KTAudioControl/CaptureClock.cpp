@@ -66,6 +66,16 @@ bool CaptureClock::read(const Moment &now, std::int64_t frames)
     return false;
 }
 
+bool CaptureClock::Gap::wasAwake() const
+{
+    return ticks * longestGap > (end.boot - begin.boot) / 2;
+}
+
+bool CaptureClock::sawServerStall() const
+{
+    return m_gap && m_gap->wasAwake();
+}
+
 CaptureClock::Loss CaptureClock::ask(const Moment &now, std::int64_t waitingFrames)
 {
     if (!m_begin)
@@ -79,11 +89,9 @@ CaptureClock::Loss CaptureClock::ask(const Moment &now, std::int64_t waitingFram
     const std::int64_t frames = std::llround(lost * m_rate);
     m_frames += frames;
     m_settledAt += frames;
-    const double stoodStill = seconds(gap.end.boot - gap.begin.boot);
-    const double slept = stoodStill - seconds(gap.end.steady - gap.begin.steady);
-    const double awake = gap.ticks * seconds(longestGap);
-    if (slept > stoodStill / 2)
+    const auto stoodStill = gap.end.boot - gap.begin.boot;
+    if (gap.end.steady - gap.begin.steady < stoodStill / 2)
         return {frames, KTAudioMissingCause::ComputerAsleep};
-    return {frames,
-        awake > stoodStill / 2 ? KTAudioMissingCause::SoundServerStalled : KTAudioMissingCause::ComputerBusy};
+    return {
+        frames, gap.wasAwake() ? KTAudioMissingCause::SoundServerStalled : KTAudioMissingCause::ComputerBusy};
 }

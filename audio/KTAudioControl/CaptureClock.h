@@ -43,6 +43,8 @@ public:
     bool read(const Moment &now, std::int64_t frames);
     // This process was seen running, once every longestGap while nothing is read.
     void tick() { ++m_ticks; }
+    // Whether in the last interruption this process ran, so that it was the server that stood still.
+    bool sawServerStall() const;
     // What the last interruption has cost. Also for one that is still going on.
     Loss ask(const Moment &now, std::int64_t waitingFrames);
 
@@ -60,6 +62,7 @@ private:
     struct Gap {
         Moment begin, end;
         int ticks;
+        bool wasAwake() const;
     };
     std::optional<Gap> m_gap;
 };

@@ -8,10 +8,18 @@
 #include <new>
 #include <pthread.h>
 #include <system_error>
+#include <utility>
 
 using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
 
 namespace {
+
+// Each delivery wakes this thread and those that follow it: two pieces of the sound system at once, which
+// costs no more than one of them would without this thread.
+constexpr auto batchTime = 40ms;
+// What comes in smaller pieces, or was the last for now.
+constexpr auto patience = 100ms;
 
 // Enough for as long as whoever takes the sound is usually away; more is only reserved when it is needed, and
 // given back.
@@ -24,9 +32,10 @@ alignas(std::max_align_t) constexpr std::array<std::byte, 49152> silence{};
 
 } // namespace
 
-CaptureQueue::CaptureQueue(std::size_t bytesPerFrame, Deliver deliver)
+CaptureQueue::CaptureQueue(const sound::SampleSpec &spec, Deliver deliver)
     : m_deliver(std::move(deliver))
-    , m_piece(silence.size() - silence.size() % bytesPerFrame)
+    , m_piece(silence.size() - silence.size() % spec.bytesPerFrame())
+    , m_batch(spec.rate * spec.bytesPerFrame() * batchTime / 1s)
 {
     m_incoming.bytes.reserve(usualBytes);
 }
@@ -73,7 +82,7 @@ bool CaptureQueue::add(const void *frames, std::size_t bytes)
     } catch (const std::bad_alloc &) {
         return false;
     }
-    if (!m_delivering)
+    if (!m_delivering && (std::exchange(m_resting, false) || m_incoming.bytes.size() >= m_batch))
         m_changed.notify_one();
     return true;
 }
@@ -94,7 +103,12 @@ bool CaptureQueue::waitUntilDelivered(std::chrono::milliseconds deadline)
     std::unique_lock lock(m_mutex);
     if (!m_thread.joinable() || Clock::now() < m_heldUntil)
         return true;
-    return m_delivered.wait_for(lock, deadline, [this] { return m_incoming.isEmpty() && !m_delivering; });
+    m_hurried = m_awaited = true;
+    m_changed.notify_one();
+    const bool all
+        = m_delivered.wait_for(lock, deadline, [this] { return m_incoming.isEmpty() && !m_delivering; });
+    m_hurried = m_awaited = false;
+    return all;
 }
 
 void CaptureQueue::end()
@@ -110,7 +124,20 @@ void CaptureQueue::end()
 
 bool CaptureQueue::mayDeliver() const
 {
-    return !m_incoming.isEmpty() && Clock::now() >= m_heldUntil;
+    const bool worthIt = m_hurried || m_incoming.bytes.size() >= m_batch || !m_incoming.silences.empty();
+    return worthIt && !m_incoming.isEmpty() && Clock::now() >= m_heldUntil;
+}
+
+// Returns when something may be delivered, or has changed. What is too little alone is let go after a while.
+void CaptureQueue::wait(std::unique_lock<std::mutex> &lock)
+{
+    if (m_resting || m_heldUntil == Clock::time_point::max())
+        return m_changed.wait(lock);
+    const auto latest = std::max(m_heldUntil, Clock::now() + patience);
+    if (m_changed.wait_until(lock, latest) == std::cv_status::no_timeout)
+        return;
+    m_resting = m_incoming.isEmpty();
+    m_hurried = !m_resting;
 }
 
 void CaptureQueue::run()
@@ -121,10 +148,7 @@ void CaptureQueue::run()
     std::unique_lock lock(m_mutex);
     while (!m_ended) {
         if (!mayDeliver()) {
-            if (m_incoming.isEmpty() || m_heldUntil == Clock::time_point::max())
-                m_changed.wait(lock);
-            else
-                m_changed.wait_until(lock, m_heldUntil);
+            wait(lock);
             continue;
         }
         std::swap(batch, m_incoming);
@@ -133,6 +157,7 @@ void CaptureQueue::run()
         deliver(batch);
         lock.lock();
         m_delivering = false;
+        m_hurried = m_awaited;
         if (m_incoming.isEmpty())
             m_delivered.notify_all();
     }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "audio/KTAudioControl/SoundSystem.h"
 #include "platform/ThreadCheck.h"
 
 #include <chrono>
@@ -21,7 +22,7 @@ public:
     // Whole frames. The capture thread.
     using Deliver = std::function<void(const void *frames, std::size_t bytes)>;
 
-    CaptureQueue(std::size_t bytesPerFrame, Deliver deliver);
+    CaptureQueue(const sound::SampleSpec &spec, Deliver deliver);
     ~CaptureQueue();
     CaptureQueue(const CaptureQueue &) = delete;
     CaptureQueue &operator=(const CaptureQueue &) = delete;
@@ -61,9 +62,11 @@ private:
     void deliver(Batch &batch);
     void deliverPieces(const std::byte *frames, std::size_t bytes);
     bool mayDeliver() const;
+    void wait(std::unique_lock<std::mutex> &lock);
 
     const Deliver m_deliver;
     const std::size_t m_piece; // bytes delivered at once, at most
+    const std::size_t m_batch; // bytes that are worth waking up for
     platform::ThreadCheck m_captureThread;
     std::thread m_thread;
     std::mutex m_mutex; // guards what follows
@@ -71,6 +74,9 @@ private:
     std::condition_variable m_delivered;
     Batch m_incoming;
     bool m_delivering = false;
+    bool m_resting = true; // nothing has come for a while: the thread waits without a deadline
+    bool m_awaited = false; // somebody waits until all is delivered
+    bool m_hurried = false; // a little is delivered as well
     bool m_ended = false;
     std::chrono::steady_clock::time_point m_heldUntil = std::chrono::steady_clock::time_point::max();
 };

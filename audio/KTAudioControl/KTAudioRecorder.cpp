@@ -115,7 +115,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
         m_spec = *spec;
         m_format = descriptionOf(m_spec);
         m_queue = std::make_shared<CaptureQueue>(
-            m_spec.bytesPerFrame(), [this](const void *data, std::size_t bytes) { deliver(data, bytes); });
+            m_spec, [this](const void *data, std::size_t bytes) { deliver(data, bytes); });
     }
     if (!m_queue->start())
         return u"there is no room for a thread"_s;

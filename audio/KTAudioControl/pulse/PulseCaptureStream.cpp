@@ -27,6 +27,8 @@ constexpr auto serverBuffer = 20s;
 constexpr auto serverDeadline = 700ms;
 constexpr auto pauseDeadline = 800ms;
 
+// What the device has kept while the server stood still is on its way to us by then.
+constexpr auto catchUp = 500ms;
 // What a device is believed to hold, whatever its driver says.
 constexpr auto longestInside = 200ms;
 
@@ -43,6 +45,7 @@ public:
         , m_client(client)
         , m_clock(spec.rate)
         , m_tick([this] { ticked(); })
+        , m_afterStall([this] { askTiming(); })
         , m_pauseTimer([this] { cutNow(); })
     {
     }
@@ -91,6 +94,7 @@ private:
 
     CaptureClock m_clock;
     PulseTimer m_tick;
+    PulseTimer m_afterStall;
     PulseOperationHandle m_timing;
     CaptureClock::Loss m_hole; // to be delivered
     qint64 m_untilHole = 0; // bytes that come before it
@@ -118,6 +122,7 @@ void PulseCaptureStream::OnLoop::end()
 void PulseCaptureStream::OnLoop::stopTimers()
 {
     m_tick.stop();
+    m_afterStall.stop();
     m_pauseTimer.stop();
     m_timing.reset();
 }
@@ -136,6 +141,9 @@ void PulseCaptureStream::OnLoop::connectStream(pa_stream *stream)
     const auto readable
         = [](pa_stream *, std::size_t, void *self) { static_cast<OnLoop *>(self)->readAvailable(); };
     pa_stream_set_read_callback(stream, readable, this);
+    // A device that is suspended, as when another user has the screen, is away.
+    const auto suspended = [](pa_stream *, void *self) { static_cast<OnLoop *>(self)->m_clock.restart(); };
+    pa_stream_set_suspended_callback(stream, suspended, this);
     pa_buffer_attr buffer{};
     buffer.maxlength = bytesIn(serverBuffer);
     buffer.fragsize = bytesIn(fragment);
@@ -196,7 +204,11 @@ void PulseCaptureStream::OnLoop::readAvailable()
     if (frames == 0 || !m_deliver)
         return;
     connection().start(m_tick, CaptureClock::longestGap);
-    if (m_clock.read(Moment::now(), frames))
+    if (!m_clock.read(Moment::now(), frames))
+        return;
+    if (m_clock.sawServerStall())
+        connection().start(m_afterStall, catchUp);
+    else
         askTiming();
 }
 

@@ -51,6 +51,7 @@ void PulseDeleter::operator()(pa_stream *stream) const
 {
     pa_stream_set_state_callback(stream, nullptr, nullptr);
     pa_stream_set_read_callback(stream, nullptr, nullptr);
+    pa_stream_set_suspended_callback(stream, nullptr, nullptr);
     pa_stream_set_write_callback(stream, nullptr, nullptr);
     if (pa_stream_get_state(stream) == PA_STREAM_CREATING) {
         pa_stream_set_state_callback(stream, disconnectWhenCreated, nullptr);
