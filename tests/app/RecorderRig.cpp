@@ -4,7 +4,7 @@
 #include "tests/app/RecorderRig.h"
 
 #include "settings/HBPreferencesWndCtrl.h"
-#include "testbed/Mp3Files.h"
+#include "testbed/Waiting.h"
 
 namespace testbed {
 
@@ -48,10 +48,15 @@ void RecorderRig::bringTo(RecorderState state)
     ASSERT_EQ(delegate.state(), state);
 }
 
-void RecorderRig::hear()
+void RecorderRig::hear(const QByteArray &frames)
 {
-    sound->push(tone(48000, {440, 440}, 0.5).bytes());
-    settle();
+    const auto task = delegate.recordingTask();
+    const qint64 enough = task->bytesOfEncoded() + frames.size();
+    sound->push(frames);
+    EXPECT_TRUE(waitUntil([&] {
+        return task->bytesOfEncoded() == enough
+            && delegate.lengthOfRecording() == AppDelegate::lengthFromDuration(enough / 192);
+    }));
 }
 
 void RecorderRig::settle()

@@ -9,6 +9,7 @@
 #include "platform/desktop/Alert.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
+#include "testbed/Mp3Files.h"
 #include "testbed/ScriptedSoundSystem.h"
 #include "tests/support/LogCapture.h"
 
@@ -30,8 +31,8 @@ public:
     void bringTo(RecorderState state);
     // Sends the command and lets everything that it has queued happen.
     void record();
-    // Half a second of sound, which the encoder has taken when this returns.
-    void hear();
+    // Sound, half a second of it, which has been encoded and reported when this returns.
+    void hear(const QByteArray &frames = tone(48000, {440, 440}, 0.5).bytes());
     void settle();
 
     bool isOffered() const override { return true; }

@@ -90,7 +90,7 @@ TEST_F(SoundWatchTest, MissesSoundAndHearsSilenceByTheClock)
     now += 1ms;
     EXPECT_EQ(watch.judge(), Sound::NothingArrives);
     for (const Sound judgement : {Sound::Fine, Sound::Fine, Sound::Fine, Sound::Fine, Sound::OnlySilence}) {
-        sound->push(QByteArray(96000, '\0'));
+        hear(QByteArray(96000, '\0'));
         EXPECT_EQ(watch.judge(), judgement);
         now += 1s;
     }
