@@ -37,13 +37,11 @@ const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
 // What a start opens, and an alert should it fail. Each recording keeps its file open.
 constexpr int filesForAStart = 12;
 
-// To follow a colon.
-QString whyNotStarted(HBRecordingTask &task, const QString &device)
+// To follow a colon. A file that failed says why in more detail than the task.
+QString whyNotStarted(HBRecordingTask &task)
 {
-    if (const int error = task.outputState().error)
-        return platform::outputErrorReason(error);
-    return device.isEmpty() ? AppDelegate::tr("there is no input device")
-                            : AppDelegate::tr("%1 cannot be opened").arg(device);
+    const int error = task.outputState().error;
+    return error ? platform::outputErrorReason(error) : task.startProblem();
 }
 
 } // namespace
@@ -260,7 +258,7 @@ void AppDelegate::startRecord()
     if (task->startRecord()) {
         setState(RecorderStateRecording);
     } else {
-        setProblem(tr("Cannot record: %1").arg(whyNotStarted(*task, m_currentDevice)));
+        setProblem(tr("Cannot record: %1").arg(whyNotStarted(*task)));
         alertFailedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.
         if (m_recordingTask == task)
@@ -395,8 +393,10 @@ void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 millisec
     setLengthOfRecording(lengthFromDuration(milliseconds));
 }
 
-void AppDelegate::playTaskComplete(HBPlayTask *)
+void AppDelegate::playTaskComplete(HBPlayTask *task)
 {
+    if (!task->problem().isEmpty())
+        setProblem(tr("Cannot play %1: %2").arg(m_currentOutputURL.fileName(), task->problem()));
     setState(RecorderStateIdle);
 }
 

@@ -42,6 +42,18 @@ bool isPlaying(int state)
     return state == RecorderStatePlaying || state == RecorderStatePlayingPaused;
 }
 
+QString whyMissing(KTAudioMissingCause cause)
+{
+    switch (cause) {
+    case KTAudioMissingCause::ComputerAsleep:
+        return StatusLine::tr("the computer was asleep");
+    case KTAudioMissingCause::SoundServerStalled:
+        return StatusLine::tr("the sound server stood still");
+    default:
+        return StatusLine::tr("the computer was busy");
+    }
+}
+
 } // namespace
 
 StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent)
@@ -139,6 +151,7 @@ Troubles StatusLine::troubles()
 {
     Troubles troubles;
     lookAtOutputs(troubles);
+    lookForHoles(troubles);
     if (isRecording(m_state)) {
         troubles.diskIsSilent |= m_diskIsSilent;
         troubles.disk = m_disk.judgement();
@@ -175,6 +188,16 @@ void StatusLine::lookAtOutputs(Troubles &troubles)
     if (!problem.isEmpty() || now - m_diskProblemSeen > toldAtLeast)
         m_diskProblem = problem;
     troubles.diskProblem = m_diskProblem;
+}
+
+void StatusLine::lookForHoles(Troubles &troubles) const
+{
+    const auto task = m_delegate->recordingTask();
+    if (!task)
+        return;
+    const KTAudioMissing missing = task->audioRecorder()->missing();
+    troubles.missing = missing.time;
+    troubles.missingBecause = whyMissing(missing.cause);
 }
 
 QString StatusLine::stateText() const

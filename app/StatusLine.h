@@ -46,6 +46,7 @@ private:
     QString trouble();
     Troubles troubles();
     void lookAtOutputs(Troubles &troubles);
+    void lookForHoles(Troubles &troubles) const;
 
     AppDelegate *m_delegate;
     SoundWatch *m_sound;

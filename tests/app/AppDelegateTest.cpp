@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "settings/HBPreferencesWndCtrl.h"
+#include "testbed/Waiting.h"
 #include "tests/app/RecorderRig.h"
 
 namespace {
@@ -48,8 +49,9 @@ protected:
         EXPECT_EQ(sound->captureOpen(), records);
         EXPECT_EQ(sound->capturePaused(), state == paused);
         const bool plays = state == playing || state == playingPaused;
-        EXPECT_EQ(sound->playbackOpen(), plays);
-        EXPECT_EQ(sound->playbackPaused(), state == playingPaused);
+        EXPECT_TRUE(testbed::waitUntil([&] { // a file is opened in its own time
+            return sound->playbackOpen() == plays && sound->playbackPaused() == (state == playingPaused);
+        }));
 
         const bool url = !delegate.currentOutputURL().isEmpty();
         EXPECT_EQ(delegate.canRecord(), state == idle || state == paused);

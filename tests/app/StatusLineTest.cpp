@@ -104,6 +104,19 @@ TEST_F(SoundWatchTest, MissesSoundAndHearsSilenceByTheClock)
 
 using StatusLineTest = testbed::RecorderRigTest;
 
+TEST_F(StatusLineTest, NeverSaysReadyOverARecordingThatLacksSomething)
+{
+    SoundWatch watch;
+    const StatusLine status(&delegate, &watch);
+    bringTo(RecorderStateRecording);
+    sound->pushHole(576000);
+    EXPECT_TRUE(testbed::waitUntil([&] { return status.isWarning(); }));
+    delegate.stopAction();
+    EXPECT_EQ(status.text(), u"3.0 s are missing: the computer was busy"_s);
+    record();
+    EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
+}
+
 TEST_F(StatusLineTest, ADiskThatNeverAnswersConcernsOneRecordingOnly)
 {
     const auto opened = std::make_shared<std::promise<void>>();
