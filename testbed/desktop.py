@@ -11,6 +11,7 @@ ended by pid, and keeps its files in one temporary folder.
 One desktop a process: the accessibility library connects once.
 """
 
+import contextlib
 import os
 import shutil
 import signal
@@ -40,7 +41,7 @@ def wait_until(condition, what, deadline=DEADLINE, poll=0.03):
 
 
 def end_process(process, sig=signal.SIGTERM, deadline=5.0):
-    """Ends a process that this module started, and its group when it leads one."""
+    """Ends a process that was started from here."""
     if process.poll() is None:
         process.send_signal(sig)
         try:
@@ -120,16 +121,9 @@ class Desktop:
     @staticmethod
     def _end_group(process):
         # Each helper leads a group of its own; what it started (the accessibility bus, for one) ends with it.
-        for sig in (signal.SIGTERM, signal.SIGKILL):
-            try:
-                os.killpg(process.pid, sig)
-            except ProcessLookupError:
-                break
-            try:
-                process.wait(3)
-            except subprocess.TimeoutExpired:
-                continue
-        process.wait()
+        end_process(process, deadline=3)
+        with contextlib.suppress(ProcessLookupError):
+            os.killpg(process.pid, signal.SIGKILL)
 
     def _start_display(self):
         read_end, write_end = os.pipe()

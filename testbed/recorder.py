@@ -77,8 +77,7 @@ class StandIns:
         return said
 
     def drain(self):
-        while not self.lines.empty():
-            self.lines.get()
+        self.lines = queue.Queue()
 
     def asked_nothing(self):
         return self.lines.empty()

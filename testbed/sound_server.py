@@ -266,11 +266,8 @@ def main():
     parser.add_argument("--mic", action="append", default=[], metavar="NAME[=SIGNAL]")
     options = parser.parse_args()
 
-    def leave(*_):
-        raise SystemExit(0)
-
-    signal.signal(signal.SIGTERM, leave)
-    signal.signal(signal.SIGINT, leave)
+    for ending in (signal.SIGTERM, signal.SIGINT):
+        signal.signal(ending, lambda *_: sys.exit())
     server = Server(options.pipewire)
     try:
         server.start()
