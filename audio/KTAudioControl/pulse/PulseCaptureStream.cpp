@@ -81,6 +81,10 @@ private:
     void cutNow();
     void flushed();
     void stopTimers();
+    void cork(bool corked)
+    {
+        const PulseOperationHandle request(pa_stream_cork(stream(), int(corked), nullptr, nullptr));
+    }
 
     const QString m_sourceKey;
     PulseClientGate<CaptureClient> m_client;
@@ -160,7 +164,7 @@ void PulseCaptureStream::OnLoop::streamReady()
     m_collected.reserve(2 * bytesIn(fragment)); // nothing is allocated while sound comes in
     // A command may have come while the server was making the stream.
     if (pa_stream_is_corked(stream()) != int(m_paused))
-        const PulseOperationHandle cork(pa_stream_cork(stream(), int(m_paused), nullptr, nullptr));
+        cork(m_paused);
     m_opened->give();
     if (std::exchange(m_lost, false))
         m_client.call([](CaptureClient &client) { client.captureBack(); });
@@ -342,6 +346,8 @@ void PulseCaptureStream::OnLoop::judge(qint64 waiting)
 void PulseCaptureStream::OnLoop::pause(std::shared_ptr<PulseAnswer> paused, const timeval &pressed)
 {
     m_paused = true;
+    if (isReady() && !m_deliver)
+        cork(true);
     if (!isReady() || !m_deliver)
         return paused->give();
     m_pause = std::move(paused);
@@ -369,7 +375,7 @@ void PulseCaptureStream::OnLoop::cutNow()
     stopTimers();
     m_untilCut = unknown;
     if (isReady())
-        const PulseOperationHandle cork(pa_stream_cork(stream(), 1, nullptr, nullptr));
+        cork(true);
     std::exchange(m_pause, nullptr)->give();
 }
 
@@ -386,7 +392,7 @@ void PulseCaptureStream::OnLoop::resume()
     m_flush.reset(pa_stream_flush(stream(), done, this));
     if (!m_flush)
         flushed();
-    const PulseOperationHandle uncork(pa_stream_cork(stream(), 0, nullptr, nullptr));
+    cork(false);
 }
 
 void PulseCaptureStream::OnLoop::flushed()

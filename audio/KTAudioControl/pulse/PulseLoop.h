@@ -8,6 +8,7 @@
 
 #include <QSemaphore>
 #include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -56,30 +57,29 @@ private:
     bool m_open = false; // work is taken
 };
 
-// One answer from the loop's thread that another thread waits for. (std::binary_semaphore would do, but that
-// of GCC 12 can miss a release and wait in vain.)
+// One answer from the loop's thread that another thread waits for.
 class PulseAnswer {
 public:
-    // The loop's thread. Only the first one counts. With why not, where something could not be done.
+    // Only the first one counts. With why not, where something could not be done.
     void give(const QString &problem = {})
     {
-        if (std::exchange(m_given, true))
-            return;
-        m_problem = problem;
-        m_semaphore.release();
+        const std::scoped_lock lock(m_mutex);
+        if (!m_problem)
+            m_problem = problem;
+        m_given.notify_one();
     }
-    // Any other thread, once. Nothing when the deadline passes first.
+    // Nothing when the deadline passes first.
     std::optional<QString> waitFor(std::chrono::milliseconds deadline)
     {
-        if (!m_semaphore.tryAcquire(1, int(deadline.count())))
-            return {};
+        std::unique_lock lock(m_mutex);
+        m_given.wait_for(lock, deadline, [this] { return m_problem.has_value(); });
         return m_problem;
     }
 
 private:
-    QSemaphore m_semaphore;
-    QString m_problem;
-    bool m_given = false;
+    std::mutex m_mutex;
+    std::condition_variable m_given;
+    std::optional<QString> m_problem;
 };
 
 } // namespace sound
