@@ -17,6 +17,11 @@ if(FLIPSIDE_CCACHE AND NOT CMAKE_CXX_CLANG_TIDY)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${FLIPSIDE_CCACHE})
 endif()
 
+# What moc writes follows no style; clang-tidy takes its settings from the nearest folder, and needs one check at least.
+if(CMAKE_CXX_CLANG_TIDY)
+    file(WRITE ${CMAKE_BINARY_DIR}/.clang-tidy "Checks: '-*,modernize-use-override'\n")
+endif()
+
 if(FLIPSIDE_SANITIZE)
     add_compile_options(-fsanitize=${FLIPSIDE_SANITIZE} -fno-omit-frame-pointer -O1)
     add_link_options(-fsanitize=${FLIPSIDE_SANITIZE})

@@ -32,7 +32,7 @@ private:
 };
 
 // Each row of the table of statuses, and one of a later platform.
-TEST(MicrophoneAuthorizationTest, AnswersOnceFromTheMainLoop)
+TEST(MicrophoneAuthorization, AnswersOnceFromTheMainLoop)
 {
     ScriptedAuthorization authorization;
     for (const auto &[offered, status, reply, requests, granted] :
