@@ -14,14 +14,7 @@
 
 namespace platform {
 
-namespace {
-
-using namespace Qt::StringLiterals;
-
-// Flags of the session manager: 4 is suspending, 8 is the session becoming idle.
-constexpr uint suspendAndIdle = 4 | 8;
-
-struct Service {
+struct SleepService {
     QDBusConnection bus;
     QString name;
     QString path;
@@ -30,7 +23,14 @@ struct Service {
     QVariantList arguments; // of "Inhibit"
 };
 
-QList<Service> servicesOf(const QString &reason)
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Flags of the session manager: 4 is suspending, 8 is the session becoming idle.
+constexpr uint suspendAndIdle = 4 | 8;
+
+QList<SleepService> servicesOf(const QString &reason)
 {
     const QString application = QCoreApplication::applicationName();
     const QDBusConnection session = QDBusConnection::sessionBus();
@@ -52,7 +52,7 @@ QList<Service> servicesOf(const QString &reason)
 // at once.
 class SleepInhibition : public QObject {
 public:
-    explicit SleepInhibition(const Service &service)
+    explicit SleepInhibition(const SleepService &service)
         : m_service(service)
     {
     }
@@ -113,7 +113,7 @@ private:
         m_handle.clear();
     }
 
-    const Service m_service;
+    const SleepService m_service;
     bool m_wanted = false;
     State m_state = State::Released;
     QVariant m_handle; // a cookie, or the descriptor that holds the inhibition as long as it is open
@@ -132,7 +132,7 @@ void SleepInhibitor::setActive(bool active)
 {
     assertMainThread();
     if (active && m_inhibitions.empty()) {
-        for (const Service &service : servicesOf(m_reason))
+        for (const SleepService &service : servicesOf(m_reason))
             m_inhibitions.push_back(std::make_unique<SleepInhibition>(service));
     }
     for (const auto &inhibition : m_inhibitions)
