@@ -71,7 +71,7 @@ FileWriter::FileWriter(Private, const QString &path)
 
 std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error)
 {
-    const auto writer = std::make_shared<FileWriter>(Private(), path);
+    auto writer = std::make_shared<FileWriter>(Private(), path);
     if (writer->m_ring.capacity() == 0)
         error = ENOMEM;
     else if (!runOnSpareThread([writer] { writer->run(); }))

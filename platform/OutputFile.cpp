@@ -18,7 +18,7 @@ namespace {
 
 constexpr mode_t permissions = 0666; // less what the user's mask takes away
 constexpr qsizetype knownBeginning = 256;
-constexpr qint64 copiedAtOnce = 256 * 1024;
+constexpr qint64 copiedAtOnce = 256LL * 1024;
 
 struct Identity {
     dev_t device;

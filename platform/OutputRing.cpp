@@ -13,7 +13,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t pageSize = 65536; // or a part of it, on every architecture
-constexpr std::size_t leastCapacity = 1024 * 1024;
+constexpr std::size_t leastCapacity = 1024UL * 1024;
 
 char *reserve(std::size_t size)
 {

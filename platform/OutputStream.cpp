@@ -43,7 +43,7 @@ std::FILE *streamTo(const std::shared_ptr<FileWriter> &writer)
     if (!file)
         return nullptr;
     std::setvbuf(file, nullptr, _IONBF, 0);
-    cookie.release();
+    static_cast<void>(cookie.release()); // the stream closes it
     return file;
 }
 
