@@ -67,7 +67,7 @@ bool FocusKeeper::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-// To the next control that can have the focus, counted from where it rested.
+// To the next control that can have the focus, counted from where the focus rested.
 bool FocusKeeper::leave(bool forward)
 {
     QWidget *start = m_resting;

@@ -8,8 +8,8 @@
 #include <QWidget>
 
 // Disables and hides controls of a window without moving the keyboard's focus to another one, as the toolkit
-// would: a second press of Space must not pause the recording that the first one has started. The focus rests
-// on the window, and goes back to the control, or with Tab to the control after it.
+// would: a second press of Space must not pause the recording that the first one has started. The focus
+// rests on the window instead, and goes back to the control, or with Tab to the control after it.
 class FocusKeeper : public QObject {
     Q_OBJECT
 

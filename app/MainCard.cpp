@@ -36,7 +36,7 @@ MainCard::MainCard(AppDelegate *delegate)
     titleStrip()->addTool(m_ui->preferencesButton);
     titleStrip()->addTool(m_ui->helpButton);
     CardStyle::scaleLayout(content()->layout());
-    // Empty before the first recording, and no lower for that.
+    // Empty before the first recording, but just as high.
     m_ui->footer->setFixedHeight(CardStyle::scaled(footerHeight));
     connectOutlets();
     bindControls();
@@ -48,7 +48,7 @@ MainCard::MainCard(AppDelegate *delegate)
 
 MainCard::~MainCard() = default;
 
-// The sound is listened to for what is shown of it; the status line asks the same watch.
+// The meter shows what the watch hears; the status line asks the same watch.
 void MainCard::followState()
 {
     const bool records = m_delegate->state() == RecorderStateRecording;
@@ -101,7 +101,7 @@ void MainCard::connectCommands()
     command(m_ui->audioDeviceBox, &AppDelegate::selAudioDevcieAction);
 }
 
-// A tool tip is the control's name and its key. Closing the card is quitting.
+// A tool tip names the control and its key. Closing the card quits the program.
 void MainCard::nameShortcuts()
 {
     titleStrip()->closeButton()->setShortcut(QKeySequence::Quit);
@@ -113,7 +113,7 @@ void MainCard::nameShortcuts()
     }
 }
 
-// As the eye reads the card. The interface file does not know the buttons of the window.
+// In the order in which the eye reads the card. The interface file does not know the buttons of the window.
 void MainCard::orderTabs()
 {
     const QList<QWidget *> order{m_ui->preferencesButton, m_ui->helpButton, titleStrip()->minimiseButton(),

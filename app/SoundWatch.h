@@ -10,8 +10,8 @@
 #include <functional>
 #include <memory>
 
-// Listens to a running recording from the side: what the level meter shows, and whether the microphone can be
-// trusted. Taking a recorder's levels resets them, so this is the only one that takes them. Main thread only.
+// Listens in on a running recording: for the level meter, and to tell whether the microphone can be trusted.
+// Taking a recorder's levels resets them, so nothing else takes them. Main thread only.
 class SoundWatch {
 public:
     enum class Judgement { Fine, OnlySilence, NothingArrives };

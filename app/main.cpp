@@ -33,7 +33,7 @@ void finishStart(const AppDelegate &delegate)
 {
     QApplication::setWindowIcon(QIcon(u":/flipside/flipside.svg"_s));
     delegate.preferencesIsShow();
-    // As on the front, where it is the close button's.
+    // The front has the same key on its close button.
     new QShortcut(QKeySequence::Quit, delegate.preferencesWndCtrl()->window(), &QApplication::quit);
 }
 
