@@ -24,7 +24,7 @@ namespace {
 
 constexpr Qt::WindowFlags sheetFlags = Qt::Dialog | Qt::FramelessWindowHint;
 
-// Narrower than a card, so that it is seen to lie on one.
+// Narrower than a card, so that one can see it lie on the card.
 constexpr int sheetWidth = 416;
 
 } // namespace
@@ -89,7 +89,7 @@ void ConfigureSheet::end()
     host->activateWindow();
 }
 
-// The window system's close button: the same as OK. A sheet that is open does not stand in the way of the end
+// The window system's close button does the same as OK. An open sheet does not stand in the way of the end
 // of the program or of the session.
 void ConfigureSheet::closeEvent(QCloseEvent *event)
 {

@@ -95,7 +95,7 @@ void EncoderForm::setTarget(int target)
     const bool isBitrate = m_target == KTMp3LameConfig::BitrateTarget;
     auto *const chosen = isBitrate ? m_ui->bitrateTarget : m_ui->qualityTarget;
     chosen->setChecked(true);
-    // The keyboard begins at the choice that is made; on the other one a Space would change it.
+    // The focus starts on the choice that is in force; on the other one, Space would change it.
     if (!window()->focusWidget())
         chosen->setFocus();
     for (QWidget *control : std::initializer_list<QWidget *>{

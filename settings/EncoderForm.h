@@ -30,7 +30,7 @@ public:
 
     int target() const { return m_target; }
     void setTarget(int target);
-    // What only a quality target uses. For a number that is no target, the owner decides.
+    // What only a quality target uses. For a number that is not a target, the owner decides.
     void setQualityEnabled(bool enabled);
 
     // For the outlets of the owner, and for what it binds and sends by itself.
@@ -39,7 +39,7 @@ public:
     static QString titleOf(const QAction &item);
 
 Q_SIGNALS:
-    // By the user: a number that only means the same must not replace the one that was set.
+    // Chosen by the user. A number that merely means the same must not replace the one that was set.
     void targetChosen();
 
 private:

@@ -7,7 +7,8 @@
 #include "ui/WindowController.h"
 
 // A sheet over any window in which the user edits an encoder configuration in place. Every change is in the
-// caller's object at once; there is nothing to confirm or to cancel, so each way out is OK. Main thread only.
+// caller's object at once; there is nothing to confirm or to cancel, so every way of closing the sheet means
+// OK. Main thread only.
 class KTMP3ConfigureWndCtrl : public WindowController {
     Q_OBJECT
     // The caller's own object, kept until the next sheet.
@@ -43,7 +44,7 @@ public:
     bool enableQualityTarget() const;
 
 public Q_SLOTS:
-    // Ends the sheet. Without an open sheet nothing happens.
+    // Closes the sheet; does nothing when none is open.
     void okAction(QObject *sender = nullptr);
 
 Q_SIGNALS:

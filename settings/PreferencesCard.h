@@ -34,6 +34,6 @@ private:
 
     HBPreferencesWndCtrl *m_controller;
     std::unique_ptr<Ui::HBPreferencesWndCtrl> m_ui;
-    // Other programs write to the disk, too.
+    // Other programs write to the disk as well.
     QTimer m_diskTimer;
 };

@@ -18,13 +18,13 @@ namespace {
 // bitrate target that is what is written; with a quality target the bitrate plays no part.
 constexpr double recordingKilobitsPerSecond = 320;
 
-// The mean bitrates that LAME's documentation gives for music in stereo at the whole qualities 0 to 9, and
-// the next one after them by the same step. Speech and silence need less.
+// The mean bitrates that LAME's documentation gives for stereo music at the qualities 0 to 9, and one more,
+// continued by the same step. Speech and silence need less.
 constexpr std::array<double, 11> meanOfQuality = {245, 225, 190, 175, 165, 130, 115, 100, 85, 65, 45};
 
 double meanOf(double quality)
 {
-    // Not a number counts as the best quality: rather too much room than too little.
+    // NaN counts as the best quality: better to plan for too much room than for too little.
     const double inScale = quality > 0 ? std::min(quality, 9.999) : 0;
     const auto below = static_cast<std::size_t>(inScale);
     return std::lerp(meanOfQuality[below], meanOfQuality[below + 1], inScale - std::floor(inScale));
