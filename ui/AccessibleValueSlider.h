@@ -10,7 +10,7 @@ class ValueSlider;
 // A value slider for assistive technology: in amounts, not in positions of the handle.
 class AccessibleValueSlider : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
-    // Makes it known to the accessibility layer. To be called by each slider.
+    // Registers it with the accessibility layer. Every slider calls this.
     static void install();
 
     explicit AccessibleValueSlider(ValueSlider *slider);

@@ -40,8 +40,8 @@ void install();
 // text.
 double textScale();
 int scaled(double points);
-// Turns the margins and spacings of a layout from Designer, and of all inside it, from points into pixels.
-// Once.
+// Converts the margins and spacings of a layout from Designer, and of every layout inside it, from points to
+// pixels. Call it once.
 void scaleLayout(QLayout *layout);
 
 // The desktop's own font at a size in points of the card.

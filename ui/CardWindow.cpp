@@ -23,7 +23,7 @@ constexpr Qt::WindowFlags cardFlags = Qt::Window | Qt::FramelessWindowHint | Qt:
 } // namespace
 
 CardWindow::CardWindow(TitleButtons buttons, QWidget *parent)
-    // Style and fonts are there before the first child takes them over.
+    // Style and fonts must be in place before the first child inherits them.
     : QWidget((CardStyle::install(), parent), cardFlags)
     , m_titleStrip(new TitleStrip(this))
     , m_content(new QWidget(this))
@@ -64,7 +64,7 @@ void CardWindow::showEvent(QShowEvent *event)
     // Without a compositor the corners would be black.
     m_roundedCorners = platform::compositorRuns();
     QWidget::showEvent(event);
-    // All buttons are there by now; one that has the filter already is given no second one.
+    // All buttons exist by now; installing the filter on one for a second time does no harm.
     for (QAbstractButton *button : findChildren<QAbstractButton *>()) {
         if (button->window() == this)
             button->installEventFilter(this);

@@ -29,7 +29,8 @@ protected:
     void showEvent(QShowEvent *event) override;
     // Return presses the focused button, as Space does.
     void keyPressEvent(QKeyEvent *event) override;
-    // A button's own shortcut acts at once. A toolkit's button first stays down for a tenth of a second.
+    // A button's own shortcut acts at once. The toolkit would keep the button down for a tenth of a second
+    // first.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -31,7 +31,7 @@ QString ElidedLabel::displayedText() const
 {
     const QString line = TextDisplay::singleLine(text());
     const int width = contentsRect().width();
-    // Of a path, the last name says most; it is shortened only when it does not fit alone.
+    // The last name of a path says the most; it is only shortened when it does not fit by itself.
     const qsizetype name = line.startsWith(u'/') ? line.lastIndexOf(u'/') : 0;
     const int room = width - fontMetrics().horizontalAdvance(line.mid(name));
     if (name > 0 && room > fontMetrics().height())

@@ -18,7 +18,7 @@ namespace {
 constexpr int gap = 2;
 constexpr int controlRadius = 7;
 
-// In any window: a card that is brought up with a key shows where the keyboard is.
+// For all windows: a card that is brought up with a key shows where the keyboard is.
 bool lastInputWasKey = false;
 
 int reach()
@@ -72,7 +72,7 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
         takeInput(watched, false);
         break;
     case QEvent::Show:
-        // Whatever the user does reaches this first, and the window that is shown again may be another one.
+        // The window sees all input first. Its handle may have been replaced since it was last shown.
         if (QWindow *handle = parentWidget()->windowHandle(); handle && watched == parentWidget())
             handle->installEventFilter(this);
         [[fallthrough]];

@@ -7,9 +7,9 @@
 #include <QPointer>
 #include <QWidget>
 
-// Shows where the keyboard is: a ring around the focused control of a window, once the focus was moved with
-// the keyboard. A click hides it. One mechanism for every kind of control, outside of the control, so that no
-// layout moves.
+// Shows where the keyboard is: a ring around the focused control of a window, once the focus has been moved
+// with the keyboard. A click hides it. One mechanism for every kind of control, and outside the control, so
+// that no layout moves.
 class FocusRing : public QWidget {
     Q_OBJECT
 

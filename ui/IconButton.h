@@ -35,7 +35,7 @@ public:
     void setShape(Icon shape);
     Look look() const { return m_look; }
     void setLook(Look look);
-    // Shows that what the button has started goes on: in full colour, also while it is disabled.
+    // Shows that what the button started is still going on: in full colour, even while it is disabled.
     bool isLit() const { return m_lit; }
     void setLit(bool lit);
     // In points of the card.

@@ -19,7 +19,7 @@ public:
     // On the scale, 0 at the floor to 1 at full scale, even steps of decibels.
     float position() const;
     bool isClipping() const { return m_clipLeft > std::chrono::milliseconds::zero(); }
-    // Nothing to show and nothing to wait for.
+    // There is nothing to show and nothing to wait for.
     bool isAtRest() const { return m_decibels <= floorDecibels && !isClipping(); }
 
 private:

@@ -17,7 +17,7 @@ namespace {
 constexpr int intervalMilliseconds = 40;
 constexpr double barHeight = 4;
 constexpr double barGap = 3;
-// After a pause of the timer the bars have fallen to rest anyway; a longer step would say no more.
+// A longer step makes no difference: by then the bars have fallen to rest.
 constexpr std::chrono::milliseconds longestStep{10000};
 
 constexpr QColor trackColour{0x1a, 0x1d, 0x20};
@@ -89,7 +89,7 @@ void LevelMeter::startOrStopTimer()
     if (!canBeSeen() || (!m_running && isAtRest())) {
         m_timer.stop();
     } else if (!m_timer.isActive()) {
-        // What has piled up meanwhile is old.
+        // What has piled up in the meantime is out of date.
         if (m_running && m_source)
             m_source();
         m_sinceLast.start();
@@ -132,7 +132,7 @@ void LevelMeter::advance()
     }
 }
 
-// Whether the bar looks different now.
+// Whether the bar looks different from before.
 bool LevelMeter::refresh(Bar &bar) const
 {
     const int lit = qRound(bar.ballistics.position() * width() * devicePixelRatioF());
@@ -162,7 +162,7 @@ void LevelMeter::paintEvent(QPaintEvent *event)
     }
 }
 
-// The round ends are the track's: a bar that is shorter than they are is cut off within them.
+// The round ends belong to the track: a bar shorter than they are is clipped by them.
 void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar) const
 {
     const double radius = track.height() / 2;

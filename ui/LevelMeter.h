@@ -23,7 +23,7 @@ public:
     explicit LevelMeter(QWidget *parent = nullptr);
 
     void setSource(Source source);
-    // Without running the bars fall to rest and stay there.
+    // While it does not run, the bars fall to rest and stay there.
     void setRunning(bool running);
 
     QSize sizeHint() const override;

@@ -27,7 +27,7 @@ PopupButton::PopupButton(QWidget *parent)
 
 void PopupButton::setText(const QString &text)
 {
-    // A name is no title: its & marks no letter, and what the box shows does not change its shortcut.
+    // The text is a name, not a title: "&" marks no letter in it, and it must not change the shortcut.
     const QKeySequence keys = shortcut();
     QPushButton::setText(text);
     setShortcut(keys);

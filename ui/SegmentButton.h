@@ -5,8 +5,8 @@
 
 #include <QRadioButton>
 
-// One choice of a row of choices that exclude each other, drawn as a segment. The row is a QFrame with the
-// dynamic property `segments` set, which gives it its sunken ground.
+// One of a row of mutually exclusive choices, drawn as a segment. The row is a QFrame with the dynamic
+// property `segments` set, which gives it its sunken ground.
 class SegmentButton : public QRadioButton {
     Q_OBJECT
 

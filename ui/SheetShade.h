@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-// Darkens a window as long as it lives, because a sheet lies on the window and takes its input.
+// Darkens a window for as long as it lives, because a sheet lies on the window and takes its input.
 class SheetShade : public QWidget {
     Q_OBJECT
 

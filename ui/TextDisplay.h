@@ -12,7 +12,7 @@ namespace TextDisplay {
 // the text around them are left out.
 QString singleLine(const QString &text);
 
-// The text word for word in a tool tip, which would take a text that looks like markup for markup.
+// The text, word for word, for a tool tip, which would otherwise interpret text that looks like markup.
 QString toolTip(const QString &text);
 
 } // namespace TextDisplay

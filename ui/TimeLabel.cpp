@@ -55,7 +55,7 @@ QSize TimeLabel::sizeHint() const
     return QSizeF(cellEdges().last(), QFontMetricsF(font()).capHeight() * 1.5).toSize();
 }
 
-// Always room for a line of text; the rest is scaled.
+// Any width will do, because the text is scaled; the height is that of a line.
 QSize TimeLabel::minimumSizeHint() const
 {
     return {0, sizeHint().height()};
@@ -72,7 +72,7 @@ void TimeLabel::paintEvent(QPaintEvent *)
     painter.setPen(CardStyle::text);
     const QFontMetricsF metrics(font());
     const double baseline = metrics.capHeight() / 2;
-    // A colon stands among small letters; between digits it belongs in their middle.
+    // Fonts place the colon for lower-case letters; between digits it belongs at half their height.
     const double colonLift = (metrics.capHeight() - metrics.xHeight()) / 2;
     for (qsizetype i = 0; i < shown.size(); ++i) {
         const double spare = edges[i + 1] - edges[i] - metrics.horizontalAdvance(shown[i]);

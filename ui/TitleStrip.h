@@ -10,7 +10,7 @@ class IconButton;
 class QAbstractButton;
 class QHBoxLayout;
 
-// The top of a card: its window's title in the middle, tools at the left, window buttons at the right.
+// The top of a card: its window's title in the middle, tools on the left, window buttons on the right.
 // Dragging it moves the window.
 class TitleStrip : public QWidget {
     Q_OBJECT
@@ -18,7 +18,7 @@ class TitleStrip : public QWidget {
 public:
     explicit TitleStrip(QWidget *parent = nullptr);
 
-    // Takes the button over; the first tool is the leftmost.
+    // Takes ownership of the button; the first tool is the leftmost.
     void addTool(QAbstractButton *button);
     void addMinimiseButton();
     void addCloseButton();

@@ -10,7 +10,7 @@
 
 namespace {
 
-// A detent reaches this far to both sides, in points.
+// A detent reaches this far on both sides, in points.
 constexpr double detentReach = 4;
 
 } // namespace
@@ -56,12 +56,12 @@ int ValueSlider::positionOf(double amount) const
 
 void ValueSlider::takePosition()
 {
-    // While `setAmount` moves the handle, the amount is already there and may lie between two positions.
+    // While `setAmount` moves the handle, the amount is set already, and may lie between two positions.
     if (value() != positionOf(m_amount))
         setAmount(amountAt(value()));
 }
 
-// The new position is known here, and not yet the value.
+// The position is the new one here; the value has not changed yet.
 void ValueSlider::adjustAction(int action)
 {
     if (action == SliderMove)

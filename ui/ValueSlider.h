@@ -6,9 +6,9 @@
 #include <QList>
 #include <QSlider>
 
-// A horizontal slider for an amount that need not be a whole number. It keeps an amount that is set exactly,
-// also between its steps; only the user moves in steps. Dragging is drawn to the detents, the page keys go
-// from one to the next, and assistive technology reads and sets the amount itself.
+// A horizontal slider for an amount that need not be a whole number. It keeps exactly the amount that is
+// set, even between its steps; only the user moves in steps. Dragging snaps to the detents, the page keys
+// move from one to the next, and assistive technology reads and sets the amount itself.
 class ValueSlider : public QSlider {
     Q_OBJECT
     Q_PROPERTY(double amount READ amount WRITE setAmount NOTIFY amountChanged)

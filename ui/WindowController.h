@@ -8,8 +8,8 @@
 #include <QString>
 #include <QWidget>
 
-// Owns a window that is made from an interface file (resources/<name>.ui) when somebody first asks for it.
-// Main thread only.
+// Owns a window that is made from an interface file (resources/<name>.ui) when it is first asked for. Main
+// thread only.
 class WindowController : public QObject {
     Q_OBJECT
 

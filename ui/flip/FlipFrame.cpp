@@ -9,7 +9,7 @@
 
 namespace {
 
-// An upright rectangle of which the turned picture leaves nothing to be seen.
+// An upright rectangle that the turned picture covers completely.
 QRect coveredPart(const FlipPicture &picture, const QTransform &transform)
 {
     const QRectF part = picture.opaquePart();

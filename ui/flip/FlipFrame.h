@@ -11,10 +11,10 @@
 class FlipPicture;
 
 // Composes a frame of the flip: a picture in perspective over its shadow. Keeps its buffers from frame to
-// frame, so that a frame allocates nothing once the largest one was seen.
+// frame, so that nothing is allocated once the largest frame has been drawn.
 class FlipFrame {
 public:
-    // What a frame leaves its mark on, for a picture with these corners. Points.
+    // The area that a frame draws in, for a picture with these corners. Points.
     static QRect reach(const QPolygonF &corners);
 
     // The frame within `area`, in the upper left part of an image; valid until the next call. All in pixels

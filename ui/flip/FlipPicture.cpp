@@ -11,7 +11,7 @@
 
 namespace {
 
-// A shadow this soft shows nothing of a finer outline.
+// In a shadow this soft, a finer outline would not show.
 constexpr double shapePixelsPerPoint = 0.5;
 
 QImage transparentImage(const QSize &size)
@@ -46,7 +46,7 @@ QRgb average(QRgb a, QRgb b)
     return (a & b) + (((a ^ b) & 0xfefefefeU) >> 1);
 }
 
-// Each two columns in one.
+// Merges every two columns into one.
 QImage halved(const QImage &image)
 {
     QImage result(QSize((image.width() + 1) / 2, image.height()), QImage::Format_ARGB32_Premultiplied);
@@ -99,7 +99,7 @@ QTransform FlipPicture::transformTo(const QPolygonF &quadrilateral) const
     return transform;
 }
 
-// Rounded corners all alike: a rectangle whose corners lie on the arcs.
+// All corners are rounded alike: a rectangle whose own corners lie on the arcs.
 QRect FlipPicture::largestOpaquePart() const
 {
     constexpr int padding = FlipWarp::padding;

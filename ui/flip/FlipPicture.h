@@ -20,13 +20,13 @@ public:
     // Premultiplied, in pixels of the screen, padded as FlipWarp needs it.
     struct Face {
         QImage image;
-        // How many columns of the picture are averaged in one of the image.
+        // How many columns of the picture are averaged into one of the image.
         int columns = 1;
     };
 
     bool isNull() const { return m_shape.isNull(); }
-    // For a picture that is seen this wide: squeezed further, the warp would leave columns out, and texts
-    // would flicker.
+    // For a picture that is seen this wide: if it were squeezed further, the warp would leave columns out,
+    // and text would flicker.
     const Face &face(double seenWidth) const;
     // A small copy of the same for shadows, and its size as a share of the picture's.
     const QImage &shape() const { return m_shape; }
@@ -36,7 +36,7 @@ public:
     // left, top right, bottom right, bottom left. Not invertible when the quadrilateral is seen edge-on.
     QTransform transformTo(const QPolygonF &quadrilateral) const;
 
-    // A part of the face, without padding, through which nothing is seen; may be empty.
+    // An opaque part of the face, without padding; may be empty.
     QRect opaquePart() const { return m_opaquePart; }
 
 private:

@@ -14,17 +14,17 @@ constexpr double shadowOpacity = 0.8;
 constexpr QPointF shadowOffset{0, 8};
 // A blur radius of 23 points is twice the standard deviation.
 constexpr double shadowSigma = 11.5;
-// Three boxes end here.
+// Three boxes reach this far.
 constexpr double shadowReach = 36;
 
-// The resolution of the outline: a quarter of the screen's. Finer than one pixel in two points shows nothing
-// more.
+// The resolution of the outline: a quarter of the screen's. More than one pixel to two points makes no
+// visible difference.
 constexpr double screenShare = 0.25;
 constexpr double finestPixelsPerPoint = 0.5;
 
 using BoxRadii = std::array<int, 3>;
 
-// Three boxes of odd width whose variances add up to that of the Gauss curve as nearly as they can.
+// Three boxes of odd width whose variances add up as nearly as possible to that of the Gaussian.
 BoxRadii boxRadii(double sigma)
 {
     constexpr int boxes = 3;

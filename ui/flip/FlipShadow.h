@@ -11,11 +11,11 @@
 class FlipPicture;
 
 // The soft shadow under a turning picture: 80 % black, 8 points straight down. The outline is drawn at a
-// quarter of the screen's resolution, blurred by three boxes, which comes nearest to a Gauss curve for the
+// quarter of the screen's resolution, blurred by three boxes, which is the closest to a Gaussian for the
 // cost, and scaled up. Keeps its buffers from frame to frame.
 class FlipShadow {
 public:
-    // Where a shadow leaves its mark, for a picture within `bounds`. Points.
+    // The area that the shadow of a picture within `bounds` may cover. Points.
     static QRectF reach(const QRectF &bounds);
 
     // For a picture that `transform` places within `bounds`, in pixels of the screen.
@@ -30,8 +30,8 @@ private:
     void mixRows(int y);
 
     FlipWarp m_warp;
-    // Pixels of the mask in a pixel of the screen; where the mask begins, in its own pixels; the shadow's
-    // offset down.
+    // Mask pixels to a screen pixel; where the mask begins, in its own pixels; how far down the shadow is
+    // moved.
     double m_scale = 1;
     QPoint m_origin;
     QSize m_size;

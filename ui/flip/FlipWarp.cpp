@@ -28,7 +28,7 @@ Words pixelPair(const QRgb *pixels)
     return __builtin_convertvector(bytes, Words);
 }
 
-// `share` of the second in 256ths. The difference may wrap around, the sum comes back.
+// `share` of the second in 256ths. The difference may wrap around; the sum then wraps back.
 template <typename Share> Words mixed(Words first, Words second, Share share)
 {
     return ((first << 8) + (second - first) * share + half) >> 8;
@@ -95,7 +95,7 @@ void FlipWarp::drawRow(QRgb *row)
     const auto *pixels = reinterpret_cast<const QRgb *>(m_source.constBits());
     const std::ptrdiff_t stride = m_source.bytesPerLine() / pixelBytes;
     for (std::size_t first = 0; first < m_columns.size(); first += columnsPerCacheLine) {
-        // A slanted row leaves the processor guessing where in the source it goes on.
+        // In a slanted row, the processor cannot predict which source pixels come next.
         const Column &next = m_columns[first];
         const int ahead = std::clamp((next.height >> pointBits) + rowsAhead, 0, m_source.height() - 1);
         __builtin_prefetch(pixels + ahead * stride + next.x);

@@ -8,8 +8,8 @@
 #include <vector>
 
 // Draws a picture in the perspective of a card that turns about a vertical line, row by row. Vertical lines
-// stay vertical then, so that everything but the height in the source is known once for a column; a painter,
-// which divides for each pixel, takes three times as long. Interpolates between four pixels.
+// stay vertical then, so that everything but the height in the source is worked out once per column; a
+// painter, which divides for each pixel, takes three times as long. Interpolates between four pixels.
 class FlipWarp {
 public:
     // A source needs this many transparent pixels around it: they make its slanted edges smooth.
@@ -24,7 +24,7 @@ public:
 
 private:
     struct Column {
-        // The source's height for the row at hand and the step to the next row; 16 bits after the point.
+        // The source's height for the current row and the step to the next row; 16 bits after the point.
         int height;
         int step;
         // The left one of two neighbouring source pixels.

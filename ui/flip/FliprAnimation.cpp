@@ -8,11 +8,11 @@
 
 namespace {
 
-// Seconds; stands there until the start.
+// Seconds; a placeholder until the start.
 constexpr double placeholderDuration = 1e8;
 constexpr float lastDrawnProgress = 0.99F;
 constexpr double usualFrameRate = 60;
-// Screens report odd rates at times; nothing moves better beyond this.
+// Screens sometimes report odd rates; motion gets no smoother beyond this one.
 constexpr double highestFrameRate = 240;
 
 double bezier(double t, double first, double second)
@@ -26,7 +26,7 @@ double bezier(double t, double first, double second)
 float easeInEaseOut(float progress)
 {
     constexpr double firstX = 0.42, secondX = 0.58;
-    // x(t) only grows, so halving finds t; 30 steps are exact in single precision.
+    // x(t) only grows, so bisection finds t; 30 steps are exact in single precision.
     double low = 0, high = 1;
     for (int step = 0; step < 30; ++step) {
         const double middle = (low + high) / 2;

@@ -270,7 +270,7 @@ void FliprView::endFlip()
     if (m_finalWindow)
         disconnect(m_finalWindow, nullptr, this, nullptr);
     if (m_animation) {
-        // It may be what called.
+        // The animation may be what called this.
         m_animation->stopAnimation();
         m_animation.release()->deleteLater();
     }
@@ -299,7 +299,7 @@ void FliprView::vanish()
     m_stageTimer.stop();
     m_fade.stop();
     window()->hide();
-    // Between flips nothing of a picture's size is kept.
+    // Between flips, nothing the size of a picture is kept.
     m_picture = FlipPicture();
     m_frame = FlipFrame();
 }
