@@ -27,7 +27,7 @@ public:
 
     // A playback that is already running ends first, without a report.
     void playWithURL(const QUrl &url);
-    // Each does nothing in a state that it is not for.
+    // Each does nothing in a state that it is not meant for.
     void pause();
     void resume();
     void stop();

@@ -96,6 +96,6 @@ private:
     std::atomic<qint64> m_bytesOfEncoded = 0;
     std::once_flag m_writerCreated;
     std::unique_ptr<KTMp3Lame> m_outMp3File;
-    // The last member, so the first to go: no data arrives once the others are taken down.
+    // The last member, so the first to go: no data arrives once the others are being taken down.
     std::unique_ptr<KTAudioRecorder> m_audioRecorder;
 };

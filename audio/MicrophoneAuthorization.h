@@ -5,6 +5,6 @@
 
 #include <functional>
 
-// Asks for the right to use the microphone. The answer comes on the main thread, from the main loop and never
-// inside this call, once. Where the platform has no permission service everybody may record.
+// Asks for permission to use the microphone. The answer comes once, on the main thread, from the main loop
+// and never inside this call. Where the platform has no permission service, everyone may record.
 void requestMicrophoneAuthorization(std::function<void(bool granted)> completion);
