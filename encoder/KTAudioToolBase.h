@@ -14,7 +14,7 @@
 // UTF-8 of five and six bytes, and does not look at the high bits of continuation bytes.
 class KTAudioToolBase {
 public:
-    // Up to capacity - 1 units. Of a character above U+FFFF the low 16 bits are stored. Made for texts of
+    // Up to capacity - 1 units. Of a character above U+FFFF the low 16 bits are stored. Meant for texts of
     // less than 65536 bytes and buffers of less than 65536 units; bytes beyond that are not looked at.
     static char16_t *NSStringToUTF16(const QString &string, char16_t *outString, qint64 maxOutString);
     static char16_t *NSStringToUTF16(QByteArrayView utf8, char16_t *outString, qint64 maxOutString);

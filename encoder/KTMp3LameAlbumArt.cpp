@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-// Apart from the rest of the writer, so that a program that does not scale pictures does not load the
+// Kept apart from the rest of the writer, so that a program that does not scale pictures does not load the
 // libraries for it.
 
 #include "encoder/KTMp3Lame.h"

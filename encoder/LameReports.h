@@ -26,7 +26,7 @@ public:
     // Sets the error, message and debug hooks of a handle.
     static void install(lame_global_struct *handle);
 
-    // Null for results that are no errors.
+    // Null for results that are not errors.
     static const char *errorText(int result);
 
 private:
