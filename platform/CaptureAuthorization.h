@@ -20,7 +20,7 @@ public:
 
     // Whether this version of the platform asks the user at all; where it does not, everyone may record.
     virtual bool isOffered() const = 0;
-    // A Status, or a value of a later version that nobody here knows.
+    // A Status, or a value of a later version that is not known here.
     virtual int authorizationStatusForAudio() const = 0;
     // Asks the user. Answers once, on any thread, possibly inside this call.
     virtual void requestAccessForAudio(std::function<void(bool granted)> answer) = 0;

@@ -19,7 +19,7 @@ namespace platform {
 // debug build; otherwise it is logged, and the property answered is not valid: reading it gives an invalid
 // variant and writing it does nothing.
 QMetaProperty propertyNamed(const QObject *object, const QString &name);
-// The same for a property that somebody is to listen to: it must have a NOTIFY signal as well.
+// The same for a property that is to be listened to: it must have a NOTIFY signal as well.
 QMetaProperty announcedPropertyNamed(const QObject *object, const QString &name);
 
 // An invalid variant when an object on the way is null.

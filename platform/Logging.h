@@ -5,8 +5,8 @@
 
 #include <QLoggingCategory>
 
-// One category a folder; switch them with QT_LOGGING_RULES, for example "flipside.audio.debug=true". Inline,
-// so that the sound library, which shares no data with the program, has its own of the same names.
+// One category for each folder; switch them with QT_LOGGING_RULES, for example "flipside.audio.debug=true".
+// Inline, so that the sound library, which shares no data with the program, has its own of the same names.
 inline const QLoggingCategory &lcApp()
 {
     static const QLoggingCategory category("flipside.app", QtInfoMsg);

@@ -10,8 +10,8 @@
 
 namespace platform {
 
-// Takes a stand-in away again when it goes, so that no test can leave one behind. Guards of one seam go in
-// the reverse order of their coming.
+// Removes a stand-in again when it goes, so that no test can leave one behind. Guards of one seam must go in
+// the reverse order in which they came.
 class [[nodiscard]] SeamGuard {
 public:
     explicit SeamGuard(std::function<void()> restore)
@@ -33,7 +33,7 @@ private:
     std::function<void()> m_restore;
 };
 
-// One thing that the desktop offers, and the place where a test puts another in its stead. A platform file
+// One thing that the desktop offers, and the place where a test puts another in its place. A platform file
 // declares a function that answers its seam, named after what stands behind it:
 //
 //     Seam<std::function<void(const QUrl &)>> &fileManager();

@@ -18,7 +18,7 @@ namespace platform {
 
 namespace {
 
-// Three settings fit many times; a larger file is not ours and would only cost memory.
+// Three settings fit in many times over; a larger file is not ours and would only cost memory.
 constexpr qint64 largestFile = 1 << 20;
 
 // Opening a pipe or a device in the file's place would block the program or never end.

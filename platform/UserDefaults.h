@@ -30,8 +30,8 @@ public:
 
     // Empty when absent; callers treat an empty byte string as absent, too.
     QByteArray dataForKey(const QString &key) const;
-    // Yes, true, on and numbers but zero are yes, in any case and also abbreviated; whatever else stands
-    // there is no. Nothing only when the key is absent.
+    // Yes, true, on and numbers other than zero are yes, in any case and also abbreviated; whatever else
+    // stands there is no. Nothing only when the key is absent.
     std::optional<bool> boolForKey(const QString &key) const;
 
     // Readable at once; in the file at the latest when the main loop comes round again.

@@ -14,7 +14,7 @@ namespace {
 
 constexpr QSize iconSize(48, 48);
 
-// On the window that the user looks at, so that the window manager centres the alert there.
+// On the window that the user is looking at, so that the window manager centres the alert there.
 void runMessageBox(const Alert &alert)
 {
     QMessageBox box(QApplication::activeWindow());

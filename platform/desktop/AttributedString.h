@@ -9,7 +9,7 @@
 
 namespace platform {
 
-// A text with the attributes that all of it has, in the desktop's own font.
+// A text with attributes that apply to all of it, in the desktop's own font.
 struct AttributedString {
     QString string;
     QColor foregroundColor;

@@ -19,8 +19,8 @@ struct FreeReply {
     void operator()(void *reply) const { std::free(reply); }
 };
 
-// Whoever composes the first screen owns this selection. All others on the display share its compositor in
-// practice.
+// The compositor of the first screen owns this selection. In practice all other screens of the display share
+// it.
 constexpr char compositorSelection[] = "_NET_WM_CM_S0";
 
 xcb_atom_t selectionAtom(xcb_connection_t *connection)

@@ -13,7 +13,7 @@ class QDBusVariant;
 namespace platform {
 
 // Whether the user has asked the desktop for fewer animations. Follows the desktop's settings service; where
-// none answers, the toolkits' settings files are read. Without any statement animations are allowed. Main
+// none answers, the toolkits' settings files are read. Where nothing is said, animations are allowed. Main
 // thread only.
 class MotionPreference : public QObject {
     Q_OBJECT

@@ -8,8 +8,8 @@ class QWidget;
 
 namespace platform {
 
-// Pops the menu up under the control, as wide as it at least, and returns when the menu has closed. The main
-// loop goes on meanwhile. Does nothing without both, or for an empty menu. Main thread only.
+// Pops the menu up under the control, at least as wide as the control, and returns when the menu has closed.
+// The main loop goes on meanwhile. Does nothing when either is null or the menu is empty. Main thread only.
 void popUpMenu(QMenu *menu, QWidget *view);
 
 } // namespace platform

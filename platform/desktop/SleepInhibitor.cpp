@@ -127,7 +127,7 @@ SleepInhibitor::SleepInhibitor(const QString &reason, QObject *parent)
 
 SleepInhibitor::~SleepInhibitor() = default;
 
-// The buses are not joined before there is something to ask.
+// The buses are not connected to before there is something to ask.
 void SleepInhibitor::setActive(bool active)
 {
     assertMainThread();
