@@ -30,7 +30,7 @@ Sound tone(int rate, const QList<double> &frequencies, double seconds);
 Sound noise(int rate, int channels, double seconds);
 // MPEG frames without an information frame, straight from libmp3lame.
 QByteArray encodedMp3(const Sound &sound, int kbps = 128);
-// What the mpg123 program makes of a file, nothing trimmed; empty where it complains.
+// What the mpg123 program decodes from a file, with nothing trimmed; empty where it complains.
 Sound decodedByMpg123(const QString &path);
 
 } // namespace testbed
