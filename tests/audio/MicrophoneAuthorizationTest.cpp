@@ -15,7 +15,7 @@ class ScriptedAuthorization : public platform::CaptureAuthorization {
 public:
     bool isOffered() const override { return offered; }
     int authorizationStatusForAudio() const override { return status; }
-    // Answers from another thread, as a permission service may.
+    // Answers from another thread, as a permission service may do.
     void requestAccessForAudio(std::function<void(bool granted)> answer) override
     {
         ++requests;

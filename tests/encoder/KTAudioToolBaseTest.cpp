@@ -51,7 +51,7 @@ std::u32string converted(Unit *(*convert)(QByteArrayView, Unit *, qint64), const
     return units.substr(0, units.find_last_not_of(U'\0') + 1);
 }
 
-// A terminator in the wrong place, a character that is lost or too many, a write outside the buffer.
+// A terminator in the wrong place, a character lost or one too many, a write outside the buffer.
 TEST(KTAudioToolBase, ConvertsWithinTheBuffer)
 {
     testbed::LogCapture log;

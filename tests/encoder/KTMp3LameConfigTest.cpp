@@ -38,7 +38,8 @@ struct Stored {
     QVariant stored;
 };
 
-// A setting that the encoder would refuse or take for another, and a menu that chooses another than it says.
+// A setting that the encoder would refuse or take for another, and a menu that chooses something other than
+// it says.
 TEST(KTMp3LameConfig, ClampsSnapsAndFallsBackInsteadOfRefusing)
 {
     KTMp3LameConfig config;
@@ -81,7 +82,7 @@ TEST(KTMp3LameConfig, AnnouncesEachChangeOnce)
     EXPECT_EQ(config.bitrateDesc(), u"64kbps"_s);
 }
 
-// A choice that is left behind, or a copy that changes what the microphone delivers.
+// A choice that is not copied, or a copy that changes what the microphone delivers.
 TEST(KTMp3LameConfig, ACopyLeavesWhatDescribesTheSound)
 {
     KTMp3LameConfig mono;

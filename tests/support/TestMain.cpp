@@ -23,7 +23,7 @@ int main(int argc, char **argv)
 // Qt starts programs from a child that shares this process's memory until it has
 // become the program. What the child does there passes the thread sanitizer's hooks as if this thread had
 // done it, and from then on the sanitizer does not see this thread's locks: every test that starts a program
-// would show races that are none. Under that sanitizer the child gets memory of its own.
+// would report races that do not exist. Under that sanitizer the child gets memory of its own.
 
 #ifdef __SANITIZE_THREAD__
 
