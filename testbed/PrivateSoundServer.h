@@ -20,8 +20,6 @@ public:
     explicit PrivateSoundServer(const QStringList &microphones, Kind kind = Kind::PulseAudio);
     // Ends it. The sound system that was connected to it must be gone.
     ~PrivateSoundServer();
-    PrivateSoundServer(const PrivateSoundServer &) = delete;
-    PrivateSoundServer &operator=(const PrivateSoundServer &) = delete;
 
     void plug(const QString &microphone) { command(QStringLiteral("load ") + microphone); }
     void unplug(const QString &name) { command(QStringLiteral("unload ") + name); }
