@@ -30,6 +30,8 @@ BESIDE, ABOVE = [(160, 33), (190, 33), (270, 33), (300, 33)], [(100, -6), (360, 
 NARROW = 320
 """Milliseconds for which the card may be away from a place beside the axis. Half a flip is longer, and windows
 are exchanged further apart than that."""
+FEWEST_FRAMES = 20
+"""On a machine too busy for so many, no frame may show the card at its narrowest."""
 FADE = 0.25
 """Seconds that the screen is watched on after the end, while the flipping window fades."""
 
@@ -55,11 +57,13 @@ class Looks:
     def times(self, place, condition):
         return [time for time, colour in self.seen[place] if condition(colour)]
 
-    def check(self, forward):
+    def check(self, forward, frames):
         if any(self.times(place, is_black) for place in BESIDE + ABOVE):
             raise Failure("a window without content was seen")
         for place in BESIDE:
             away = self.times(place, lambda colour: not is_card(colour))
+            if not away and frames < FEWEST_FRAMES:
+                continue
             if not away or away[-1] - away[0] > NARROW or away[0] == self.begin or away[-1] == self.end:
                 raise Failure(f"the card was away from {place} at {away}")
         left, right = (self.times(place, is_card) for place in ABOVE)
@@ -106,7 +110,7 @@ class Flip:
         time.sleep(FADE)
         looks = Looks(watch.end())
         print(f"  {looks.count} looks, {self.flips()[-1]}")
-        looks.check(forward)
+        looks.check(forward, int(self.flips()[-1].split()[0]))
         self.check_place()
 
 
