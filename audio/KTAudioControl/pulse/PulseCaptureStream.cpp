@@ -161,7 +161,7 @@ void PulseCaptureStream::OnLoop::streamReady()
     m_deliver = !m_paused;
     m_clock.restart();
     m_thrownAway = 0;
-    m_collected.reserve(2 * bytesIn(fragment)); // nothing is allocated while sound comes in
+    m_collected.reserve(qsizetype(2) * bytesIn(fragment)); // nothing is allocated while sound comes in
     // A command may have come while the server was making the stream.
     if (pa_stream_is_corked(stream()) != int(m_paused))
         cork(m_paused);

@@ -5,6 +5,8 @@
 #include "audio/KTAudioControl/pulse/PulseCaptureStream.h"
 #include "audio/KTAudioControl/pulse/PulsePlaybackStream.h"
 
+#include <new>
+
 namespace sound {
 
 PulseSoundSystem::PulseSoundSystem()
@@ -16,7 +18,7 @@ PulseSoundSystem::PulseSoundSystem()
 PulseSoundSystem::~PulseSoundSystem()
 {
     if (!m_connection->stop())
-        new std::shared_ptr<PulseConnection>(m_connection);
+        new (std::nothrow) std::shared_ptr<PulseConnection>(m_connection);
 }
 
 DeviceList PulseSoundSystem::devices() const
