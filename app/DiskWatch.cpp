@@ -13,11 +13,11 @@ constexpr std::chrono::seconds enoughToMeasure{5};
 // File systems keep a little for themselves; what is below this is as good as nothing.
 constexpr qint64 asGoodAsNothing = 16384;
 
-qint64 bytesPerSecond(qint64 fileSize, std::chrono::milliseconds recorded)
+qint64 bytesPerSecond(qint64 bytes, std::chrono::milliseconds recorded)
 {
-    if (recorded < enoughToMeasure || fileSize <= 0)
+    if (recorded < enoughToMeasure || bytes <= 0)
         return largestBytesPerSecond;
-    return std::max<qint64>(1, fileSize * 1000 / recorded.count());
+    return std::max<qint64>(1, bytes * 1000 / recorded.count());
 }
 
 } // namespace
@@ -32,12 +32,13 @@ void DiskWatch::start(TimePoint now)
     m_lastGrowth = now;
 }
 
-void DiskWatch::look(const platform::DiskState &disk, std::chrono::milliseconds recorded, TimePoint now)
+void DiskWatch::look(
+    const platform::DiskState &disk, qint64 bytesToCome, std::chrono::milliseconds recorded, TimePoint now)
 {
     if (disk.fileSize != m_size)
         m_lastGrowth = now;
     m_size = disk.fileSize;
-    m_bytesPerSecond = bytesPerSecond(disk.fileSize, recorded);
+    m_bytesPerSecond = bytesPerSecond(disk.fileSize + bytesToCome, recorded);
     m_timeLeft = std::chrono::seconds(disk.bytesFree / m_bytesPerSecond);
     m_judgement = judge(disk, now);
 }

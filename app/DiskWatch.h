@@ -22,8 +22,10 @@ public:
 
     // Until now there was no reason for the file to grow.
     void start(TimePoint now);
-    // `recorded` is the elapsed time of the recording; with the file's size it gives the rate.
-    void look(const platform::DiskState &disk, std::chrono::milliseconds recorded, TimePoint now);
+    // `recorded` is the elapsed time of the recording, which the file's size and the bytes that are still to
+    // reach the file, or never will, stand for: together they give the rate.
+    void look(const platform::DiskState &disk, qint64 bytesToCome, std::chrono::milliseconds recorded,
+        TimePoint now);
 
     Judgement judgement() const { return m_judgement; }
     std::chrono::seconds timeLeft() const { return m_timeLeft; }

@@ -117,7 +117,8 @@ void StatusLine::judgeDisk(const platform::DiskState &disk)
     // A file to which nothing is captured does not grow.
     if (m_state == RecorderStateRecordingPaused || m_sound->judge() == SoundWatch::Judgement::NothingArrives)
         m_disk.start(now);
-    m_disk.look(disk, recordedTime(*task), now);
+    const platform::OutputState output = task->outputState();
+    m_disk.look(disk, output.bytesWaiting + output.bytesLost, recordedTime(*task), now);
 }
 
 void StatusLine::refresh()

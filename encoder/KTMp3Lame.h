@@ -49,7 +49,7 @@ public:
     void setMeta(const QVariantMap &meta);
 
     // Creates or truncates the file and sets the encoder up from the configuration. False, and nothing left
-    // behind, when the file cannot be opened within 900 ms or another process writes to it; false with its
+    // behind, when the file cannot be opened within 750 ms or another process writes to it; false with its
     // log line when it is encoding already. When only the encoder refuses its settings, the file is open, PCM
     // calls fail and finalizeEncode() must follow.
     bool readyToEncode();

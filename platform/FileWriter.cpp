@@ -20,7 +20,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t mostWaiting = std::size_t(256) * 1024 * 1024;
-constexpr auto openDeadline = 900ms;
+constexpr auto openDeadline = 750ms; // with the rest of a start less than 900
 constexpr auto seekDeadline = 900ms;
 constexpr auto closePatience = 50ms;
 constexpr auto firstPause = 100ms;

@@ -58,7 +58,7 @@ public:
     FileWriter(Private, const QString &path);
 
     // Creates or truncates the file, locked against other processes (which fail to open it so and leave it as
-    // it is) and not against this one. Waits at most 900 ms. Null, with a log line and an errno in `error`,
+    // it is) and not against this one. Waits at most 750 ms. Null, with a log line and an errno in `error`,
     // when that was not enough, when the file cannot be opened or when no thread can be had.
     static std::shared_ptr<FileWriter> open(const QString &path, int &error);
 

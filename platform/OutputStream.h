@@ -21,7 +21,7 @@ public:
     OutputStream(const OutputStream &) = delete;
     OutputStream &operator=(const OutputStream &) = delete;
 
-    // Creates or truncates the file; waits at most 900 ms. False when that fails: state() tells the error.
+    // Creates or truncates the file; waits at most 750 ms. False when that fails: state() tells the error.
     bool open(const QString &path);
     // Null while it is not open.
     std::FILE *get() const { return m_file; }

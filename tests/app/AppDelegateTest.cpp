@@ -19,6 +19,8 @@ enum Command { Record, Pause, Stop, Play };
 constexpr const char *refusals[] = {"Current state can not start record.", "Current state can not pause",
     "Current state can not stop", "Current state can not play."};
 
+constexpr Command commands[] = {Record, Pause, Stop, Play};
+
 constexpr RecorderState idle = RecorderStateIdle, recording = RecorderStateRecording,
                         paused = RecorderStateRecordingPaused, playing = RecorderStatePlaying,
                         playingPaused = RecorderStatePlayingPaused;
@@ -68,7 +70,7 @@ protected:
 TEST_P(AppDelegateEveryState, FollowsTheTable)
 {
     const Row &row = GetParam();
-    for (const Command command : {Record, Pause, Stop, Play}) {
+    for (const Command command : commands) {
         bringTo(row.from);
         expectState(row.from);
         send(command);

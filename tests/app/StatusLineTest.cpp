@@ -28,17 +28,20 @@ TEST(DiskWatch, JudgesTheWorstThatItSeesAndMeasuresTheRateOnceThereIsEnoughToMea
     DiskWatch disk;
     const DiskWatch::TimePoint begin{};
     disk.start(begin);
-    const auto judged
-        = [&](const DiskState &state, std::chrono::milliseconds at, std::chrono::seconds recorded = 1s) {
-              disk.look(state, recorded, begin + at);
-              return disk.judgement();
-          };
+    const auto judged = [&](const DiskState &state, std::chrono::milliseconds at,
+                            std::chrono::seconds recorded = 1s, qint64 toCome = 0) {
+        disk.look(state, toCome, recorded, begin + at);
+        return disk.judgement();
+    };
     EXPECT_EQ(judged(fileOf(1000, 12 * megabyte), 0ms), Disk::Fine);
     EXPECT_EQ(disk.timeLeft(), 300s);
     EXPECT_EQ(judged(fileOf(1001, 12 * megabyte - 40000), 0ms), Disk::NearlyFull);
     // Ten seconds in a tenth of a megabyte: a quarter of the rate that was feared.
     EXPECT_EQ(judged(fileOf(megabyte / 10, 12 * megabyte - 40000), 1s, 10s), Disk::Fine);
     EXPECT_EQ(disk.timeLeft(), 1196s);
+    EXPECT_EQ(disk.timeOf(25000), 2500ms);
+    // A file that stands still while its disk does is not half as dense for that.
+    EXPECT_EQ(judged(fileOf(megabyte / 10, 12 * megabyte), 1s, 20s, megabyte / 10), Disk::Fine);
     EXPECT_EQ(disk.timeOf(25000), 2500ms);
     EXPECT_EQ(judged(fileOf(megabyte / 10, 1000 * megabyte), 2500ms), Disk::Fine);
     EXPECT_EQ(judged(fileOf(megabyte / 10, 1000 * megabyte), 2501ms), Disk::NotWritten);
