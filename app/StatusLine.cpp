@@ -197,8 +197,10 @@ void StatusLine::lookForHoles(Troubles &troubles) const
     if (!task)
         return;
     const KTAudioMissing missing = task->audioRecorder()->missing();
-    troubles.missing = missing.time;
-    troubles.missingBecause = whyMissing(missing.cause);
+    const std::chrono::milliseconds away = task->audioRecorder()->away();
+    troubles.missing = missing.time + away;
+    troubles.missingBecause
+        = away > missing.time ? tr("%1 was away").arg(m_device) : whyMissing(missing.cause);
 }
 
 QString StatusLine::stateText() const

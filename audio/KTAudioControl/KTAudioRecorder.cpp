@@ -11,6 +11,8 @@
 #include "platform/ThreadCheck.h"
 
 #include <atomic>
+#include <mutex>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -54,6 +56,9 @@ public:
     void captureLost() override;
     void captureBack() override;
 
+    // Any thread.
+    void countAway(bool goesOn);
+
     KTAudioRecorder *const m_recorder;
     const QString m_sourceKey;
     KTAudioRecorderDelegate *m_delegate = nullptr;
@@ -67,7 +72,10 @@ public:
     platform::ThreadCheck m_soundThread;
     bool m_heard = false; // sound thread, while there is a stream
     std::atomic<bool> m_away = false;
-    mutable std::mutex m_missingMutex;
+    std::atomic<bool> m_isPaused = false;
+    mutable std::mutex m_missingMutex; // guards what follows, up to the state
+    std::chrono::steady_clock::duration m_awayTime{};
+    std::optional<std::chrono::steady_clock::time_point> m_awaySince; // while that time counts
     std::uint64_t m_missingBytes = 0;
     std::size_t m_longestHole = 0;
     KTAudioMissingCause m_missingCause = KTAudioMissingCause::None;
@@ -121,7 +129,9 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
         return u"there is no room for a thread"_s;
     m_levels.take();
     m_heard = false;
-    m_away = false;
+    m_away = m_isPaused = false;
+    m_awayTime = {};
+    m_awaySince.reset();
     m_missingBytes = m_longestHole = 0;
     m_missingCause = KTAudioMissingCause::None;
     m_soundThread.release();
@@ -185,13 +195,25 @@ void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
 void KTAudioRecorder::Private::captureLost()
 {
     m_away = true;
+    countAway(!m_isPaused);
     qCWarning(lcAudio, "The input device %s has gone away.", qUtf8Printable(m_sourceKey));
 }
 
 void KTAudioRecorder::Private::captureBack()
 {
     m_away = false;
+    countAway(false);
     qCInfo(lcAudio, "The input device %s is back.", qUtf8Printable(m_sourceKey));
+}
+
+// Adds the time since the last call, if that was to count.
+void KTAudioRecorder::Private::countAway(bool goesOn)
+{
+    const auto now = std::chrono::steady_clock::now();
+    const std::scoped_lock lock(m_missingMutex);
+    if (m_awaySince)
+        m_awayTime += now - *m_awaySince;
+    m_awaySince = goesOn ? std::optional(now) : std::nullopt;
 }
 
 KTAudioRecorder::KTAudioRecorder(std::uint32_t deviceID)
@@ -231,6 +253,8 @@ void KTAudioRecorder::pauseRecord()
     if (d->m_state != KTAudioTransportStateRunning)
         return;
     d->pause();
+    d->m_isPaused = true;
+    d->countAway(false);
     d->m_state = KTAudioTransportStatePaused;
 }
 
@@ -240,6 +264,8 @@ void KTAudioRecorder::resumeRecord()
     if (d->m_state != KTAudioTransportStatePaused)
         return;
     d->m_state = KTAudioTransportStateRunning;
+    d->m_isPaused = false;
+    d->countAway(d->m_away);
     d->m_stream->resume();
 }
 
@@ -266,6 +292,12 @@ KTAudioMissing KTAudioRecorder::missing() const
 bool KTAudioRecorder::isAway() const
 {
     return d->m_away;
+}
+
+std::chrono::milliseconds KTAudioRecorder::away() const
+{
+    const std::scoped_lock lock(d->m_missingMutex);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(d->m_awayTime);
 }
 
 QString KTAudioRecorder::startProblem() const

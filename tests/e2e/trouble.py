@@ -55,10 +55,12 @@ class Devices(RecorderTest):
         shown = recorder.elapsed
         self.assertTrue(recorder.button("Stop").enabled)
         self.sound.tell(f"load {MICROPHONE}=tone")
-        recorder.wait_status(f"Recording from {MICROPHONE}")
+        lacking = rf"\d+(\.\d)? s are missing: {MICROPHONE} was away"
+        recorder.wait_status(lacking)
         recorder.wait_elapsed(shown + 1)
         recorder.press("Stop")
-        recorder.wait_status("Ready")
+        wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
+        self.assertRegex(recorder.status, lacking)
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
 
     def test_without_a_server_the_start_fails_and_says_so(self):

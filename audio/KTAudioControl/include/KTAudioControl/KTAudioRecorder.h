@@ -68,6 +68,9 @@ public:
     KTAudioMissing missing() const;
     // Whether the device or the server has gone and is waited for. Any thread.
     bool isAway() const;
+    // For how long it was away since the last start, pauses left out. Nothing stands in the place of that
+    // sound. Any thread.
+    std::chrono::milliseconds away() const;
     // Why the last start answered NO, in words that end a sentence; empty when it did not.
     QString startProblem() const;
 
