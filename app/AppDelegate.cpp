@@ -5,7 +5,6 @@
 
 #include "audio/MicrophoneAuthorization.h"
 #include "audio/desktop/InputDeviceMenu.h"
-#include "encoder/KTMp3LameConfig.h"
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"

@@ -51,7 +51,7 @@ QString Troubles::ofTheFile() const
     using Disk = DiskWatch::Judgement;
     if (unwritten >= worthTelling)
         return tr("%1 could not be written: %2")
-            .arg(inSeconds(unwritten), diskProblem.isEmpty() ? tr("the disk was in the way") : diskProblem);
+            .arg(inSeconds(unwritten), diskProblem.isEmpty() ? tr("the disk was too slow") : diskProblem);
     if (!diskProblem.isEmpty())
         return andWaiting(asSentence(diskProblem));
     if (diskIsSilent)

@@ -50,7 +50,7 @@ public:
     void pauseRecord();
     void resumeRecord();
     void stopRecord();
-    // Why the last start answered NO, in words that end a sentence; empty when it did not. What the file is
+    // Why the last start failed, in words that end a sentence; empty when it did not. What the file is
     // refused for in detail the writer says.
     QString startProblem() const { return m_startProblem; }
 

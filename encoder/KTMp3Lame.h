@@ -58,8 +58,8 @@ public:
 
     // `sampleCount` samples per channel; interleaved left, right when the encoder has two channels. False,
     // with its log line, when the encoder refused them; the encoding goes on with the next call. Integers are
-    // full scale, reals nominally -1.0 to 1.0; a call is refused when one of its reals is NaN, infinite or
-    // beyond 1000.0.
+    // full scale, floating-point samples nominally -1.0 to 1.0; a call is refused when one of them is NaN,
+    // infinite or beyond 1000.0.
     //
     // The float call is different on purpose: it writes as many bytes as the encoder gave, but takes them
     // from the memory of the encoder's handle, followed by zeros.

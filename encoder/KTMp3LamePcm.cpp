@@ -37,7 +37,7 @@ int encodePiece(lame_t encoder, Mono mono, Interleaved interleaved, const Sample
     return interleaved(encoder, const_cast<Sample *>(samples) + 2 * qsizetype(from), count, output, capacity);
 }
 
-// Integers always are; reals have to be checked.
+// Integers are always in range; floating-point samples have to be checked.
 template <typename Sample> bool isSound(lame_t encoder, const Sample *samples, int from, int count)
 {
     if constexpr (std::is_floating_point_v<Sample>) {

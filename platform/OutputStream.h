@@ -27,7 +27,7 @@ public:
     std::FILE *get() const { return m_file; }
     // When everything is written; does not wait for that.
     void close();
-    // The stream as it is, open, for who keeps it until the process exits; nothing more is written to it.
+    // The stream as it is, open, for whoever keeps it until the process exits; nothing more is written to it.
     std::FILE *abandon();
 
     // Of the file that was opened last, or could not be.

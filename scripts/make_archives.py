@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Writes the keyed archives that the tests read, by a writer that is not ours. Run it in this folder."""
+"""Writes the keyed archives that the tests read, by a writer that is not ours. Run it in testbed/archives."""
 
 import plistlib
 import struct

@@ -13,7 +13,6 @@ class RecordingEstimate {
 public:
     explicit RecordingEstimate(const KTMp3LameConfig &config);
 
-    double kilobitsPerSecond() const { return m_kilobitsPerSecond; }
     // In units of 1,000,000 bytes.
     double megabytesPerHour() const;
 

@@ -38,7 +38,7 @@ public:
 
     // A new stream, or one that goes on after a pause: what was before does not count.
     void restart();
-    // So many frames have been read. True when an interruption ends with them: the caller finds out how many
+    // `frames` frames have been read. True when an interruption ends with them: the caller finds out how many
     // frames still wait at the server and calls ask().
     bool read(const Moment &now, std::int64_t frames);
     // This process was seen running, once every longestGap while nothing is read.

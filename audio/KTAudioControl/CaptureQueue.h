@@ -47,7 +47,7 @@ public:
     void end();
 
 private:
-    // Silence comes behind so many of the bytes.
+    // Silence to be inserted after the first `behind` bytes.
     struct Silence {
         std::size_t behind;
         std::size_t bytes;

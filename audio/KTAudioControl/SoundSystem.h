@@ -54,7 +54,7 @@ public:
     virtual ~CaptureClient() = default;
     // `bytes` of whole frames, in capture order.
     virtual void captured(const void *data, std::size_t bytes) = 0;
-    // So much sound is lost between what was captured before and what follows.
+    // `bytes` of sound are lost between what was captured before and what follows.
     virtual void captureHole(std::size_t bytes, KTAudioMissingCause cause) = 0;
     // The device or the server has gone away; the stream waits for the same source to come back.
     virtual void captureLost() { }

@@ -173,7 +173,7 @@ class Disks(RecorderTest):
         self.disk("write fail ENOSPC")
         recorder.wait_status("The disk is full.*", SAID_WITHIN)
         recorder.press("Stop")
-        recorder.wait_elapsed(recorder.elapsed)
+        wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
         self.assertRegex(recorder.status, "The disk is full.*")
         self.disk("")
         recorder.wait_status("Ready")

@@ -44,7 +44,6 @@ public:
     // Draws while it runs, but nothing at 0.99 and above: what the last frames would show is about to be
     // replaced by the window itself.
     void setCurrentProgress(float progress);
-    float currentProgress() const { return m_progress; }
     // The progress after the curve.
     float currentValue() const;
 

@@ -71,7 +71,7 @@ public:
     // For how long it was away since the last start, pauses left out. Nothing stands in the place of that
     // sound. Any thread.
     std::chrono::milliseconds away() const;
-    // Why the last start answered NO, in words that end a sentence; empty when it did not.
+    // Why the last start failed, in words that end a sentence; empty when it did not.
     QString startProblem() const;
 
     KTAudioRecorder(const KTAudioRecorder &) = delete;
