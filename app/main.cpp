@@ -37,6 +37,14 @@ void finishStart(const AppDelegate &delegate)
     new QShortcut(QKeySequence::Quit, delegate.preferencesWndCtrl()->window(), &QApplication::quit);
 }
 
+// Nobody stops the recording, but what was captured up to now still gets into its file; and no report that
+// nobody runs any more keeps the capture going while the process ends.
+void endCapture(const AppDelegate &delegate)
+{
+    if (const auto task = delegate.recordingTask())
+        task->audioRecorder()->stopRecord();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -50,8 +58,10 @@ int main(int argc, char **argv)
 
     AppDelegate delegate;
     QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
-    QObject::connect(
-        &application, &QApplication::aboutToQuit, &delegate, [&] { delegate.applicationWillTerminate(); });
+    QObject::connect(&application, &QApplication::aboutToQuit, &delegate, [&] {
+        delegate.applicationWillTerminate();
+        endCapture(delegate);
+    });
     // Until the very end, where what waits in memory is still written: another signal must not cut that
     // short.
     static const auto *const signals = new platform::TerminationSignals;

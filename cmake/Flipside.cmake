@@ -25,6 +25,8 @@ endif()
 if(FLIPSIDE_SANITIZE)
     add_compile_options(-fsanitize=${FLIPSIDE_SANITIZE} -fno-omit-frame-pointer -O1)
     add_link_options(-fsanitize=${FLIPSIDE_SANITIZE})
+    # The checks that are added hide from GCC that a variable has its value.
+    add_compile_options(-Wno-maybe-uninitialized)
     if(FLIPSIDE_SANITIZE MATCHES "undefined")
         add_compile_options(-fno-sanitize-recover=undefined)
         # Qt's own libraries carry no type information for this check.

@@ -166,6 +166,7 @@ void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
     m_end = std::max(m_end, m_offset);
     m_waitingSince = now;
     m_pause = firstPause;
+    m_error = 0; // a slow disk that works again may not catch up for long
     if (m_ring.isEmpty())
         settle(lock);
 }

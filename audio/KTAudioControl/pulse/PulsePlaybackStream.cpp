@@ -91,6 +91,9 @@ void PulsePlaybackStream::OnLoop::streamReady()
 {
     if (pa_stream_is_corked(stream()) != int(m_paused))
         const PulseOperationHandle cork(pa_stream_cork(stream(), int(m_paused), nullptr, nullptr));
+    // Paused before it was ready: a server that waits does not stand still.
+    if (m_paused)
+        m_stalled.stop();
 }
 
 void PulsePlaybackStream::OnLoop::fill(std::size_t bytes)
