@@ -156,7 +156,8 @@ TEST_P(EitherKTAudioServer, LosesNothingWhenAProcessThatWasStoppedEndsItsTakeAtO
     const auto pressed = double(server.position(u"Microphone"_s));
     ASSERT_TRUE(child.waitForReadyRead(5000));
     const QList<QByteArray> told = child.readAll().split(' ');
-    EXPECT_NEAR(told[1].toDouble(), pressed, slack());
+    // Seconds would be missing; a busy machine tells its position later than it presses.
+    EXPECT_NEAR(told[1].toDouble(), pressed, slack() + second / 4);
     EXPECT_EQ(told[2].toUInt(), 0U) << "breaks";
     EXPECT_TRUE(child.waitForFinished(5000));
 }

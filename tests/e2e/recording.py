@@ -57,6 +57,7 @@ class Recording(RecorderTest):
         recorder.record()
         recorder.wait_elapsed(2)
         recorder.press("Stop")
+        wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
         # 320 kilobits, where the encoder left to itself takes less than half of that for a tone.
         size = os.path.getsize(self.one_recording())
         self.assertAlmostEqual(size / decoded_seconds(self.one_recording()), 40000, delta=400)
