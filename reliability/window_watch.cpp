@@ -10,6 +10,7 @@
 // of them the two processes were ready to run but had no processor; a silence that is not over has the end of
 // the watch. "watching" comes first, once the window is there. It ends with its standard input.
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -56,7 +57,7 @@ public:
         , m_connection(xcb_connect(nullptr, nullptr), &xcb_disconnect)
     {
         m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
-        const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
         xcb_change_window_attributes(m_connection.get(), m_root, XCB_CW_EVENT_MASK, &events);
         m_protocols = atom("WM_PROTOCOLS");
         m_ping = atom("_NET_WM_PING");
@@ -147,7 +148,7 @@ private:
         const double end = now();
         if (end - m_asked <= m_shortest)
             return;
-        std::printf("%.3f %.3f %.3f\n", m_asked, end, waited() - m_waitedBefore);
+        std::printf("%.3f %.3f %.3f\n", m_asked, end, std::max(0.0, waited() - m_waitedBefore));
         std::fflush(stdout);
     }
 

@@ -1,0 +1,358 @@
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""What a fault is put to: programs on one private desktop, each with a home of its own, sound servers with a microphone
+whose every moment can be told apart, and the judgement of what is in the files."""
+
+import collections
+import contextlib
+import json
+import os
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.join(HERE, "..", "testbed"))
+from desktop import Desktop, Failure, wait_until  # noqa: E402
+from panel import Panel, Silent, bus_of  # noqa: E402
+from recorder import MICROPHONE, SoundServer  # noqa: E402
+
+BUILD = os.environ.get("FLIPSIDE_BUILD", os.path.join(HERE, "..", "build", "release"))
+PROGRAM = os.path.join(BUILD, "app", "flipside")
+TOOLS = os.path.join(BUILD, "reliability")
+NOISE = os.path.join(TOOLS, "noise.wav")
+RATE = 48000
+PERIOD = (1 << 20) / 8000
+"""Seconds until the microphone's sound begins again."""
+
+NOT_WRITTEN = 0.09
+"""Seconds at the end of a take that are not counted as lost: the encoder's own look-ahead, which is never written, and
+what is on its way from the microphone to the program."""
+RESOLUTION = 0.04
+"""Seconds: shorter holes between two pieces of sound are the measurement's own."""
+BUS = 0.1
+"""Seconds that the accessibility bus takes to press a button: it shows it pressed first."""
+CALM = re.compile(r"Ready|(Paused, )?([Rr]ecording from|[Pp]laying) .*|")
+"""Status texts that tell of nothing wrong."""
+
+
+class Sound:
+    """A sound server, and where its microphone is."""
+
+    def __init__(self, pipewire, signal_path=NOISE):
+        self.server = SoundServer(pipewire, signal_path)
+        self.environment = self.server.environment
+        self.lock = threading.Lock()
+        self.away = []
+
+    def tell(self, command):
+        with self.lock:
+            return self.server.tell(command)
+
+    def position(self):
+        """Seconds of sound that the microphone has given so far."""
+        return self.tell("position " + MICROPHONE)["frames"] / RATE
+
+    def missing(self, gone, back, seconds):
+        """The microphone is not there for so long; nobody can record what it would have given."""
+        begin = self.position()
+        self.tell(gone)
+        time.sleep(seconds)
+        self.tell(back)
+        self.away.append((begin - BUS, self.position() + 1.0))
+
+
+class Watch:
+    """How long the window was silent, seen by another process."""
+
+    def __init__(self, desktop, pid):
+        self.process = subprocess.Popen([os.path.join(TOOLS, "window_watch"), str(pid), "60"], env=desktop.env,
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        self.silences = []
+        self.thread = threading.Thread(target=self._read, daemon=True)
+        self.thread.start()
+
+    def _read(self):
+        for line in self.process.stdout:
+            if line[0].isdigit():
+                self.silences.append(tuple(map(float, line.split())))
+
+    def finish(self):
+        if not self.process.stdin.closed:
+            self.process.stdin.close()
+        self.process.wait(10)
+        self.thread.join(10)
+
+    def longest(self, frozen=(), until=float("inf")):
+        """Seconds without an answer, less those in which the process was stopped or had no processor."""
+        worst = 0.0
+        for begin, end, waited in self.silences:
+            end = min(end, until)
+            stopped = sum(max(0.0, min(end, thaw) - max(begin, freeze)) for freeze, thaw in frozen)
+            worst = max(worst, end - begin - waited - stopped)
+        return worst
+
+
+class Run:
+    """One program, in a home of its own."""
+
+    def __init__(self, bench, sound, environment=None, folder=None, home=None, command=None, **settings):
+        self.bench, self.sound = bench, sound
+        self.home = home or tempfile.mkdtemp(dir=bench.desktop.folder)
+        self.folder = os.path.join(os.fsencode(self.home), b"Recordings") if folder is None else os.fsencode(folder)
+        self.wanted, self.frozen, self.told, self.alerts = [], [], [], []
+        self.since = self.panel = self.watch = None
+        self.asked_to_end = float("inf")
+        if folder != "":
+            os.makedirs(self.folder, exist_ok=True)
+            if not os.path.exists(self.settings_file):
+                self.prepare(**settings)
+        places = {"HOME": self.home, "XDG_CONFIG_HOME": os.path.join(self.home, ".config")}
+        self.environment = {**sound.environment, **places, **(environment or {})}
+        self.command = command or [PROGRAM]
+        self.launch()
+
+    @property
+    def settings_file(self):
+        return os.path.join(self.home, ".config", "flipside", "flipside.conf")
+
+    def prepare(self, **settings):
+        os.makedirs(os.path.dirname(self.settings_file), exist_ok=True)
+        subprocess.run([os.path.join(TOOLS, "prepare_home"), self.settings_file, self.folder,
+                        *(f"{name}={value}" for name, value in settings.items())], check=True)
+
+    def launch(self, appears=True):
+        self.began = time.monotonic()
+        environment = {name: value for name, value in self.environment.items() if value is not None}
+        self.program = self.bench.desktop.start(self.command, environment)
+        self.panel = Panel(self.bench.bus, self.program.pid)
+        self.watch = Watch(self.bench.desktop, self.program.pid)
+        self.listening = True
+        self.listener = threading.Thread(target=self._listen, daemon=True)
+        self.listener.start()
+        self.bench.runs.append(self)
+        if appears and not self.panel.find("button", "Record"):
+            raise Failure(f"no window: {self.log()[-500:]}")
+
+    def log(self):
+        return self.program.log()
+
+    def _listen(self):
+        """What the program says: its status line, and messages, which are answered."""
+        panel = Panel(self.bench.bus, self.program.pid)
+        while self.listening and self.program.running():
+            try:
+                if panel.appear():
+                    self._hear(panel)
+            except Silent:
+                pass
+            time.sleep(0.1)
+
+    def _hear(self, panel):
+        status = panel.text("Status", 120)
+        if status is not None and (not self.told or self.told[-1] != status):
+            self.told.append(status)
+        for ok, text in panel.alerts(120):
+            if text and text not in self.alerts:
+                self.alerts.append(text)
+            if ok:
+                panel.ask(ok, "DoAction", 5, "org.a11y.atspi.Action", _first_action())
+
+    # what a person does
+
+    def record(self, deadline=20):
+        """False when no recording has begun by then."""
+        begin = self.sound.position()
+        self.panel.press("Record")
+        with contextlib.suppress(Failure):
+            wait_until(lambda: self.panel.enabled("Stop") and self.panel.enabled("Pause"), "a recording", deadline)
+            self.since = begin + BUS
+            return True
+        return False
+
+    def until(self, press, deadline=150):
+        end = self.sound.position()
+        if press == "Close":
+            self.asked_to_end = time.monotonic()
+        if press:
+            self.panel.press(press, deadline=deadline)
+        if self.since is not None:
+            self.wanted.append((self.since, end))
+            self.since = None
+
+    def stop(self):
+        self.until("Stop")
+
+    def pause(self):
+        self.until("Pause")
+
+    def say(self, name):
+        self.panel.press(name)
+
+    def signal(self, number):
+        self.until(None)
+        self.asked_to_end = min(self.asked_to_end, time.monotonic())
+        self.program.process.send_signal(number)
+
+    @contextlib.contextmanager
+    def stopped(self):
+        """The process stands still."""
+        self.program.process.send_signal(signal.SIGSTOP)
+        begin = time.monotonic()
+        yield
+        self.frozen.append((begin, time.monotonic() + 0.01))
+        self.program.process.send_signal(signal.SIGCONT)
+
+    def finish(self, deadline=20.0):
+        """Seconds until the program has ended by itself; None when it had to be killed."""
+        begin = time.monotonic()
+        if self.program.running():
+            if self.since is not None:
+                self.until(None)
+            self.asked_to_end = min(self.asked_to_end, begin)
+            self.program.process.send_signal(signal.SIGTERM)
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                self.program.process.wait(deadline)
+        ended = None if self.program.running() else time.monotonic() - begin
+        self.listening = False
+        if ended is None:
+            self.program.process.kill()
+            self.program.process.wait()
+        self.watch.finish()
+        return ended
+
+    # what became of it
+
+    def files(self):
+        return sorted(entry.path for entry in os.scandir(self.folder) if entry.name.endswith(b".mp3"))
+
+    def words(self):
+        """What it has said that is not the usual."""
+        return [text for text in dict.fromkeys(self.told + self.alerts) if not CALM.fullmatch(text)]
+
+    def silence(self):
+        return self.watch.longest(self.frozen, self.asked_to_end)
+
+
+def _first_action():
+    from gi.repository import GLib
+    return GLib.Variant("(i)", (0,))
+
+
+Judgement = collections.namedtuple("Judgement", "lost where foreign length")
+"""Seconds of wanted sound that are nowhere in the file; the missing pieces; seconds in the file that nobody wanted or
+that are there twice; seconds that the file lasts."""
+
+
+def pieces_of(path):
+    answer = subprocess.run([os.path.join(TOOLS, "heard"), path], stdout=subprocess.PIPE, check=True)
+    return json.loads(answer.stdout)
+
+
+def unwrapped(pieces, begin):
+    """The pieces in the microphone's own time; it begins its sound again every two minutes."""
+    result, last = [], begin - 2
+    for in_file, in_sound, length in pieces:
+        rounds = (last - in_sound) // PERIOD + 1 if last > in_sound else 0
+        place = in_sound + rounds * PERIOD
+        if place - last > PERIOD - 4:  # a little back rather than nearly a round ahead
+            place -= PERIOD
+        result.append((in_file, place, length))
+        last = place + length - 2
+    return result
+
+
+def judge(path, wanted, away=()):
+    """Compares a file with the spans of sound that were to be in it; spans in which there was none are forgiven."""
+    heard = pieces_of(path)
+    pieces = unwrapped(heard["pieces"], wanted[0][0])
+    spans = [(begin, end - NOT_WRITTEN) for begin, end in wanted]
+    gaps, foreign, reached = [], 0.0, 0.0
+    covered = sorted((place, place + length) for _, place, length in pieces)
+    for begin, end in spans:
+        at = begin
+        for low, high in covered:
+            if low > at:
+                gaps += pieces_without(at, min(low, end), away)
+            at = max(at, high)
+            if at >= end:
+                break
+        gaps += pieces_without(at, end, away)
+    for low, high in covered:
+        foreign += max(0.0, min(high, reached) - low) if reached - low > RESOLUTION else 0.0
+        reached = max(reached, high)
+    gaps = [(a, b) for a, b in gaps if b - a > RESOLUTION]
+    return Judgement(sum(b - a for a, b in gaps), gaps, foreign, heard["seconds"])
+
+
+def pieces_without(begin, end, away):
+    spans = [(begin, end)] if end > begin else []
+    for low, high in away:
+        spans = [piece for a, b in spans for piece in ((a, min(b, low)), (max(a, high), b)) if piece[1] > piece[0]]
+    return spans
+
+
+class Bench:
+    """One private desktop, and all that runs on it."""
+
+    def __enter__(self):
+        self.stack = contextlib.ExitStack()
+        self.runs, self.sounds = [], {}
+        self.desktop = self.stack.enter_context(Desktop(compositor=None, background=None))
+        self.bus = bus_of(self.desktop)
+        return self
+
+    def __exit__(self, *_):
+        for run in self.runs:
+            with contextlib.suppress(Exception):
+                if run.program.running():
+                    run.program.process.kill()
+                run.finish()
+        for sound in self.sounds.values():
+            with contextlib.suppress(Exception):
+                sound.server.end()
+        self.stack.close()
+
+    def sound(self, server="pulseaudio"):
+        if server not in self.sounds:
+            self.sounds[server] = Sound(server == "pipewire")
+        return self.sounds[server]
+
+    def start(self, server="pulseaudio", **options):
+        return Run(self, self.sound(server), **options)
+
+    def together(self, functions):
+        """Runs them side by side; the first failure is raised once all have ended."""
+        answers = [None] * len(functions)
+
+        def call(index):
+            try:
+                answers[index] = functions[index]()
+            except Exception as error:
+                answers[index] = error
+        threads = [threading.Thread(target=call, args=(i,)) for i in range(len(functions))]
+        for thread in threads:
+            thread.start()
+            time.sleep(0.05)
+        for thread in threads:
+            thread.join()
+        for answer in answers:
+            if isinstance(answer, Exception):
+                raise answer
+        return answers
+
+    @contextlib.contextmanager
+    def disk(self, size="400m", kind="tmpfs"):
+        """A small disk of its own."""
+        place = tempfile.mkdtemp(dir=self.desktop.folder)
+        subprocess.run(["mount", "-t", kind, "-o", f"size={size}", kind, place], check=True)
+        try:
+            yield place
+        finally:
+            subprocess.run(["umount", "-l", place], check=False)
+            shutil.rmtree(place, ignore_errors=True)

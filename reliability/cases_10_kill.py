@@ -1,0 +1,103 @@
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""The program is killed, or stands still."""
+
+import random
+import signal
+import time
+
+from tally import WAITING, Tally, case
+
+SETTINGS = (
+    {},  # the defaults: variable bitrate
+    {"encodeQuality": 0},
+    {"encodeQuality": 9.999, "vbrMode": 1, "encoderEngineQuality": 2},
+    {"encoderTarget": 0, "isCBR": 1},
+    {"encoderTarget": 0, "isCBR": 0},
+    {"encoderTarget": 0, "isCBR": 1, "encoderEngineQuality": 0},
+)
+
+
+@case("kill", minutes=2.5, quick=True)
+def kill(bench, quick):
+    """kill -9 at random moments, over six settings of the encoder."""
+    counted = Tally("kill -9 while recording, six encoder settings")
+    chance = random.Random(1)
+
+    def one(settings, seconds):
+        run = bench.start(**settings)
+        run.record()
+        time.sleep(seconds)
+        run.signal(signal.SIGKILL)
+        run.finish()
+        counted.take(run, silent_about_loss=True)
+
+    for rounds in range(2 if quick else 9):
+        bench.together([lambda s=s, t=1 + 4 * chance.random(): one(s, t) for s in SETTINGS][:6 if rounds < 8 else 2])
+    yield counted
+
+
+@case("end", minutes=0.5, quick=True)
+def end(bench, quick):
+    """The polite ways to end a program in the middle of a take."""
+    counted = Tally("SIGTERM, SIGTERM twice, SIGHUP, Ctrl+C, the close button")
+
+    def one(how):
+        run = bench.start()
+        run.record()
+        time.sleep(3)
+        if how == "close":
+            run.until("Close")
+        else:
+            run.signal(how[0])
+            for number in how[1:]:
+                run.program.process.send_signal(number)
+        ended = run.program.process.wait(10)
+        counted.check(ended in (0, -signal.SIGTERM), f"ended with {ended}")
+        run.finish()
+        counted.take(run)
+    bench.together([lambda h=h: one(h) for h in ((signal.SIGTERM,), (signal.SIGTERM, signal.SIGTERM), (signal.SIGHUP,),
+                                                 (signal.SIGINT,), "close")])
+    yield counted
+
+
+def freezes(bench, server, lengths, counted):
+    def one(length, then):
+        run = bench.start(server)
+        run.record()
+        time.sleep(3)
+        with run.stopped():
+            time.sleep(length)
+        if then:
+            run.until(then)
+        time.sleep(1.5)
+        run.finish()
+        # Beyond what the server holds for us, all of the freeze may be lost, but not without a word.
+        counted.take(run, may_lose=None if length <= 20 else length + 1)
+        if length > 25:
+            counted.check(any("missing" in text for text in run.told), "the hole was not told")
+    bench.together([lambda s=s, t=t: one(s, t) for s in lengths for t in ("Stop", "Pause", None)])
+    return counted
+
+
+@case("freeze", minutes=1.2, quick=True)
+def freeze(bench, quick):
+    """The process stands still and goes on; then Stop, Pause or nothing."""
+    yield freezes(bench, "pulseaudio", (5, 10, 19), Tally("freeze of 5, 10, 19 s, then Stop, Pause, nothing (PulseAudio)",
+                                                          silent=WAITING))
+
+
+@case("freeze-pipewire", minutes=1.2, quick=True)
+def freeze_pipewire(bench, quick):
+    yield freezes(bench, "pipewire", (5, 10, 19), Tally("freeze of 5, 10, 19 s, then Stop, Pause, nothing (PipeWire)",
+                                                        silent=WAITING))
+
+
+@case("freeze-long", minutes=1.8)
+def freeze_long(bench, quick):
+    yield freezes(bench, "pulseaudio", (30, 60), Tally("freeze of 30, 60 s, then the same (PulseAudio)", silent=WAITING))
+
+
+@case("freeze-long-pipewire", minutes=1.8)
+def freeze_long_pipewire(bench, quick):
+    yield freezes(bench, "pipewire", (30, 60), Tally("freeze of 30, 60 s, then the same (PipeWire)", silent=WAITING))

@@ -1,0 +1,168 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""Puts faults to the program and says what they did: ./faults [--jobs N] [--list] [quick | NAME...]
+
+A name is a case or the beginning of one. Without names the whole suite runs and writes its table into
+docs/RELIABILITY.md. FLIPSIDE_SOAK_MINUTES says how long the soak lasts (10)."""
+
+import argparse
+import importlib
+import json
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, HERE)
+import tally  # noqa: E402
+from bench import NOISE, TOOLS, Bench  # noqa: E402
+
+DOCUMENT = os.path.join(HERE, "..", "docs", "RELIABILITY.md")
+HEADER = ("| fault | tries | lost | window silent | what was said | promise |", "|---|---:|---:|---:|---|---|")
+LATENESS = 4
+"""Times the estimated length that a case may take before it is ended, and counts as broken."""
+
+
+def load_cases():
+    for name in sorted(os.listdir(HERE)):
+        if name.startswith("cases_") and name.endswith(".py"):
+            importlib.import_module(name[:-3])
+
+
+def run_case(name, quick, answer):
+    """In a process of its own: the accessibility bus, the display and the servers are its own."""
+    def leave(*_):
+        raise SystemExit("ended from outside")
+    signal.signal(signal.SIGTERM, leave)
+    if os.geteuid() == 0:
+        os.nice(-10)  # what else the machine does is not to be measured
+    rows = []
+    try:
+        with Bench() as bench:
+            for counted in tally.CASES[name].function(bench, quick):
+                rows.append(counted.row())
+    except BaseException as error:  # told as a broken promise, whatever it is
+        if os.environ.get("FLIPSIDE_FAULTS_SHOW"):
+            import traceback
+            traceback.print_exc()
+        rows.append({**tally.Tally(name).row(), "problems": [f"{type(error).__name__}: {error}"[:300]]})
+    with open(answer, "w") as file:
+        json.dump(rows, file)
+
+
+def shown(row):
+    def seconds(value, digits):
+        return "" if value is None else f"{value:.{digits}f} s"
+    said = "; ".join(f'"{word}"' for word in row["told"][:4]) + (" ..." if len(row["told"]) > 4 else "")
+    said = " ".join(said.split()).replace("|", "/")
+    said = said if len(said) < 220 else said[:217] + "..."
+    silence = "" if row["silence"] is None else f"{row['silence'] * 1000:.0f} ms"
+    held = "held" if not row["problems"] else "BROKEN: " + "; ".join(row["problems"]).replace("|", "/")
+    fault = row["fault"].replace("|", "/")
+    return f"| {fault} | {row['tries']} | {seconds(row['lost'], 2)} | {silence} | {said} | {held} |"
+
+
+class Running:
+    def __init__(self, name, quick):
+        self.case = tally.CASES[name]
+        self.began = time.monotonic()
+        descriptor, self.answer = tempfile.mkstemp(suffix=".json")
+        os.close(descriptor)
+        arguments = [sys.executable, os.path.abspath(__file__), "--case", name, "--answer", self.answer]
+        self.process = subprocess.Popen(arguments + (["quick"] if quick else []), stdin=subprocess.DEVNULL)
+
+    def over(self):
+        if self.process.poll() is not None:
+            return True
+        if time.monotonic() - self.began > 60 + LATENESS * 60 * self.case.minutes:
+            self.process.terminate()
+            try:
+                self.process.wait(30)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.wait()
+            return True
+        return False
+
+    def rows(self):
+        with open(self.answer) as file:
+            text = file.read()
+        os.unlink(self.answer)
+        lost = {**tally.Tally(self.case.name).row(), "problems": [f"the case ended with {self.process.returncode}"]}
+        return json.loads(text) if text else [lost]
+
+
+def run_all(names, quick, jobs):
+    """The long ones first, so that the end is not one of them alone."""
+    waiting = sorted(names, key=lambda name: (tally.CASES[name].alone, -tally.CASES[name].minutes))
+    running, rows = [], {}
+    print("\n".join(HEADER), flush=True)
+    while waiting or running:
+        alone = any(other.case.alone for other in running)
+        while waiting and len(running) < jobs and not alone and not (tally.CASES[waiting[0]].alone and running):
+            running.append(Running(waiting.pop(0), quick))
+            alone = running[-1].case.alone
+        for done in [other for other in running if other.over()]:
+            running.remove(done)
+            rows[done.case.name] = done.rows()
+            print("\n".join(map(shown, rows[done.case.name])), flush=True)
+        time.sleep(0.2)
+    return [row for name in tally.CASES if name in rows for row in rows[name]]
+
+
+def write_table(rows, mark):
+    begin, end = f"<!-- {mark}: written by ./faults -->", f"<!-- end of {mark} -->"
+    with open(DOCUMENT) as file:
+        text = file.read()
+    before, _, rest = text.partition(begin)
+    after = rest.partition(end)[2]
+    with open(DOCUMENT, "w") as file:
+        file.write("\n".join([before + begin, *rows, end]) + after)
+
+
+def chosen(words):
+    if not words or words == ["quick"]:
+        return [name for name, one in tally.CASES.items() if name != "compare" and (one.quick or not words)]
+    names = [name for name in tally.CASES if any(name.startswith(word) for word in words if word != "quick")]
+    if not names:
+        raise SystemExit(f"No such case; there are: {', '.join(tally.CASES)}")
+    return names
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--jobs", type=int, default=3, help="how many cases run side by side")
+    parser.add_argument("--list", action="store_true", help="only name the cases")
+    parser.add_argument("--case", help=argparse.SUPPRESS)
+    parser.add_argument("--answer", help=argparse.SUPPRESS)
+    parser.add_argument("names", nargs="*")
+    options = parser.parse_args()
+    load_cases()
+    quick = "quick" in options.names
+    if options.case:
+        return run_case(options.case, quick, options.answer)
+    if options.list:
+        for name, one in tally.CASES.items():
+            print(f"{name:20} {one.minutes:4.1f} min{'  quick' if one.quick else ''}")
+        return None
+    if not os.path.exists(NOISE):
+        subprocess.run([os.path.join(TOOLS, "heard"), "--make", NOISE], check=True)
+    began = time.monotonic()
+    rows = run_all(chosen(options.names), quick, options.jobs)
+    broken = sum(bool(row["problems"]) for row in rows)
+    minutes = (time.monotonic() - began) / 60
+    summary = f"{len(rows)} rows in {minutes:.0f} minutes, {broken} promises broken."
+    print(f"\n{summary}")
+    if not options.names:
+        write_table([summary, "", *HEADER, *map(shown, rows)], "table")
+    elif options.names == ["compare"]:
+        write_table([*HEADER, *map(shown, rows)], "comparison")
+    sys.exit(1 if broken else 0)
+
+
+if __name__ == "__main__":
+    main()
