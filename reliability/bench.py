@@ -46,6 +46,7 @@ class Sound:
 
     def __init__(self, pipewire, signal_path=NOISE):
         self.server = SoundServer(pipewire, signal_path)
+        self.signal = signal_path
         self.environment = self.server.environment
         self.lock = threading.Lock()
         self.away = []

@@ -9,28 +9,26 @@ from bench import BUILD
 
 
 class ShimmedDisk:
-    library = os.path.join(BUILD, "testbed", "libfault_shim.so")
-
     def use(self, home):
         """The folder of the takes is on this disk."""
         descriptor, self.control = tempfile.mkstemp(dir=home)
         os.close(descriptor)
-        self.environment = {"LD_PRELOAD": self.library, "FLIPSIDE_FAULT_CONTROL": self.control,
-                            "FLIPSIDE_FAULT_FOLDER": os.path.join(home, "Recordings")}
+        self.environment = {"LD_PRELOAD": os.path.join(BUILD, "testbed", "libslow_disk.so"),
+                            "SLOW_DISK_CONTROL": self.control, "SLOW_DISK_FOLDER": os.path.join(home, "Recordings")}
 
     def say(self, line):
         with open(self.control + ".new", "w") as file:
-            file.write(line + "\n")
+            file.write(line + "\n" if line else "")
         os.rename(self.control + ".new", self.control)
 
     def stall(self):
-        self.say("stall all")
+        self.say("all stall")
 
     def delay(self, milliseconds):
-        self.say(f"delay write {milliseconds}")
+        self.say(f"write delay {milliseconds}")
 
-    def fail(self, call, error):
-        self.say(f"error {call} {error}")
+    def fail(self, calls, error):
+        self.say(f"{calls} fail {error}")
 
     def heal(self):
         self.say("")

@@ -1,0 +1,178 @@
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""Sound servers that go, stand still and never answer, and devices that come and go."""
+
+import contextlib
+import os
+import socket
+import subprocess
+import tempfile
+import threading
+import time
+
+from bench import MICROPHONE, Run, Sound, wait_until
+from tally import AT_ONCE, WAITING, Tally, case
+
+
+def restarts(bench, server, times):
+    counted = Tally(f"the sound server is killed and started again {times} times ({server})")
+    run = bench.start(server)
+    run.record()
+    for _ in range(times):
+        time.sleep(1.5)
+        run.sound.missing("kill", "start", 0.7)
+    time.sleep(3)
+    run.stop()
+    run.finish()
+    counted.take(run, silent_about_loss=True)
+    counted.tries = times
+    counted.expect_words(run, "No sound is arriving", "missing", "server")
+    return counted
+
+
+@case("server-restart", minutes=1.5, quick=True)
+def server_restart(bench, quick):
+    yield restarts(bench, "pulseaudio", 5 if quick else 20)
+
+
+@case("server-restart-pipewire", minutes=2)
+def server_restart_pipewire(bench, quick):
+    yield restarts(bench, "pipewire", 20)
+
+
+@case("server-frozen", minutes=0.8, quick=True)
+def server_frozen(bench, quick):
+    """The server stands still; what the microphone gave meanwhile is heard by nobody."""
+    for server in ("pulseaudio",) if quick else ("pulseaudio", "pipewire"):
+        counted = Tally(f"the sound server stands still for 8 s: nothing, Pause, Stop, Record meanwhile ({server})",
+                        silent=WAITING)
+        runs = [bench.start(server) for _ in range(4)]
+        for run in runs[:3]:
+            run.record()
+        time.sleep(2)
+        sound = runs[0].sound
+        begin = sound.position()
+        sound.tell("freeze")
+        time.sleep(2.5)
+        runs[1].until("Pause")
+        runs[2].until("Stop")
+        runs[3].panel.press("Record")
+        time.sleep(5.5)
+        sound.tell("thaw")
+        sound.away.append((begin - 0.2, sound.position() + 1))
+        time.sleep(2)
+        runs[0].stop()
+        for run in runs:
+            run.finish()
+            if run is runs[3]:
+                counted.tries += 1
+                counted.hear(run)
+                counted.check(run.words(), "a start without a server was not explained")
+            else:
+                counted.take(run, silent_about_loss=True)
+        counted.expect_words(runs[0], "No sound is arriving", "missing", "server")
+        yield counted
+
+
+class MuteServer:
+    """Accepts whoever comes, and never answers."""
+
+    def __init__(self, folder):
+        path = os.path.join(folder, "mute")
+        self.listener = socket.socket(socket.AF_UNIX)
+        self.listener.bind(path)
+        self.listener.listen(20)
+        self.guests = []
+        self.environment = {"PULSE_SERVER": "unix:" + path}
+        self.away = []
+        threading.Thread(target=self._welcome, daemon=True).start()
+
+    def _welcome(self):
+        with contextlib.suppress(OSError):
+            while True:
+                self.guests.append(self.listener.accept())
+
+    def position(self):
+        return time.monotonic()
+
+
+@case("server-none", minutes=0.6, quick=True)
+def server_none(bench, quick):
+    """No server at launch, one that never answers, and one that comes later."""
+    mute = Tally("a sound server that accepts and never answers, at launch and at Record", silent=WAITING)
+    run = Run(bench, MuteServer(tempfile.mkdtemp(dir=bench.desktop.folder)))
+    mute.check(not run.record(3), "recorded without a server")
+    mute.tries += 1
+    mute.check(run.words() or run.alerts, "nobody was told")
+    ended = run.finish()
+    mute.check(ended is not None and ended < 2, f"the end took {ended or 20:.1f} s")
+    mute.hear(run)
+    yield mute
+
+    later = Tally("no sound server at launch, one 5 s later", silent=WAITING)
+    sound = bench.sound()
+    sound.tell("kill")
+    run = bench.start()
+    later.check(not run.record(3), "recorded without a server")
+    later.check(run.words() or run.alerts, "nobody was told")
+    time.sleep(2)
+    sound.tell("start")
+    wait_until(lambda: MICROPHONE in str(run.panel.property(run.panel.find("button", "Input device"), "Description")),
+               "the microphone to be offered", 15)
+    time.sleep(0.5)
+    run.record()
+    time.sleep(2)
+    run.stop()
+    run.finish()
+    later.take(run, path=run.files()[-1])
+    yield later
+
+
+@case("device", minutes=2, quick=True)
+def device(bench, quick):
+    times = 8 if quick else 50
+    counted = Tally(f"the microphone is unplugged and back {times} times")
+    run = bench.start()
+    run.record()
+    for number in range(times):
+        time.sleep(0.8)
+        # Long enough to be noticed at least now and then.
+        run.sound.missing("unload " + MICROPHONE, f"load {MICROPHONE}={run.sound.signal}", 2.5 if number % 10 == 0 else 0.3)
+    time.sleep(2)
+    run.stop()
+    run.finish()
+    counted.take(run, silent_about_loss=True)
+    counted.tries = times
+    counted.expect_words(run, "No sound is arriving", "missing", "unplugged", "gone")
+    yield counted
+
+
+@case("devices", minutes=0.8, quick=True)
+def devices(bench, quick):
+    """Forty microphones with names that nobody expects."""
+    counted = Tally("40 devices; names with markup, emoji, right-to-left, 10,000 characters", silent=AT_ONCE)
+    run = bench.start()
+    run.record()
+    strange = ("<b>bold</b> &amp; <img src=x>", "🎤🎙️ 録音", "\u202eميكروفون عربي", "%s%n%1$s", "m" * 10000, " ")
+    environment = {**os.environ, **run.sound.environment}
+    for number in range(40):
+        name = strange[number % len(strange)].replace("'", "")
+        subprocess.run(["pactl", "load-module", "module-null-source", f"source_name=strange{number}",
+                        f"source_properties=device.description='{name}'"], env=environment, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, check=False)
+    time.sleep(1)
+    run.stop()
+    run.panel.press("Input device")
+    time.sleep(1)
+    for key in ("Up", "Up", "Return"):
+        bench.desktop.key(key)
+    time.sleep(0.5)
+    counted.check(run.program.running(), "the program ended")
+    run.finish()
+    counted.take(run)
+    counted.tries = 40
+    yield counted
+
+
+def _unused():
+    return Sound

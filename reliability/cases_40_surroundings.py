@@ -1,0 +1,226 @@
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""Settings files that are none, and desktops and machines that lack something."""
+
+import os
+import subprocess
+import tempfile
+import time
+
+from bench import PROGRAM, Run
+from tally import WAITING, Tally, case
+
+
+def write(path, data):
+    with open(path, "wb") as file:
+        file.write(data)
+
+
+def huge(path):
+    with open(path, "wb") as file:
+        file.write(b"[General]\n")
+        file.truncate(100 << 20)
+
+
+def loop(path):
+    os.symlink(path, path)
+
+
+def damaged_archive(path):
+    write(path, b'[General]\nHBConfigDataKey="@ByteArray(bplist00\\xd4\\xff\\xff)"\nHBWorkingPathKey="@ByteArray(no token)"\n')
+
+
+SETTINGS = {
+    "garbage": lambda path: write(path, os.urandom(4096)),
+    "empty": lambda path: write(path, b""),
+    "zeros": lambda path: write(path, bytes(4096)),
+    "100 MB": huge,
+    "a folder": os.mkdir,
+    "a FIFO": os.mkfifo,
+    "a symlink loop": loop,
+    "a device": lambda path: os.symlink("/dev/zero", path),
+    "a damaged archive": damaged_archive,
+    "a type of its own": lambda path: write(path, b"[General]\nHBWorkingPathKey=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x1)\n"),
+}
+
+
+@case("settings", minutes=0.6, quick=True)
+def settings(bench, quick):
+    """The window comes, the back of the card opens, the folder is asked for."""
+    counted = Tally("the settings file is " + ", ".join(SETTINGS))
+
+    def one(make):
+        home = tempfile.mkdtemp(dir=bench.desktop.folder)
+        path = os.path.join(home, ".config", "flipside", "flipside.conf")
+        os.makedirs(os.path.dirname(path))
+        make(path)
+        run = Run(bench, bench.sound(), home=home, folder="")
+        began = time.monotonic()
+        run.say("Preferences")
+        counted.check(run.panel.find("button", "Done", 8), "no preferences")
+        counted.check(time.monotonic() - began < 5, "the preferences came late")
+        run.say("Done")
+        ended = run.finish()
+        counted.check(ended is not None and ended < 3, f"the end took {ended or 20:.1f} s")
+        counted.tries += 1
+        counted.hear(run)
+    for make in SETTINGS.values():
+        one(make)
+    yield counted
+
+
+@case("lacking", minutes=0.6, quick=True)
+def lacking(bench, quick):
+    """A take on a desktop without fonts, run-time folder, home to write to."""
+    counted = Tally("no fonts, no XDG_RUNTIME_DIR, a read-only home, no HOME", silent=WAITING)
+
+    def one(environment, before=None, after=None):
+        with bench.disk("20m") as place, bench.disk("1m") as home:
+            run = Run.__new__(Run)
+            os.makedirs(os.path.join(home, ".config", "flipside"))
+            run.__init__(bench, bench.sound(), home=home, folder=place, environment=environment) if not before else \
+                run_after(run, bench, home, place, environment, before)
+            run.record()
+            time.sleep(2)
+            run.stop()
+            run.finish()
+            counted.take(run)
+            if after:
+                subprocess.run([*after, home], check=True)
+
+    def run_after(run, bench, home, place, environment, before):
+        first = Run(bench, bench.sound(), home=home, folder=place)  # makes the settings
+        first.finish()
+        subprocess.run([*before, home], check=True)
+        run.__init__(bench, bench.sound(), home=home, folder=place, environment=environment)
+
+    nothing = tempfile.mkdtemp(dir=bench.desktop.folder)
+    write(os.path.join(nothing, "fonts.conf"), b"<fontconfig><dir>/nowhere</dir></fontconfig>")
+    one({"FONTCONFIG_FILE": os.path.join(nothing, "fonts.conf")})
+    one({"XDG_RUNTIME_DIR": None})
+    one({}, before=["mount", "-o", "remount,ro"], after=["mount", "-o", "remount,rw"])
+    one({"HOME": None})
+    yield counted
+
+
+@case("no-bus", minutes=0.3, quick=True)
+def no_bus(bench, quick):
+    """Without a session bus nothing tells what the window shows; it is used with the keyboard."""
+    counted = Tally("no session bus: Ctrl+R, Ctrl+.")
+    run = bench.start()
+    run.finish()
+    environment = {**run.environment, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
+    run.environment = environment
+    run.launch(appears=False)
+    bench.desktop.xdotool("search", "--sync", "--onlyvisible", "--pid", run.program.pid)
+    time.sleep(1)
+    begin = run.sound.position()
+    bench.desktop.key("ctrl+r")
+    time.sleep(3)
+    end = run.sound.position()
+    bench.desktop.key("ctrl+period")
+    time.sleep(0.5)
+    run.finish()
+    counted.take(run, wanted=[(begin + 0.1, end)])
+    yield counted
+
+
+def limited(bench, *limits):
+    return Run(bench, bench.sound(), command=["prlimit", *limits, PROGRAM])
+
+
+@case("few-descriptors", minutes=0.5, quick=True)
+def few_descriptors(bench, quick):
+    """Takes until no descriptor is left: a refusal with a reason, and the program goes on."""
+    counted = Tally("32 descriptors: takes until one is refused", silent=WAITING)
+    run = limited(bench, "--nofile=40:40")
+    begun = 0
+    for _ in range(20):
+        if not run.record(3):
+            break
+        begun += 1
+        time.sleep(1.1)
+        run.stop()
+        run.wanted.clear()
+        time.sleep(0.2)
+    counted.tries = begun
+    counted.check(begun < 20 and run.program.running(), "no start was refused")
+    counted.check(run.words(), "the refusal was not explained")
+    ended = run.finish()
+    counted.check(ended is not None and ended < 3.6, f"the end took {ended or 20:.1f} s")
+    counted.hear(run)
+    yield counted
+
+
+class TaskLimit:
+    """A control group in which no further thread can be made."""
+
+    folder = "/sys/fs/cgroup/pids"
+
+    def __init__(self, pid):
+        self.place = os.path.join(self.folder, f"flipside-faults-{pid}")
+        os.mkdir(self.place)
+        write(os.path.join(self.place, "cgroup.procs"), str(pid).encode())
+
+    def forbid(self):
+        with open(os.path.join(self.place, "pids.current")) as file:
+            write(os.path.join(self.place, "pids.max"), file.read().strip().encode())
+
+    def end(self):
+        os.rmdir(self.place)
+
+
+@case("no-threads", minutes=0.5, quick=True)
+def no_threads(bench, quick):
+    """No further thread can be made: while recording, before Record, before Play."""
+    counted = Tally("pthread_create fails while recording, before Record, before Play", silent=WAITING)
+
+    def one(moment):
+        run = bench.start()
+        limit = TaskLimit(run.program.pid)
+        if moment != "Record":
+            run.record()
+            time.sleep(1.5)
+        if moment == "Play":
+            run.stop()
+        limit.forbid()
+        if moment == "Record":
+            counted.check(run.record(4) or run.words(), "neither recorded nor told")
+        elif moment == "Play":
+            run.say("Play")
+        time.sleep(3)
+        if run.since is not None:
+            run.stop()
+        time.sleep(0.5)
+        counted.check(run.program.running(), f"the program ended with {run.program.process.returncode} ({moment})")
+        run.finish()
+        limit.end()
+        if run.wanted:
+            counted.take(run)
+        else:
+            counted.tries += 1
+            counted.hear(run)
+    for moment in ("recording", "Record", "Play"):
+        one(moment)
+    yield counted
+
+
+@case("little-memory", minutes=0.4, quick=True)
+def little_memory(bench, quick):
+    """What the program may map is all but used up in the middle of a take."""
+    counted = Tally("4 MB of memory left while recording", silent=WAITING)
+    run = bench.start()
+    run.record()
+    time.sleep(1.5)
+    with open(f"/proc/{run.program.pid}/statm") as statm:
+        mapped = int(statm.read().split()[0]) * os.sysconf("SC_PAGE_SIZE")
+    subprocess.run(["prlimit", f"--as={mapped + (4 << 20)}", "--pid", str(run.program.pid)], check=True)
+    time.sleep(4)
+    counted.check(run.program.running(), f"the program ended with {run.program.process.returncode}")
+    if run.program.running():
+        run.stop()
+    else:
+        run.until(None)
+    run.finish()
+    counted.take(run)
+    yield counted
