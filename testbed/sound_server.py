@@ -9,13 +9,14 @@ Prints one line of JSON once it is up, {"environment": {...}}: programs that get
 Then reads commands from standard input, answers each with a line of JSON, and at its end, or on SIGTERM or SIGINT, ends
 and takes everything with it:
 
-    load NAME[=SIGNAL] | unload NAME | default NAME | kill | start | freeze | thaw | position NAME
+    load NAME[=SIGNAL] | unload NAME | unplug NAME | default NAME | kill | start | freeze | thaw | position NAME
 
 SIGNAL is one of
     counter     each frame carries its number: low half left, high half right (the default)
     tone        440 Hz left and 880 Hz right, half of full scale
     silence
     music       plucked chords (needs sox)
+    a path      the raw frames in a file (16-bit, 48000 Hz, stereo), over and over
 """
 
 import argparse
@@ -83,6 +84,9 @@ def music():
 def signal_named(name):
     """A function from the number of a frame to the block that begins with it."""
     makers = {"tone": tone, "silence": lambda: bytes(RATE * FRAME_BYTES), "music": music}
+    if "/" in name:
+        with open(name, "rb") as file:
+            return loop(file.read())
     return counter if name == "counter" else loop(makers[name]())
 
 
@@ -242,8 +246,9 @@ class Server:
     def command(self, line):
         """Answers with what there is to say, mostly nothing."""
         word, *rest = line.strip().split(" ", 1)
-        return {"load": self.load, "unload": self.unload, "default": self.choose_default, "kill": self.kill,
-                "start": self.start, "freeze": lambda: self.signal_all(signal.SIGSTOP),
+        return {"load": self.load, "unload": self.unload, "default": self.choose_default,
+                # Unplugged, it keeps its place; "load" plugs it in again.
+                "unplug": lambda name: self.microphones[name].unplug(), "kill": self.kill, "start": self.start, "freeze": lambda: self.signal_all(signal.SIGSTOP),
                 "thaw": lambda: self.signal_all(signal.SIGCONT),
                 "position": lambda name: {"frames": self.microphones[name].position}}[word](*rest) or {}
 
