@@ -19,7 +19,7 @@ import time
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "testbed"))
 from desktop import Desktop, Failure, wait_until  # noqa: E402
-from panel import Panel, Silent, bus_of  # noqa: E402
+from panel import FIRST_ACTION, Panel, Silent, bus_of  # noqa: E402
 from recorder import MICROPHONE, SoundServer  # noqa: E402
 
 BUILD = os.environ.get("FLIPSIDE_BUILD", os.path.join(HERE, "..", "build", "release"))
@@ -46,7 +46,6 @@ class Sound:
 
     def __init__(self, pipewire, signal_path=NOISE):
         self.server = SoundServer(pipewire, signal_path)
-        self.signal = signal_path
         self.environment = self.server.environment
         self.lock = threading.Lock()
         self.away = []
@@ -159,10 +158,9 @@ class Run:
         if status is not None and (not self.told or self.told[-1] != status):
             self.told.append(status)
         for ok, text in panel.alerts(120):
-            if text and text not in self.alerts:
+            if text not in self.alerts:
                 self.alerts.append(text)
-            if ok:
-                panel.ask(ok, "DoAction", 5, "org.a11y.atspi.Action", _first_action())
+            panel.ask(ok, "DoAction", 5, "org.a11y.atspi.Action", FIRST_ACTION)
 
     # what a person does
 
@@ -238,11 +236,6 @@ class Run:
 
     def silence(self):
         return self.watch.longest(self.frozen, self.asked_to_end)
-
-
-def _first_action():
-    from gi.repository import GLib
-    return GLib.Variant("(i)", (0,))
 
 
 Judgement = collections.namedtuple("Judgement", "lost where foreign length")

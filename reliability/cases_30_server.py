@@ -137,7 +137,7 @@ def device(bench, quick):
     for number in range(times):
         time.sleep(0.8)
         # Long enough to be noticed at least now and then.
-        run.sound.missing("unload " + MICROPHONE, f"load {MICROPHONE}={run.sound.signal}", 2.5 if number % 10 == 0 else 0.3)
+        run.sound.missing("unplug " + MICROPHONE, "load " + MICROPHONE, 2.5 if number % 10 == 0 else 0.3)
     time.sleep(2)
     run.stop()
     run.finish()

@@ -15,7 +15,7 @@ ACCESSIBLE = "org.a11y.atspi.Accessible"
 ACTION = "org.a11y.atspi.Action"
 ROLES = {"alert": 2, "check box": 7, "dialog": 16, "label": 29, "button": 43, "radio button": 44, "slider": 51, "text": 61}
 SENSITIVE, SHOWING = 24, 25
-FOREVER = 2 ** 31 - 1
+FIRST_ACTION = GLib.Variant("(i)", (0,))
 
 
 class Silent(Exception):
@@ -42,7 +42,7 @@ class Panel:
     def call(self, name, path, interface, method, arguments=None, deadline=30.0):
         try:
             answer = self.bus.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE,
-                                        min(int(deadline * 1000), FOREVER), None)
+                                        int(deadline * 1000), None)
         except GLib.Error as error:
             raise Silent(error.message) from None
         return answer.unpack()
@@ -118,7 +118,7 @@ class Panel:
                 raise Silent(f"{name} cannot be pressed")
             time.sleep(0.02)
             path = self.find(role, name)
-        self.ask(path, "DoAction", deadline, ACTION, GLib.Variant("(i)", (0,)))
+        self.ask(path, "DoAction", deadline, ACTION, FIRST_ACTION)
 
     def alerts(self, deadline=30.0):
         """The texts of the messages that are open: [(path of the OK button, text)]."""
@@ -127,6 +127,8 @@ class Panel:
             if self.ask(top, "GetRole") in (ROLES["alert"], ROLES["dialog"]) and self.has(top, SHOWING):
                 paths = list(self.walk(top))
                 texts = [self.property(p, "Name") for p in paths if self.ask(p, "GetRole") == ROLES["label"]]
+                # A chooser has none.
                 ok = next((p for p in paths if self.property(p, "Name").replace("&", "") == "OK"), None)
-                found.append((ok, " ".join(texts)))
+                if ok:
+                    found.append((ok, " ".join(texts)))
         return found
