@@ -37,6 +37,10 @@ RESOLUTION = 0.04
 """Seconds: shorter holes between two pieces of sound are the measurement's own."""
 BUS = 0.1
 """Seconds that the accessibility bus takes to press a button: it shows it pressed first."""
+QUEUED = 0.3
+"""Seconds of sound that die with a server: they were on their way to the programs."""
+COMING_BACK = 1.0
+"""Seconds that a recording may take to go on after a server or a device has come back."""
 CALM = re.compile(r"Ready|(Paused, )?([Rr]ecording from|[Pp]laying) .*|")
 """Status texts that tell of nothing wrong."""
 
@@ -64,7 +68,7 @@ class Sound:
         self.tell(gone)
         time.sleep(seconds)
         self.tell(back)
-        self.away.append((begin - BUS, self.position() + 1.0))
+        self.away.append((begin - QUEUED, self.position() + COMING_BACK))
 
 
 class Watch:

@@ -133,9 +133,9 @@ def limited(bench, *limits):
 def few_descriptors(bench, quick):
     """Takes until no descriptor is left: a refusal with a reason, and the program goes on."""
     counted = Tally("32 descriptors: takes until one is refused", silent=WAITING)
-    run = limited(bench, "--nofile=40:40")
+    run = limited(bench, "--nofile=32:32")
     begun = 0
-    for _ in range(20):
+    for _ in range(30):
         if not run.record(3):
             break
         begun += 1
@@ -144,7 +144,7 @@ def few_descriptors(bench, quick):
         run.wanted.clear()
         time.sleep(0.2)
     counted.tries = begun
-    counted.check(begun < 20 and run.program.running(), "no start was refused")
+    counted.check(begun < 30 and run.program.running(), "no start was refused")
     counted.check(run.words(), "the refusal was not explained")
     ended = run.finish()
     counted.check(ended is not None and ended < 3.6, f"the end took {ended or 20:.1f} s")

@@ -60,7 +60,7 @@ def shown(row):
     said = "; ".join(f'"{word}"' for word in row["told"][:4]) + (" ..." if len(row["told"]) > 4 else "")
     said = " ".join(said.split()).replace("|", "/")
     said = said if len(said) < 220 else said[:217] + "..."
-    silence = "" if row["silence"] is None else f"{row['silence'] * 1000:.0f} ms"
+    silence = "" if row["silence"] is None else f"{row['silence'] * 1000:.0f} ms" if row["silence"] else "< 60 ms"
     held = "held" if not row["problems"] else "BROKEN: " + "; ".join(row["problems"]).replace("|", "/")
     fault = row["fault"].replace("|", "/")
     return f"| {fault} | {row['tries']} | {seconds(row['lost'], 2)} | {silence} | {said} | {held} |"
@@ -114,6 +114,18 @@ def run_all(names, quick, jobs):
     return [row for name in tally.CASES if name in rows for row in rows[name]]
 
 
+def comparison(rows):
+    """One recorder a line, one fault a column: the seconds that were lost."""
+    names = [row["fault"].split(tally.BESIDE) for row in rows]
+    recorders, faults = (list(dict.fromkeys(column)) for column in zip(*names))
+    lost = {tuple(name): row for name, row in zip(names, rows)}
+    lines = ["| recorder | " + " | ".join(faults) + " |", "|---|" + "---:|" * len(faults)]
+    for recorder in recorders:
+        cells = [lost.get((recorder, fault)) for fault in faults]
+        lines.append(f"| {recorder} | " + " | ".join(f"{cell['lost']:.1f} s" if cell else "" for cell in cells) + " |")
+    return lines
+
+
 def write_table(rows, mark):
     begin, end = f"<!-- {mark}: written by ./faults -->", f"<!-- end of {mark} -->"
     with open(DOCUMENT) as file:
@@ -158,9 +170,9 @@ def main():
     summary = f"{len(rows)} rows in {minutes:.0f} minutes, {broken} promises broken."
     print(f"\n{summary}")
     if not options.names:
-        write_table([summary, "", *HEADER, *map(shown, rows)], "table")
+        write_table([time.strftime("%Y-%m-%d: ") + summary, "", *HEADER, *map(shown, rows)], "table")
     elif options.names == ["compare"]:
-        write_table([*HEADER, *map(shown, rows)], "comparison")
+        write_table(comparison(rows), "comparison")
     sys.exit(1 if broken else 0)
 
 

@@ -12,6 +12,8 @@ AT_ONCE = 0.2
 WAITING = 0.9
 TOLD_FROM = 0.1
 """Seconds of lost sound from which on the user is told."""
+BESIDE = " / "
+"""Between the column and the row of a comparison, in the name of a fault."""
 
 
 class Case:
