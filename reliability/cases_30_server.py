@@ -10,7 +10,7 @@ import tempfile
 import threading
 import time
 
-from bench import MICROPHONE, Run, Sound, wait_until
+from bench import MICROPHONE, Run, wait_until
 from tally import AT_ONCE, WAITING, Tally, case
 
 
@@ -172,7 +172,3 @@ def devices(bench, quick):
     counted.take(run)
     counted.tries = 40
     yield counted
-
-
-def _unused():
-    return Sound

@@ -63,6 +63,8 @@ class Tally:
         """A recording of that run, which is over: its one file and all that was wanted unless told otherwise."""
         self.tries += 1
         self.hear(run)
+        if not self.check(wanted or run.wanted, "nothing was recorded"):
+            return None
         limit = self.may_lose if may_lose is None else may_lose
         files = [path] if path else run.files()
         if not self.check(len(files) == 1, f"{len(files)} files"):
