@@ -32,7 +32,8 @@ PERIOD = (1 << 20) / 8000
 
 NOT_WRITTEN = 0.09
 """Seconds at the end of a take that are not counted as lost: the encoder's own look-ahead, which is never written, and
-what is on its way from the microphone to the program."""
+what is on its way from the microphone to the program. Where the bitrate is small, a frame waits for the next ones, and it
+is nearly twice that."""
 RESOLUTION = 0.04
 """Seconds: shorter holes between two pieces of sound are the measurement's own."""
 BUS = 0.1
@@ -51,6 +52,7 @@ class Sound:
     def __init__(self, pipewire, signal_path=NOISE):
         self.server = SoundServer(pipewire, signal_path)
         self.environment = self.server.environment
+        self.lead = 0.15 if pipewire else 0.0
         self.lock = threading.Lock()
         self.away = []
 
@@ -59,8 +61,8 @@ class Sound:
             return self.server.tell(command)
 
     def position(self):
-        """Seconds of sound that the microphone has given so far."""
-        return self.tell("position " + MICROPHONE)["frames"] / RATE
+        """Seconds of the microphone's sound that programs can have heard by now; PipeWire's is fed ahead of its time."""
+        return self.tell("position " + MICROPHONE)["frames"] / RATE - self.lead
 
     def missing(self, gone, back, seconds):
         """The microphone is not there for so long; nobody can record what it would have given."""

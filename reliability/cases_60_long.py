@@ -26,7 +26,7 @@ def descriptors(run):
 
 @case("takes", minutes=8)
 def takes(bench, quick):
-    number = 1000
+    number = 100 if quick else 1000
     counted = Tally(f"{number} takes in one run")
     run = bench.start()
     for _ in range(20):

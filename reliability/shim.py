@@ -5,15 +5,20 @@
 import os
 import tempfile
 
-from bench import BUILD
+from bench import BUILD, Failure
+
+
+LIBRARY = os.path.join(BUILD, "testbed", "libslow_disk.so")
 
 
 class ShimmedDisk:
     def use(self, home):
         """The folder of the takes is on this disk."""
+        if not os.path.exists(LIBRARY):
+            raise Failure(f"there is no {LIBRARY}")
         descriptor, self.control = tempfile.mkstemp(dir=home)
         os.close(descriptor)
-        self.environment = {"LD_PRELOAD": os.path.join(BUILD, "testbed", "libslow_disk.so"),
+        self.environment = {"LD_PRELOAD": LIBRARY,
                             "SLOW_DISK_CONTROL": self.control, "SLOW_DISK_FOLDER": os.path.join(home, "Recordings")}
 
     def say(self, line):
