@@ -145,7 +145,8 @@ def stall_start(bench, quick):
         run.disk.heal()
         time.sleep(1)
         if not begun:
-            counted.check(not run.panel.enabled("Stop"), "a recording that was given up began all the same")
+            if not counted.check(not run.panel.enabled("Stop"), "a recording that was given up began all the same"):
+                run.say("Stop")
             counted.check(run.record(5), "no recording after the disk was back")
         time.sleep(2)
         if run.since is not None:
@@ -459,7 +460,7 @@ def two(bench, quick):
     for _ in range(3):
         place = tempfile.mkdtemp(dir=bench.desktop.folder)
         runs = bench.together([lambda: Run(bench, bench.sound(), folder=place) for _ in range(2)])
-        begun = bench.together([lambda r=r: r.record(4) for r in runs])
+        begun = bench.together([lambda r=r: bool(r.record(4)) for r in runs])
         time.sleep(2)
         bench.together([lambda r=r: r.stop() for r, b in zip(runs, begun) if b] or [lambda: None])
         for run, did in zip(runs, begun):

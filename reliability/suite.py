@@ -44,6 +44,8 @@ def run_case(name, quick, answer):
     try:
         with Bench() as bench:
             for counted in tally.CASES[name].function(bench, quick):
+                counted.problems += bench.troubles
+                bench.troubles.clear()
                 rows.append(counted.row())
     except BaseException as error:  # told as a broken promise, whatever it is
         if os.environ.get("FLIPSIDE_FAULTS_SHOW"):
