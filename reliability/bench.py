@@ -25,7 +25,7 @@ from recorder import MICROPHONE, SoundServer  # noqa: E402
 BUILD = os.environ.get("FLIPSIDE_BUILD", os.path.join(HERE, "..", "build", "release"))
 PROGRAM = os.path.join(BUILD, "app", "flipside")
 TOOLS = os.path.join(BUILD, "reliability")
-NOISE = os.path.join(TOOLS, "noise.wav")
+NOISE = os.path.join(TOOLS, "noise.raw")
 RATE = 48000
 PERIOD = (1 << 20) / 8000
 """Seconds until the microphone's sound begins again."""
@@ -134,8 +134,9 @@ class Run:
 
     def launch(self, appears=True):
         self.began = time.monotonic()
-        environment = {name: value for name, value in self.environment.items() if value is not None}
-        self.program = self.bench.desktop.start(self.command, environment)
+        given = {name: value for name, value in self.environment.items() if value is not None}
+        lacking = [word for name in self.environment if name not in given for word in ("-u", name)]
+        self.program = self.bench.desktop.start((["env", *lacking] if lacking else []) + self.command, given)
         self.panel = Panel(self.bench.bus, self.program.pid)
         self.watch = Watch(self.bench.desktop, self.program.pid)
         self.listening = True
@@ -303,7 +304,7 @@ class Bench:
     def __enter__(self):
         self.stack = contextlib.ExitStack()
         self.runs, self.sounds, self.troubles = [], {}, []
-        self.desktop = self.stack.enter_context(Desktop(compositor=None, background=None))
+        self.desktop = self.stack.enter_context(Desktop(compositor=None))
         self.bus = bus_of(self.desktop)
         return self
 

@@ -3,7 +3,7 @@
 
 // What of a microphone's sound is in a file, and where.
 //
-//     heard --make FILE.wav    writes the sound: two minutes of noise that never repeats itself
+//     heard --make FILE        writes the sound: raw frames of two minutes of noise that never repeats itself
 //     heard FILE...            a line of JSON for each file: its length, and its pieces of that sound in the
 //     file's
 //                              order, each [seconds in the file, seconds in the sound, length]; what lies
@@ -100,12 +100,9 @@ bool make(const char *path)
         const auto value = std::int16_t(std::clamp(sample * step * 32767, -32767.0F, 32767.0F));
         frames[2 * i] = frames[2 * i + 1] = value;
     }
-    const auto bytes = std::uint32_t(frames.size() * sizeof(std::int16_t));
-    const std::array<std::uint32_t, 11> header = {0x46464952, 36 + bytes, 0x45564157, 0x20746d66, 16,
-        0x00020001, fullRate, fullRate * 4, 0x00100004, 0x61746164, bytes};
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> file(std::fopen(path, "wb"), std::fclose);
-    return file && std::fwrite(header.data(), sizeof header, 1, file.get()) == 1
-        && std::fwrite(frames.data(), bytes, 1, file.get()) == 1;
+    return file
+        && std::fwrite(frames.data(), sizeof(std::int16_t), frames.size(), file.get()) == frames.size();
 }
 
 // The file's sound at the low rate; what can be read of a damaged one.
