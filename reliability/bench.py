@@ -107,8 +107,8 @@ class Watch:
 class Run:
     """One program, in a home of its own."""
 
-    def __init__(self, bench, sound, environment=None, folder=None, home=None, command=None, **settings):
-        self.bench, self.sound = bench, sound
+    def __init__(self, bench, sound, environment=None, folder=None, home=None, command=None, disk=None, **settings):
+        self.bench, self.sound, self.disk = bench, sound, disk
         self.home = home or tempfile.mkdtemp(dir=bench.desktop.folder)
         self.folder = os.path.join(os.fsencode(self.home), b"Recordings") if folder is None else os.fsencode(folder)
         self.wanted, self.frozen, self.told, self.alerts = [], [], [], []
@@ -119,7 +119,8 @@ class Run:
             if not os.path.exists(self.settings_file):
                 self.prepare(**settings)
         places = {"HOME": self.home, "XDG_CONFIG_HOME": os.path.join(self.home, ".config")}
-        self.environment = {**sound.environment, **places, **(environment or {})}
+        shim = disk.put_under(self.home) if disk else {}
+        self.environment = {**sound.environment, **places, **shim, **(environment or {})}
         self.command = command or [PROGRAM]
         self.launch()
 

@@ -62,8 +62,7 @@ def settings(bench, quick):
         run.say("Done")
         ended = run.finish()
         counted.check(ended is not None and ended < 3, f"the end took {ended or 20:.1f} s")
-        counted.tries += 1
-        counted.hear(run)
+        counted.hear(run, tried=True)
     for make in SETTINGS.values():
         one(make)
     yield counted
@@ -74,31 +73,23 @@ def lacking(bench, quick):
     """A take on a desktop without fonts, run-time folder, home to write to."""
     counted = Tally("no fonts, no XDG_RUNTIME_DIR, a read-only home, no HOME", silent=WAITING)
 
-    def one(environment, before=None, after=None):
+    def one(environment, *before):
         with bench.disk("20m") as place, bench.disk("1m") as home:
-            run = Run.__new__(Run)
-            os.makedirs(os.path.join(home, ".config", "flipside"))
-            run.__init__(bench, bench.sound(), home=home, folder=place, environment=environment) if not before else \
-                run_after(run, bench, home, place, environment, before)
+            bench.start(home=home, folder=place).finish()  # there are settings now
+            if before:
+                subprocess.run([*before, home], check=True)
+            run = bench.start(home=home, folder=place, environment=environment)
             run.record()
             time.sleep(2)
             run.stop()
             run.finish()
             counted.take(run)
-            if after:
-                subprocess.run([*after, home], check=True)
-
-    def run_after(run, bench, home, place, environment, before):
-        first = Run(bench, bench.sound(), home=home, folder=place)  # makes the settings
-        first.finish()
-        subprocess.run([*before, home], check=True)
-        run.__init__(bench, bench.sound(), home=home, folder=place, environment=environment)
 
     nothing = tempfile.mkdtemp(dir=bench.desktop.folder)
     write(os.path.join(nothing, "fonts.conf"), b"<fontconfig><dir>/nowhere</dir></fontconfig>")
     one({"FONTCONFIG_FILE": os.path.join(nothing, "fonts.conf")})
     one({"XDG_RUNTIME_DIR": None})
-    one({}, before=["mount", "-o", "remount,ro"], after=["mount", "-o", "remount,rw"])
+    one({}, "mount", "-o", "remount,ro")
     one({"HOME": None})
     yield counted
 
@@ -198,8 +189,7 @@ def no_threads(bench, quick):
         if run.wanted:
             counted.take(run)
         else:
-            counted.tries += 1
-            counted.hear(run)
+            counted.hear(run, tried=True)
     for moment in ("recording", "Record", "Play"):
         one(moment)
     yield counted

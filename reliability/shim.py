@@ -12,14 +12,18 @@ LIBRARY = os.path.join(BUILD, "testbed", "libslow_disk.so")
 
 
 class ShimmedDisk:
-    def use(self, home):
-        """The folder of the takes is on this disk."""
+    """The folder of the takes in that home is on it; healthy at first."""
+
+    def __init__(self, line=""):
         if not os.path.exists(LIBRARY):
             raise Failure(f"there is no {LIBRARY}")
-        descriptor, self.control = tempfile.mkstemp(dir=home)
-        os.close(descriptor)
-        self.environment = {"LD_PRELOAD": LIBRARY,
-                            "SLOW_DISK_CONTROL": self.control, "SLOW_DISK_FOLDER": os.path.join(home, "Recordings")}
+        self.control = os.path.join(tempfile.mkdtemp(), "faults")
+        self.say(line)
+
+    def put_under(self, home):
+        """The environment of a program whose disk this is."""
+        return {"LD_PRELOAD": LIBRARY, "SLOW_DISK_CONTROL": self.control,
+                "SLOW_DISK_FOLDER": os.path.join(home, "Recordings")}
 
     def say(self, line):
         with open(self.control + ".new", "w") as file:

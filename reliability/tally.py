@@ -47,8 +47,9 @@ class Tally:
             self.broken(problem)
         return holds
 
-    def hear(self, run):
-        """Its window and its words."""
+    def hear(self, run, tried=False):
+        """Its window and its words; `tried` where no file is judged."""
+        self.tries += tried
         run.watch.finish()
         silence = run.silence()
         self.silence = max(self.silence or 0.0, silence)
