@@ -8,7 +8,6 @@ import subprocess
 import tempfile
 import time
 
-from bench import Run
 from shim import ShimmedDisk
 from tally import WAITING, Tally, case
 
