@@ -84,7 +84,7 @@ def monkey(bench, quick):
     events = 20000
     counted = Tally(f"{events:,} random keys and clicks under the address sanitizer", silent=5)
     sanitized = PROGRAM.replace("release", "asan")
-    if not counted.check(os.path.exists(sanitized), "there is no build with the sanitizer"):
+    if not counted.check(sanitized != PROGRAM and os.path.exists(sanitized), "there is no build with the sanitizer"):
         yield counted
         return
     chance = random.Random(7)

@@ -158,5 +158,5 @@ def compare(bench, quick):
                 found = recorder.judged()
                 counted.tries = 1
                 counted.lost = found.lost if found else recorder.end - recorder.begin
-                counted.told = recorder.said()
+                counted.told = dict(enumerate(recorder.said()))
             yield counted

@@ -5,10 +5,10 @@
 // in the same way. Ends with 1 when something came out that is outside its limits, a refusal was not one log
 // line, or a playback did not end; meant for the build with sanitizers, too.
 
+#include "ArchiveMutations.h"
 #include "KTAudioControl/KTAudioPlayer.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "platform/Bookmark.h"
-#include "testbed/ArchiveMutations.h"
 #include "testbed/Mp3Files.h"
 #include "testbed/ScriptedSoundSystem.h"
 

@@ -3,6 +3,7 @@
 """The cases of the suite, and what is counted of each: one row of the table."""
 
 import os
+import re
 
 from bench import judge
 
@@ -10,6 +11,7 @@ CASES = {}
 AT_ONCE = 0.2
 """Seconds that the window may be silent; 0.9 where a start or a stop waits for the server or the disk."""
 WAITING = 0.9
+NUMBER = re.compile(r"\d+(\.\d+)?( min \d+)?")
 TOLD_FROM = 0.1
 """Seconds of lost sound from which on the user is told."""
 BESIDE = " / "
@@ -36,7 +38,7 @@ class Tally:
     def __init__(self, fault, lost=TOLD_FROM, silent=AT_ONCE):
         self.fault, self.may_lose, self.may_be_silent = fault, lost, silent
         self.tries, self.lost, self.silence = 0, None, None
-        self.told, self.problems = [], []
+        self.told, self.problems = {}, []
 
     def broken(self, problem):
         if problem not in self.problems:
@@ -55,8 +57,8 @@ class Tally:
         self.silence = max(self.silence or 0.0, silence)
         self.check(silence <= self.may_be_silent, f"the window was silent for {silence:.1f} s")
         for word in run.words():
-            if word not in self.told:
-                self.told.append(word)
+            # Of a text that counts, the last one.
+            self.told[NUMBER.sub("", word)] = word
         log = run.log()
         self.check("Sanitizer" not in log and "runtime error" not in log, "the sanitizer complains")
 
@@ -86,5 +88,5 @@ class Tally:
                    f"never said: {' or '.join(words)}")
 
     def row(self):
-        return {"fault": self.fault, "tries": self.tries, "lost": self.lost, "silence": self.silence, "told": self.told,
+        return {"fault": self.fault, "tries": self.tries, "lost": self.lost, "silence": self.silence, "told": list(self.told.values()),
                 "problems": self.problems}

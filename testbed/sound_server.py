@@ -248,7 +248,8 @@ class Server:
         word, *rest = line.strip().split(" ", 1)
         return {"load": self.load, "unload": self.unload, "default": self.choose_default,
                 # Unplugged, it keeps its place; "load" plugs it in again.
-                "unplug": lambda name: self.microphones[name].unplug(), "kill": self.kill, "start": self.start, "freeze": lambda: self.signal_all(signal.SIGSTOP),
+                "unplug": lambda name: self.microphones[name].unplug(), "kill": self.kill, "start": self.start,
+                "freeze": lambda: self.signal_all(signal.SIGSTOP),
                 "thaw": lambda: self.signal_all(signal.SIGCONT),
                 "position": lambda name: {"frames": self.microphones[name].position}}[word](*rest) or {}
 
