@@ -149,7 +149,7 @@ def chosen(words):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--jobs", type=int, default=4, help="how many cases run side by side")
+    parser.add_argument("--jobs", type=int, default=3, help="how many cases run side by side")
     parser.add_argument("--list", action="store_true", help="only name the cases")
     parser.add_argument("--case", help=argparse.SUPPRESS)
     parser.add_argument("--answer", help=argparse.SUPPRESS)
