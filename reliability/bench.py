@@ -30,10 +30,13 @@ RATE = 48000
 PERIOD = (1 << 20) / 8000
 """Seconds until the microphone's sound begins again."""
 
+CBR = {"encoderTarget": 0, "isCBR": 1}
+VBR = {"encoderTarget": 1}
+"""Settings of the encoder: 40 kB a second, which programs have here unless a case says otherwise, and the defaults."""
 NOT_WRITTEN = 0.09
 """Seconds at the end of a take that are not counted as lost: the encoder's own look-ahead, which is never written, and
-what is on its way from the microphone to the program. Where the bitrate is small, a frame waits for the next ones, and it
-is nearly twice that."""
+what is on its way from the microphone to the program. Of a variable bitrate, whose frames wait for the next ones, it is
+nearly twice that."""
 RESOLUTION = 0.04
 """Seconds: shorter holes between two pieces of sound are the measurement's own."""
 BUS = 0.1
@@ -135,7 +138,7 @@ class Run:
     def prepare(self, **settings):
         os.makedirs(os.path.dirname(self.settings_file), exist_ok=True)
         subprocess.run([os.path.join(TOOLS, "prepare_home"), self.settings_file, self.folder,
-                        *(f"{name}={value}" for name, value in settings.items())], check=True)
+                        *(f"{name}={value}" for name, value in (settings or CBR).items())], check=True)
 
     def launch(self, appears=True):
         self.began = time.monotonic()

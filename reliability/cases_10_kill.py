@@ -2,19 +2,22 @@
 # SPDX-License-Identifier: MIT
 """The program is killed, or stands still."""
 
+import contextlib
 import random
 import signal
+import subprocess
 import time
 
+from bench import CBR, VBR
 from tally import WAITING, Tally, case
 
 SETTINGS = (
-    {},  # the defaults: variable bitrate
-    {"encodeQuality": 0},
-    {"encodeQuality": 9.999, "vbrMode": 1, "encoderEngineQuality": 2},
-    {"encoderTarget": 0, "isCBR": 1},
-    {"encoderTarget": 0, "isCBR": 0},
-    {"encoderTarget": 0, "isCBR": 1, "encoderEngineQuality": 0},
+    VBR,
+    {**VBR, "encodeQuality": 0},
+    {**VBR, "encodeQuality": 9.999, "vbrMode": 1, "encoderEngineQuality": 2},
+    CBR,
+    {**CBR, "isCBR": 0},
+    {**CBR, "encoderEngineQuality": 0},
 )
 
 
@@ -52,8 +55,10 @@ def end(bench, quick):
             run.signal(how[0])
             for number in how[1:]:
                 run.program.process.send_signal(number)
-        ended = run.program.process.wait(10)
-        counted.check(ended in (0, -signal.SIGTERM), f"ended with {ended}")
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            run.program.process.wait(10)
+        ended = run.program.process.poll()
+        counted.check(ended in (0, -signal.SIGTERM), f"{how}: ended with {ended}")
         run.finish()
         counted.take(run)
     bench.together([lambda h=h: one(h) for h in ((signal.SIGTERM,), (signal.SIGTERM, signal.SIGTERM), (signal.SIGHUP,),

@@ -10,7 +10,7 @@ import tempfile
 import time
 
 from bench import Run, judge
-from cases_20_disk import CBR, fill
+from cases_20_disk import fill
 from tally import BESIDE, Tally, case
 
 PAREC = ["parec", "--rate=48000", "--channels=2", "--format=s16le"]
@@ -90,7 +90,7 @@ class Other:
 
 class Ours:
     def __init__(self, bench, folder):
-        self.run = Run(bench, bench.sound(), folder=folder, **CBR)
+        self.run = Run(bench, bench.sound(), folder=folder)
         self.sound = self.run.sound
         self.record = self.run.record
 
