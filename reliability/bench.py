@@ -41,6 +41,8 @@ RESOLUTION = 0.04
 """Seconds: shorter holes between two pieces of sound are the measurement's own."""
 BUS = 0.1
 """Seconds that the accessibility bus takes to press a button: it shows it pressed first."""
+STARTING = 0.2
+"""Seconds from Record to the first sound: no program hears what was said before it listened."""
 QUEUED = 0.3
 """Seconds of sound that die with a server: they were on their way to the programs."""
 COMING_BACK = 1.0
@@ -185,7 +187,7 @@ class Run:
         self.panel.press("Record")
         with contextlib.suppress(Failure):
             wait_until(lambda: self.panel.enabled("Stop") and self.panel.enabled("Pause"), "a recording", deadline)
-            self.since = begin + BUS
+            self.since = begin + BUS + STARTING
             return True
         return False
 

@@ -62,7 +62,7 @@ def shown(row):
     said = "; ".join(f'"{word}"' for word in row["told"][:4]) + (" ..." if len(row["told"]) > 4 else "")
     said = " ".join(said.split()).replace("|", "/")
     said = said if len(said) < 220 else said[:217] + "..."
-    silence = "" if row["silence"] is None else f"{row['silence'] * 1000:.0f} ms" if row["silence"] else "< 60 ms"
+    silence = "" if row["silence"] is None else "< 60 ms" if row["silence"] < 0.06 else f"{row['silence'] * 1000:.0f} ms"
     held = "held" if not row["problems"] else "BROKEN: " + "; ".join(row["problems"]).replace("|", "/")
     fault = row["fault"].replace("|", "/")
     return f"| {fault} | {row['tries']} | {seconds(row['lost'], 2)} | {silence} | {said} | {held} |"
