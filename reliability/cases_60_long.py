@@ -78,10 +78,10 @@ def damaged_input(bench, quick):
         yield counted
 
 
-@case("monkey", minutes=8, alone=True)
+@case("monkey", minutes=5, alone=True)
 def monkey(bench, quick):
     """Random keys and clicks under the address sanitizer."""
-    events = 20000
+    events = 2000 if quick else 20000
     counted = Tally(f"{events:,} random keys and clicks under the address sanitizer", silent=5)
     sanitized = PROGRAM.replace("release", "asan")
     if not counted.check(sanitized != PROGRAM and os.path.exists(sanitized), "there is no build with the sanitizer"):
@@ -96,10 +96,10 @@ def monkey(bench, quick):
         commands = []
         for _ in range(100):
             if chance.random() < 0.5:
-                commands.append(f"key {chance.choice(keys)}")
+                commands.append(f"key --delay 1 {chance.choice(keys)}")
             else:
                 x, y = chance.randrange(place[2] or 1), chance.randrange(place[3] or 1)
-                commands.append(f"mousemove {place[0] + x} {place[1] + y} click 1")
+                commands.append(f"mousemove {place[0] + x} {place[1] + y} click --delay 1 1")
         bench.desktop.xdotool(*" ".join(commands).split())
         counted.tries += 100
         if run.program.process.poll() == 0:  # the close button was hit
