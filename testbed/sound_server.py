@@ -14,7 +14,6 @@ and takes everything with it:
 SIGNAL is one of
     counter     each frame carries its number: low half left, high half right (the default)
     tone        440 Hz left and 880 Hz right, half of full scale
-    silence
     music       plucked chords (needs sox)
     a path      the raw frames in a file (16-bit, 48000 Hz, stereo), over and over
 """
@@ -39,7 +38,6 @@ from desktop import Failure, end_process, wait_until
 RATE = 48000
 FRAME_BYTES = 4
 BLOCK_FRAMES = RATE // 100
-BLOCK_SECONDS = BLOCK_FRAMES / RATE
 DEADLINE = 10  # seconds that any step may take
 UNPACKED = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "build", "sound-servers", "bin")
 """Where scripts/sound-servers puts the servers that are not installed."""
@@ -81,13 +79,11 @@ def music():
     return b"".join(bars)
 
 
-def signal_named(name):
-    """A function from the number of a frame to the block that begins with it."""
-    makers = {"tone": tone, "silence": lambda: bytes(RATE * FRAME_BYTES), "music": music}
+def signal_named(name):  # a function from the number of a frame to the block that begins with it
     if "/" in name:
         with open(name, "rb") as file:
             return loop(file.read())
-    return counter if name == "counter" else loop(makers[name]())
+    return counter if name == "counter" else loop({"tone": tone, "music": music}[name]())
 
 
 def key_of(name):
@@ -136,7 +132,7 @@ class Microphone:
             except BrokenPipeError:
                 return
             self.position += BLOCK_FRAMES
-            due += BLOCK_SECONDS
+            due += BLOCK_FRAMES / RATE
 
     def stop(self):
         if not self.thread:
@@ -247,7 +243,6 @@ class Server:
         """Answers with what there is to say, mostly nothing."""
         word, *rest = line.strip().split(" ", 1)
         return {"load": self.load, "unload": self.unload, "default": self.choose_default,
-                # Unplugged, it keeps its place; "load" plugs it in again.
                 "unplug": lambda name: self.microphones[name].unplug(), "kill": self.kill, "start": self.start,
                 "freeze": lambda: self.signal_all(signal.SIGSTOP),
                 "thaw": lambda: self.signal_all(signal.SIGCONT),
