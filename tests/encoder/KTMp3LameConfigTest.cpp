@@ -72,9 +72,10 @@ TEST(KTMp3LameConfig, AnnouncesEachChangeOnce)
              {"vbrMode", 1, u"vbrModeName"_s}, {"encoderEngineQuality", 0, u"encoderEngineQualityName"_s},
              {"encoderTarget", 0, u"enableQualityTarget"_s}, {"encodeQuality", std::nan(""), {}},
              {"isCBR", true, {}}, {"sampleRate", 8000, {}}, {"numberOfChannel", 1, {}}}) {
-        const char *const watched = derived.isNull() ? property : qPrintable(derived.toString());
+        const QByteArray watched = derived.isNull() ? QByteArray(property) : derived.toString().toUtf8();
         const QMetaObject *const meta = config.metaObject();
-        QSignalSpy changes(&config, meta->property(meta->indexOfProperty(watched)).notifySignal());
+        QSignalSpy changes(
+            &config, meta->property(meta->indexOfProperty(watched.constData())).notifySignal());
         config.setProperty(property, given);
         config.setProperty(property, given);
         EXPECT_EQ(changes.size(), 1) << property;

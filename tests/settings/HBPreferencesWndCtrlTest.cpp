@@ -104,7 +104,7 @@ TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndT
             {{DiskState::NotAFolder}, u" This is not a folder."_s},
             {{DiskState::Missing}, u" The folder is gone."_s}};
     static std::atomic<int> disk = 0; // may still be read when the test has ended
-    const auto guard = platform::disk().replace([](auto...) { return disks[disk].first; });
+    const auto guard = platform::disk().replace([](auto...) { return disks[std::min(int(disk), 4)].first; });
     controller->setWorkingPathWithURL(makeFolder(u"Recordings"_s));
     QWidget *card = controller->window();
     const auto *estimate = card->findChild<QLabel *>(u"estimate"_s);
