@@ -13,13 +13,8 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 add_link_options(-Wl,--as-needed)
 
 find_program(FLIPSIDE_CCACHE ccache)
-if(FLIPSIDE_CCACHE AND NOT CMAKE_CXX_CLANG_TIDY)
+if(FLIPSIDE_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${FLIPSIDE_CCACHE})
-endif()
-
-# What moc writes follows no style; clang-tidy takes its settings from the nearest folder, and needs one check at least.
-if(CMAKE_CXX_CLANG_TIDY)
-    file(WRITE ${CMAKE_BINARY_DIR}/.clang-tidy "Checks: '-*,modernize-use-override'\n")
 endif()
 
 if(FLIPSIDE_SANITIZE)
@@ -57,6 +52,16 @@ function(flipside_library target)
     target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
     flipside_warnings(${target})
+endfunction()
+
+# Defines a name for a target's own files where the library has the function; not every release has it.
+function(flipside_define_if_there target name library header function)
+    include(CheckSymbolExists)
+    set(CMAKE_REQUIRED_LIBRARIES ${library})
+    check_symbol_exists(${function} ${header} ${name})
+    if(${name})
+        target_compile_definitions(${target} PRIVATE ${name})
+    endif()
 endfunction()
 
 # One test program a class: flipside_test(KTMp3LameTest LIBRARIES flipside_encoder [WIDGETS] [SOUND] [TIMEOUT 60]).
