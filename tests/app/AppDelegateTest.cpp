@@ -4,6 +4,7 @@
 #include "settings/HBPreferencesWndCtrl.h"
 #include "testbed/Waiting.h"
 #include "tests/app/RecorderRig.h"
+#include "tests/support/MainLoop.h"
 
 namespace {
 
@@ -133,7 +134,7 @@ TEST_F(AppDelegateTest, RefusesTheSecondOfTwoQuickPresses)
     delegate.recordAction();
     delegate.recordAction();
     EXPECT_EQ(delegate.state(), RecorderStateIdle);
-    settle();
+    testbed::turnMainLoop();
     EXPECT_EQ(delegate.state(), RecorderStateRecording);
     EXPECT_EQ(log.lines(), QStringList(u"Current state can not start record."_s));
 }

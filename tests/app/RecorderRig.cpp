@@ -5,6 +5,7 @@
 
 #include "settings/HBPreferencesWndCtrl.h"
 #include "testbed/Waiting.h"
+#include "tests/support/MainLoop.h"
 
 namespace testbed {
 
@@ -20,13 +21,13 @@ RecorderRig::RecorderRig()
 RecorderRig::~RecorderRig()
 {
     delegate.setRecordingTask(nullptr);
-    settle();
+    turnMainLoop();
 }
 
 void RecorderRig::record()
 {
     delegate.recordAction();
-    settle();
+    turnMainLoop();
 }
 
 void RecorderRig::bringTo(RecorderState state)
@@ -57,12 +58,6 @@ void RecorderRig::hear(const QByteArray &frames)
         return task->bytesOfEncoded() == enough
             && delegate.lengthOfRecording() == AppDelegate::lengthFromDuration(enough / 192);
     }));
-}
-
-void RecorderRig::settle()
-{
-    for (int i = 0; i < 4; ++i)
-        QCoreApplication::processEvents();
 }
 
 } // namespace testbed

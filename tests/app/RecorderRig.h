@@ -33,7 +33,6 @@ public:
     void record();
     // Sound, half a second of it, which has been encoded and reported when this returns.
     void hear(const QByteArray &frames = tone(48000, {440, 440}, 0.5).bytes());
-    void settle();
 
     bool isOffered() const override { return true; }
     int authorizationStatusForAudio() const override { return authorization; }

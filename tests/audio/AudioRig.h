@@ -8,12 +8,14 @@
 #include "testbed/ScriptedSoundSystem.h"
 #include "testbed/Waiting.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/MainLoop.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using testbed::turnMainLoop;
 using testbed::waitUntil;
 
 // The audio service on a sound system that does what the test says, with one microphone.
@@ -24,12 +26,6 @@ protected:
     static std::uint32_t microphone()
     {
         return KTAudioControl::sharedAudioControl()->deviceIDFromName(u"Microphone"_s);
-    }
-    // Whatever was on its way to the main queue has arrived.
-    static void turnMainLoop()
-    {
-        for (int turn = 0; turn < 3; ++turn)
-            QCoreApplication::processEvents();
     }
     static void writeFile(const QString &path, const QByteArray &bytes)
     {
