@@ -47,8 +47,8 @@ struct Interruption {
 
 TEST(CaptureClock, TellsWhatAnInterruptionHasCostAndWhy)
 {
-    for (const Interruption &it : {Interruption{"kept", 15s, 0s, 0s, 15 * 48000, 0, Cause::None},
-             {"ran over", 31s, 0s, 0s, 20 * 48000, 11, Cause::ComputerBusy},
+    for (const Interruption &it : {Interruption{"kept", 15s, 0s, 0s, 15LL * 48000, 0, Cause::None},
+             {"ran over", 31s, 0s, 0s, 20LL * 48000, 11, Cause::ComputerBusy},
              {"thrown away", 31s, 0s, 0s, 0, 31, Cause::ComputerBusy},
              {"asleep", 1s, 1h, 0s, 48000, 3600, Cause::ComputerAsleep},
              {"stalled", 0s, 0s, 10s, 0, 10, Cause::SoundServerStalled},

@@ -61,7 +61,7 @@ TEST_F(KTAudioPlayerServerTest, EverySampleIsHeardBeforeTheEndIsReportedAndAPaus
     EXPECT_TRUE(testbed::waitUntil([&] { return ends == 1; }));
     ASSERT_TRUE(waitForFrames(second / 10));
     // Each pause takes back what the speakers had not played yet, and their monitor misses a little of that.
-    EXPECT_NEAR(double(heard().size()), double(sound.size()), second / 20);
+    EXPECT_NEAR(double(heard().size()), double(sound.size()), second / 20.0);
     EXPECT_EQ(heard().back(), sound.back());
 }
 

@@ -10,7 +10,7 @@
 namespace {
 
 // Odd, so that buffers begin and end anywhere in an MPEG frame.
-constexpr std::size_t chunk = 4 * 1009;
+constexpr std::size_t chunk = 4UL * 1009;
 constexpr double second = 48000 * 4; // bytes of stereo
 constexpr double packet = 1152 * 4;
 

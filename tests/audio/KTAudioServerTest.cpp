@@ -157,7 +157,7 @@ TEST_P(EitherKTAudioServer, LosesNothingWhenAProcessThatWasStoppedEndsItsTakeAtO
     ASSERT_TRUE(child.waitForReadyRead(5000));
     const QList<QByteArray> told = child.readAll().split(' ');
     // Seconds would be missing; a busy machine tells its position later than it presses.
-    EXPECT_NEAR(told[1].toDouble(), pressed, slack() + second / 4);
+    EXPECT_NEAR(told[1].toDouble(), pressed, slack() + second / 4.0);
     EXPECT_EQ(told[2].toUInt(), 0U) << "breaks";
     EXPECT_TRUE(child.waitForFinished(5000));
 }

@@ -142,7 +142,7 @@ TEST(KTMp3Lame, FinalizesTheFileOfTheLameProgramByteForByte)
             // Loud and quiet in turn: transients, near silence and stereo differences.
             Sound sound = testbed::noise(rate, channels, 0.6);
             for (qsizetype i = 0; i < sound.samples.size(); ++i)
-                sound.samples[i] /= (i / (rate / 10 * channels)) % 2 ? 500 : 4;
+                sound.samples[i] /= (i / channels / (rate / 10)) % 2 ? 500 : 4;
             const Take take;
             take.config->setBitrate(64);
             take.config->setNumberOfChannel(rate < 48000 ? channels : channels * 5 - 4);
