@@ -227,10 +227,7 @@ class Program:
         self.desktop = desktop
         self.log_path = os.path.join(desktop.folder, f"{os.path.basename(command[0])}-{time.monotonic_ns()}.log")
         self.process = desktop.spawn(command, env, self.log_path)
-
-    @property
-    def pid(self):
-        return self.process.pid
+        self.pid = self.process.pid
 
     def log(self):
         return open(self.log_path, errors="replace").read()
@@ -296,20 +293,13 @@ class Control:
     text = property(lambda self: self.node.name)
     description = property(lambda self: self.node.description)
     enabled = property(lambda self: self._is("SENSITIVE"))
-    showing = property(lambda self: self._is("SHOWING"))
     focused = property(lambda self: self._is("FOCUSED"))
-    checked = property(lambda self: self._is("CHECKED"))
 
     def _is(self, state):
         import pyatspi
         return self.node.getState().contains(getattr(pyatspi, "STATE_" + state))
 
-    @property
-    def value(self):
-        return self.node.queryValue().currentValue
-
-    @value.setter
-    def value(self, number):
+    def set_value(self, number):
         self.node.queryValue().currentValue = number
 
     def press(self):
@@ -320,12 +310,6 @@ class Control:
 
     def focus(self):
         self.node.queryComponent().grabFocus()
-
-    @property
-    def extents(self):
-        import pyatspi
-        box = self.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        return box.x, box.y, box.width, box.height
 
     @property
     def in_active_window(self):
@@ -339,5 +323,7 @@ class Control:
         """Clicks the middle of the control with the real pointer. The program tells of its window before the window
         manager has put it on the screen; until it is active there, a click would go to the ground, or beside it."""
         wait_until(lambda: self.in_active_window, f"the window of {self.text} to be active")
-        x, y, width, height = (desktop.scale * length for length in self.extents)  # from points to pixels
-        desktop.xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)
+        import pyatspi
+        box = self.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)  # in points, and the pointer goes by pixels
+        desktop.xdotool("mousemove", desktop.scale * (box.x + box.width // 2), desktop.scale * (box.y + box.height // 2),
+                        "click", 1)

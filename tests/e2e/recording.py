@@ -112,7 +112,7 @@ class Recording(RecorderTest):
         self.stand_ins.drain()
         recorder.press("Stop")
         recorder.wait_status("Ready")
-        self.assertTrue(self.stand_ins.asked_nothing())
+        self.stand_ins.expect_nothing()
 
     def test_stop_while_paused_reveals_the_file(self):
         recorder = self.start()
@@ -140,7 +140,7 @@ class Recording(RecorderTest):
         recorder.click("Show in Folder")
         self.stand_ins.expect("shown .*" + re.escape(os.path.basename(recorder.output_file).replace(" ", "%20")))
         recorder.end()
-        self.assertTrue(self.stand_ins.asked_nothing())
+        self.stand_ins.expect_nothing()
 
     def test_closing_quits_and_stops_nothing(self):
         for end in ("close", "terminate", "key"):
@@ -162,7 +162,7 @@ class Recording(RecorderTest):
                     self.desktop.key("ctrl+q")
                 self.assertEqual(recorder.program.wait_for_exit(5), 0)
                 # A stop would have shown the file.
-                self.assertTrue(self.stand_ins.asked_nothing())
+                self.stand_ins.expect_nothing()
                 self.assertGreater(decoded_seconds(self.recordings()[-1]), shown - 0.15)
 
     def test_a_killed_recording_is_there_up_to_its_last_moment(self):

@@ -14,12 +14,8 @@ class Preferences(RecorderTest):
     def open(self):
         recorder = self.start()
         recorder.press("Preferences")
-        self.wait_for_card(recorder, "Done")
+        recorder.wait_for_side("Done")
         return recorder
-
-    def wait_for_card(self, recorder, button):
-        recorder.wait_for("button", button)
-        wait_until(lambda: recorder.windows() == 1, "the end of the flip")
 
     def reads(self, recorder, **texts):
         for key, text in texts.items():
@@ -44,7 +40,7 @@ class Preferences(RecorderTest):
         os.mkdir(folder)
         recorder = self.open()
         self.tab_reaches(recorder, "Quality target", "Quality", "Engine quality", "VBR mode", "Choose folder")
-        recorder.wait_for("slider", "Quality").value = 2.5
+        recorder.wait_for("slider", "Quality").set_value(2.5)
         self.reads(recorder, Quality_value="2.5", Recording_estimate="About 82 MB an hour.")
         self.choose_from_menu(recorder, "Engine quality", "alt+e", "Down", "Return", title="high")
         self.choose_from_menu(recorder, "VBR mode", "alt+v", "Down", "Down", "Return", title="fast")
@@ -52,13 +48,12 @@ class Preferences(RecorderTest):
         self.tab_reaches(recorder, "Bitrate target", "Bitrate", "Restrict encoder to constant bitrate",
                          "Engine quality", "Choose folder", "Show folder", "Done", "Bitrate target")
         recorder.wait_for("label", "Bitrate")
-        recorder.wait_for("slider", "Bitrate").value = 100
+        recorder.wait_for("slider", "Bitrate").set_value(100)
         self.desktop.key("alt+r")
         self.reads(recorder, Bitrate_value="100kbps", Recording_estimate="144 MB an hour at 320kbps.")
         self.desktop.key("Escape")
-        self.wait_for_card(recorder, "Preferences")
-        recorder.press("Preferences")
-        self.wait_for_card(recorder, "Done")
+        recorder.wait_for_side("Preferences")
+        recorder.turn_over("Preferences", "Done")
         self.desktop.key("alt+q")
         self.reads(recorder, Quality_value="2.5", Recording_estimate="About 82 MB an hour.")
 
@@ -76,8 +71,7 @@ class Preferences(RecorderTest):
         self.desktop.key("alt+s")
         # Of the two requests only this one had something to show.
         self.stand_ins.expect("shown file://.*/100%2520%20ok")
-        recorder.click("Done")
-        self.wait_for_card(recorder, "Preferences")
+        recorder.turn_over("Done", "Preferences")
         recorder.end()
         self.reads(self.open(), Working_folder=folder, Quality_value="5.0", Bitrate_value="128kbps")
 
