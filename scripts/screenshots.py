@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Takes the pictures of the main card for docs/screenshots with the real program, on a light and on a dark ground:
+"""Takes pictures of the main card, to be looked at, with the real program, on a light and on a dark ground:
 
     screenshots.py BINARY FOLDER RECORDINGS
 
