@@ -12,7 +12,7 @@
 struct LameReportHooks {
     // libmp3lame's own messages are a line each. One that does not fit means that its arguments do not match
     // its format; nothing is written past the buffer, and going on would not be safe.
-    static void report(const char *format, va_list arguments, qint32 msgType)
+    [[gnu::format(printf, 1, 0)]] static void report(const char *format, va_list arguments, qint32 msgType)
     {
         if (!LameReports::s_writer)
             return;
@@ -22,15 +22,15 @@ struct LameReportHooks {
             qFatal("A message of the encoder needs %d bytes.", length);
         LameReports::s_writer->reportMessage(QString::fromUtf8(text), msgType);
     }
-    static void error(const char *format, va_list arguments)
+    [[gnu::format(printf, 1, 0)]] static void error(const char *format, va_list arguments)
     {
         report(format, arguments, KTMp3Lame::ErrorMessage);
     }
-    static void message(const char *format, va_list arguments)
+    [[gnu::format(printf, 1, 0)]] static void message(const char *format, va_list arguments)
     {
         report(format, arguments, KTMp3Lame::PlainMessage);
     }
-    static void debug(const char *format, va_list arguments)
+    [[gnu::format(printf, 1, 0)]] static void debug(const char *format, va_list arguments)
     {
         report(format, arguments, KTMp3Lame::DebugMessage);
     }

@@ -134,7 +134,7 @@ TEST(FileWriter, WhatFailsIsTriedAgainFromWhereItFailed)
         disk.write(10);
         disk.fault(QByteArray("write fail ") + name);
         disk.write(10);
-        EXPECT_TRUE(waitUntil([&] { return disk.stream.state().error == error; }));
+        EXPECT_TRUE(waitUntil([&, told = error] { return disk.stream.state().error == told; }));
         disk.fault("write short 30");
         disk.write(10);
         EXPECT_TRUE(disk.isComplete()) << name;

@@ -26,7 +26,7 @@ public:
     void setTarget(int value) { setProperty("target", value); }
     QSharedPointer<Thing> replaceInner(int value)
     {
-        const auto other = QSharedPointer<Thing>::create();
+        auto other = QSharedPointer<Thing>::create();
         other->target = value;
         setProperty("inner", QVariant::fromValue(other));
         return other;

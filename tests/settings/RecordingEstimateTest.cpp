@@ -40,7 +40,7 @@ TEST(RecordingEstimate, CountsRoomInTheUnitThatFits)
     for (const auto &[bytes, sentence] : {std::pair{minute - 1, u"This disk is full."_s},
              {minute, u"1 minute fits on this disk."_s}, {60 * minute - 1, u"59 minutes fit on this disk."_s},
              {60 * minute, u"1 hour fits on this disk."_s}, {150 * minute, u"2.5 hours fit on this disk."_s},
-             {123'456 * 60 * minute, u"123,456 hours fit on this disk."_s}})
+             {123'456LL * 60 * minute, u"123,456 hours fit on this disk."_s}})
         EXPECT_EQ(RecordingEstimate(config).roomSentence(bytes), sentence);
 }
 
