@@ -54,18 +54,27 @@ bool identify(int descriptor, Identity &identity)
     return true;
 }
 
-int takeOver(const Identity &identity)
+// Another descriptor of the opening that this process already has; -1 where it has none.
+int ownDescriptor(const Identity &identity)
 {
     const std::scoped_lock lock(ownFiles().mutex);
-    int descriptor = -1;
+    const auto own = std::ranges::find(ownFiles().files, identity, &OwnFile::identity);
+    return own == ownFiles().files.end() ? -1 : fcntl(own->descriptor, F_DUPFD_CLOEXEC, 0);
+}
+
+// The flags of all others that have this file open, and write to it.
+std::vector<std::shared_ptr<std::atomic<bool>>> others(int descriptor)
+{
+    std::vector<std::shared_ptr<std::atomic<bool>>> flags;
+    Identity identity = {};
+    if (!identify(descriptor, identity))
+        return flags;
+    const std::scoped_lock lock(ownFiles().mutex);
     for (const OwnFile &file : ownFiles().files) {
-        if (file.identity != identity)
-            continue;
-        file.isTakenOver->store(true);
-        if (descriptor < 0)
-            descriptor = fcntl(file.descriptor, F_DUPFD_CLOEXEC, 0);
+        if (file.identity == identity && file.descriptor != descriptor && !file.isTakenOver->load())
+            flags.push_back(file.isTakenOver);
     }
-    return descriptor;
+    return flags;
 }
 
 void closeOwn(int descriptor)
@@ -106,6 +115,12 @@ OutputFile::OutputFile(QByteArray path)
 {
 }
 
+OutputFile::~OutputFile()
+{
+    m_thread.release();
+    close();
+}
+
 // Programs that are started meanwhile do not inherit it.
 int OutputFile::descriptorFor(int flags) const
 {
@@ -114,6 +129,7 @@ int OutputFile::descriptorFor(int flags) const
 
 int OutputFile::open()
 {
+    m_thread.assertSameThread();
     if (m_path.contains('\0'))
         return EINVAL;
     int descriptor = descriptorFor(0);
@@ -126,7 +142,7 @@ int OutputFile::open()
     if (descriptor < 0)
         return errno;
     Identity identity = {};
-    const int own = identify(descriptor, identity) ? takeOver(identity) : -1;
+    const int own = identify(descriptor, identity) ? ownDescriptor(identity) : -1;
     if (own >= 0)
         ::close(std::exchange(descriptor, own));
     else if (const int error = lock(descriptor)) {
@@ -142,29 +158,51 @@ int OutputFile::lock(int descriptor)
     return flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? EBUSY : 0;
 }
 
+int OutputFile::takeOver()
+{
+    m_thread.assertSameThread();
+    const auto before = others(m_descriptor);
+    for (const auto &isTakenOver : before)
+        isTakenOver->store(true);
+    return before.empty() ? 0 : truncate();
+}
+
 int OutputFile::truncate()
 {
+    m_thread.assertSameThread();
     struct stat file = {};
-    if (m_isCreated || (fstat(m_descriptor, &file) == 0 && (file.st_size == 0 || !S_ISREG(file.st_mode))))
+    if (fstat(m_descriptor, &file) == 0 && (file.st_size == 0 || !S_ISREG(file.st_mode)))
         return 0;
     return ftruncate(m_descriptor, 0) == 0 ? 0 : errno;
 }
 
 void OutputFile::undo()
 {
-    if (m_descriptor >= 0 && m_isCreated)
+    m_thread.assertSameThread();
+    if (m_descriptor >= 0 && m_isCreated && isMineAlone())
         unlink(m_path.constData());
     close();
 }
 
+// Another file may have its name by now, and another start of this process may write to it.
+bool OutputFile::isMineAlone() const
+{
+    struct stat there = {};
+    Identity here = {};
+    return identify(m_descriptor, here) && lstat(m_path.constData(), &there) == 0
+        && here == Identity{there.st_dev, there.st_ino} && others(m_descriptor).empty();
+}
+
 void OutputFile::close()
 {
+    m_thread.assertSameThread();
     if (m_descriptor >= 0)
         closeOwn(std::exchange(m_descriptor, -1));
 }
 
 ssize_t OutputFile::write(const iovec *parts, int count, qint64 offset)
 {
+    m_thread.assertSameThread();
     if (isTakenOver())
         return ssize_t(parts[0].iov_len + (count > 1 ? parts[1].iov_len : 0));
     const ssize_t size = pwritev(m_descriptor, parts, count, offset);
@@ -179,7 +217,7 @@ ssize_t OutputFile::write(const iovec *parts, int count, qint64 offset)
 bool OutputFile::isGone() const
 {
     struct stat file = {};
-    return !isTakenOver() && (fstat(m_descriptor, &file) != 0 || file.st_nlink == 0);
+    return !isTakenOver() && fstat(m_descriptor, &file) == 0 && file.st_nlink == 0;
 }
 
 bool OutputFile::beginsLikeThis(int descriptor) const
@@ -191,9 +229,10 @@ bool OutputFile::beginsLikeThis(int descriptor) const
 
 bool OutputFile::findAgain(qint64 &written)
 {
+    m_thread.assertSameThread();
     Identity here = {};
     const bool isHere = identify(m_descriptor, here);
-    const bool isGoneFromHere = isGone();
+    const bool isGoneFromHere = !isHere || isGone();
     int descriptor = descriptorFor(0);
     Identity there = {};
     qint64 begin = 0;

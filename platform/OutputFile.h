@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/ThreadCheck.h"
+
 #include <QByteArray>
 #include <atomic>
 #include <memory>
@@ -12,27 +14,30 @@
 namespace platform {
 
 // A file that is written by one process at a time, and found again when it has gone with its folder or its
-// disk. Every call may take as long as the disk does. One thread; results are 0 or an errno.
+// disk. Every call may take as long as the disk does. One thread, which the destructor alone may not be on;
+// results are 0 or an errno.
 class OutputFile {
 public:
     explicit OutputFile(QByteArray path);
-    ~OutputFile() { close(); }
+    ~OutputFile();
     OutputFile(const OutputFile &) = delete;
     OutputFile &operator=(const OutputFile &) = delete;
 
     // Opens the file, or creates it, and locks it against other processes, for which it is EBUSY then; a file
-    // system without locks goes without. What is in it stays. Where this process has the file open already,
-    // this takes it over: the other object's writes come to nothing from now on.
+    // system without locks goes without. What is in it stays, and who writes to it in this process goes on.
     int open();
     int truncate();
-    // Closes the file, and removes it again where open() has created it.
+    // What other objects of this process write to the file comes to nothing from now on, and what they have
+    // written since it was truncated goes.
+    int takeOver();
+    // Closes the file, and removes it again where open() has created it and nobody else here writes to it.
     void undo();
     void close();
 
     // Bytes written from this offset on, or -1 and errno.
     ssize_t write(const iovec *parts, int count, qint64 offset);
 
-    // Whether the file can no longer be reached under any name, or not at all.
+    // Whether the file can no longer be reached under any name. A disk that does not say so has not lost it.
     bool isGone() const;
     // Looks for a file that has gone, or whose disk has: the same file under the path again, or else a new
     // one with everything that can still be read. True when there is another one now; `written` becomes the
@@ -42,11 +47,13 @@ public:
 private:
     int descriptorFor(int flags) const;
     int lock(int descriptor);
+    bool isMineAlone() const;
     bool beginsLikeThis(int descriptor) const;
     void replaceBy(int descriptor);
     bool isTakenOver() const { return m_isTakenOver->load(); }
 
     const QByteArray m_path;
+    ThreadCheck m_thread;
     QByteArray m_beginning; // the first bytes that were written: by these the file is known again
     int m_descriptor = -1;
     bool m_isCreated = false;
