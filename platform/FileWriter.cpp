@@ -108,8 +108,10 @@ void FileWriter::run()
     OpenOutputs::instance().add(shared_from_this());
     m_phase = Phase::Open;
     m_progress.notify_all();
-    while (hasWork(lock))
-        writeSome(lock);
+    do {
+        while (hasWork(lock))
+            writeSome(lock);
+    } while (!isThere(lock));
     if (m_isClosing) {
         lock.unlock();
         OpenOutputs::instance().remove(this);
@@ -121,17 +123,21 @@ void FileWriter::run()
     m_progress.notify_all();
 }
 
-// What a late opening has not truncated yet, it leaves as it is.
+// What a late opening has not touched yet, it leaves as it is, and to whom it belongs.
 int FileWriter::openFile()
 {
-    if (const int error = m_file.open())
-        return error;
-    {
-        const std::scoped_lock lock(m_mutex);
-        if (m_phase == Phase::Refused)
-            return 0;
-    }
-    return m_file.truncate();
+    int error = m_file.open();
+    if (!error && !isRefused())
+        error = m_file.truncate();
+    if (!error && !isRefused())
+        error = m_file.takeOver();
+    return error;
+}
+
+bool FileWriter::isRefused() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_phase == Phase::Refused;
 }
 
 // Sleeps until there is something to write; false when nothing more is going to come.
@@ -139,6 +145,17 @@ bool FileWriter::hasWork(std::unique_lock<std::mutex> &lock)
 {
     m_wake.wait(lock, [this] { return !m_ring.isEmpty() || m_isReleased; });
     return !m_ring.isEmpty();
+}
+
+// Whether what came can be reached; if not, the file has been looked for.
+bool FileWriter::isThere(std::unique_lock<std::mutex> &lock)
+{
+    lock.unlock();
+    const bool isGone = m_file.isGone();
+    lock.lock();
+    if (isGone)
+        fail(lock, ENOENT);
+    return !isGone;
 }
 
 void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
@@ -227,6 +244,7 @@ void FileWriter::announce(std::unique_lock<std::mutex> &lock, const QString &tro
 
 bool FileWriter::write(const char *bytes, std::size_t count)
 {
+    const OverlapCheck::Call call(m_calls);
     std::unique_lock lock(m_mutex);
     const bool keepsStep = m_ring.isEmpty();
     if (!m_ring.append(bytes, count)) {
@@ -256,6 +274,7 @@ bool FileWriter::write(const char *bytes, std::size_t count)
 
 std::optional<qint64> FileWriter::seek(qint64 offset, int whence)
 {
+    const OverlapCheck::Call call(m_calls);
     std::unique_lock lock(m_mutex);
     const qint64 current = m_offset + qint64(m_ring.size());
     if (whence == SEEK_CUR)
@@ -272,24 +291,49 @@ std::optional<qint64> FileWriter::seek(qint64 offset, int whence)
 
 void FileWriter::release()
 {
-    const std::scoped_lock lock(m_mutex);
+    const OverlapCheck::Call call(m_calls);
+    std::unique_lock lock(m_mutex);
+    letGo(lock);
+}
+
+void FileWriter::letGo(std::unique_lock<std::mutex> &lock)
+{
     m_isReleased = true;
     m_wake.notify_one();
+    if (m_ring.isEmpty())
+        return;
+    lock.unlock();
+    runOnSpareThread([self = shared_from_this()] { self->watchOverRest(); });
+    lock.lock();
+}
+
+// Until now it was seen with every write whether the disk is silent.
+void FileWriter::watchOverRest()
+{
+    std::unique_lock lock(m_mutex);
+    while (!m_ring.isEmpty() && !m_isAnnounced) {
+        const auto until = m_waitingSince + silence;
+        if (Clock::now() > until)
+            announce(lock, outputErrorReason(ETIMEDOUT));
+        else
+            m_progress.wait_until(lock, until, [this] { return m_ring.isEmpty(); });
+    }
 }
 
 void FileWriter::close()
 {
+    const OverlapCheck::Call call(m_calls);
     std::unique_lock lock(m_mutex);
-    m_isReleased = true;
     m_isClosing = true;
-    m_wake.notify_one();
+    letGo(lock);
     m_progress.wait_for(lock, closePatience, [this] { return m_phase == Phase::Ended; });
 }
 
 OutputState FileWriter::state() const
 {
     const std::scoped_lock lock(m_mutex);
-    return {m_path, qint64(m_ring.size()), m_waitingSince, m_error, m_lost};
+    const bool isEnding = m_isReleased && m_phase != Phase::Ended;
+    return {m_path, qint64(m_ring.size()), m_waitingSince, m_error, m_lost, isEnding};
 }
 
 bool FileWriter::finish(Clock::time_point deadline)

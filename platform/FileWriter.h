@@ -6,6 +6,7 @@
 #include "platform/OutputFile.h"
 #include "platform/OutputRing.h"
 #include "platform/OutputState.h"
+#include "platform/ThreadCheck.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -41,9 +42,10 @@ private:
 // whole call by call, the newest first, so that what is in the file stays a valid stream. Errors are taken as
 // passing: every write is tried again, at first after 100 ms, then every second, from the offset up to which
 // the file is complete. A file that is gone is looked for, too. Bytes count as written when the system has
-// taken them; they are not waited for any further (a kill loses none of them, a power cut may).
+// taken them; they are not waited for any further (a kill loses none of them, a power cut may). At the end it
+// is looked once more whether the file is still there.
 //
-// The thread lives from open() to release() or close(), and beyond that for as long as bytes wait. The
+// The thread lives from open() to release() or close(), and beyond that until everything is in the file. The
 // descriptor stays open until close(). What waits when the process exits is given three seconds, together
 // with all other files; what is left is said in the log.
 //
@@ -83,14 +85,19 @@ private:
 
     void run();
     int openFile();
+    bool isRefused() const;
     bool hasWork(std::unique_lock<std::mutex> &lock);
+    bool isThere(std::unique_lock<std::mutex> &lock);
     void writeSome(std::unique_lock<std::mutex> &lock);
     void fail(std::unique_lock<std::mutex> &lock, int error);
     void findAgain(std::unique_lock<std::mutex> &lock);
     void settle(std::unique_lock<std::mutex> &lock);
     void announce(std::unique_lock<std::mutex> &lock, const QString &trouble);
+    void letGo(std::unique_lock<std::mutex> &lock);
+    void watchOverRest();
 
     const QString m_path;
+    OverlapCheck m_calls;
     OutputFile m_file; // of the thread alone
     mutable std::mutex m_mutex;
     std::condition_variable m_wake; // of the thread: there is something to do

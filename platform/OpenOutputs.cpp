@@ -24,8 +24,12 @@ void finishAll()
         if (writer->finish(deadline))
             continue;
         const OutputState state = writer->state();
-        qCWarning(lcPlatform, "%lld bytes of %s are left unwritten: %s.", state.bytesWaiting,
-            qPrintable(state.path), qPrintable(outputErrorReason(state.error ? state.error : ETIMEDOUT)));
+        const QString reason = outputErrorReason(state.error ? state.error : ETIMEDOUT);
+        if (state.bytesWaiting > 0)
+            qCWarning(lcPlatform, "%lld bytes of %s are left unwritten: %s.", state.bytesWaiting,
+                qPrintable(state.path), qPrintable(reason));
+        else
+            qCWarning(lcPlatform, "%s is left behind: %s.", qPrintable(state.path), qPrintable(reason));
     }
 }
 
@@ -66,7 +70,7 @@ std::vector<OutputState> outputStates()
     std::vector<OutputState> states;
     for (const auto &writer : OpenOutputs::instance().all()) {
         OutputState state = writer->state();
-        if (state.bytesWaiting > 0 || state.error != 0 || state.bytesLost > 0)
+        if (state.bytesWaiting > 0 || state.error != 0 || state.bytesLost > 0 || state.isEnding)
             states.push_back(std::move(state));
     }
     return states;

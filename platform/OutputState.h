@@ -23,10 +23,12 @@ struct OutputState {
     int error = 0;
     // Bytes for which there was no memory, or that went with a disk. Never goes back.
     qint64 bytesLost = 0;
+    // Nothing more is given to it, and it is not known yet whether everything is there.
+    bool isEnding = false;
 };
 
-// Of each file that has bytes waiting, an error or a loss, also of recordings that have been stopped; in the
-// order in which they were opened. Any thread; does not wait for a disk.
+// Of each file that has bytes waiting, an error or a loss, or is just ending, also of recordings that have
+// been stopped; in the order in which they were opened. Any thread; does not wait for a disk.
 std::vector<OutputState> outputStates();
 
 // What an error means to the user, to follow a colon: "the disk is full".

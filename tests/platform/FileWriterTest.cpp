@@ -131,12 +131,21 @@ TEST(FileWriter, WhatFailsIsTriedAgainFromWhereItFailed)
     for (const auto &[name, error] : {std::pair{"ENOSPC", ENOSPC}, {"EIO", EIO}, {"ESTALE", ESTALE}}) {
         Disk disk;
         ASSERT_TRUE(disk.stream.open(disk.path));
+        // A disk that does not say whether the file has a name.
+        disk.fault("stat fail EIO");
         disk.write(10);
+        EXPECT_TRUE(waitUntil([&] { return disk.stream.state().bytesWaiting == 0; }));
         disk.fault(QByteArray("write fail ") + name);
         disk.write(10);
         EXPECT_TRUE(waitUntil([&, told = error] { return disk.stream.state().error == told; }));
-        disk.fault("write short 30");
+        // As soon as something is taken the error has passed, however long the rest waits.
+        disk.fault("write short 30\nwrite delay 20");
         disk.write(10);
+        EXPECT_TRUE(waitUntil([&] {
+            const platform::OutputState state = disk.stream.state();
+            return state.error == 0 && state.bytesWaiting > 0;
+        }));
+        disk.fault("write short 30");
         EXPECT_TRUE(disk.isComplete()) << name;
         EXPECT_EQ(disk.stream.state().error, 0);
         EXPECT_EQ(disk.log.lines().size(), 2) << name;
@@ -174,8 +183,14 @@ TEST(FileWriter, AnotherProcessIsRefusedAndAnotherStartOfThisOneTakesTheFileOver
     disk.fault("write fail EIO");
     disk.write(1);
     EXPECT_TRUE(waitUntil([&] { return disk.stream.state().error == EIO; }));
-    disk.fault({});
     platform::OutputStream second;
+    EXPECT_FALSE(second.open(disk.path));
+    disk.fault({});
+    EXPECT_TRUE(disk.isComplete());
+    disk.fault("write fail EIO");
+    disk.write(1);
+    EXPECT_TRUE(waitUntil([&] { return disk.stream.state().error == EIO; }));
+    disk.fault({});
     ASSERT_TRUE(second.open(disk.path));
     EXPECT_TRUE(waitUntil([&] { return disk.stream.state().bytesWaiting == 0; }));
     disk.stream.close();
@@ -235,6 +250,10 @@ TEST(FileWriter, AFileThatIsGoneWithItsFolderIsThereAgainWithIt)
     }));
     EXPECT_TRUE(disk.isComplete());
     EXPECT_EQ(disk.stream.state().bytesLost, 0);
+    // Too late to be seen by a write.
+    ASSERT_TRUE(QFile::remove(disk.path));
+    disk.stream.close();
+    EXPECT_TRUE(waitUntil([&] { return fileContents(disk.path) == disk.expected; }));
 }
 
 // An information frame in the wrong place, and a thread or a descriptor for every take that there was.
@@ -286,7 +305,8 @@ TEST(FileWriter, TheEndOfTheProcessWaitsAtMostThreeSecondsForTheDisk)
     QElapsedTimer timer;
     timer.start();
     EXPECT_EXIT(endOn("write stall"), testing::ExitedWithCode(0),
-        "^10 bytes of .*take.mp3 are left unwritten: the disk does not answer.$");
+        "^Cannot write .*take.mp3: the disk does not answer. What comes meanwhile waits in memory.\n"
+        "10 bytes of .*take.mp3 are left unwritten: the disk does not answer.$");
     EXPECT_LT(timer.elapsed(), 10000);
 }
 
