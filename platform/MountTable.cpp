@@ -51,7 +51,8 @@ QHash<QByteArray, QByteArray> identifiersByDevice(const QByteArray &folder)
 
 QByteArray identityOf(const Mount &mount, const QHash<QByteArray, QByteArray> &identifiers)
 {
-    if (mount.source.startsWith('/') && !mount.source.startsWith("//"))
+    // Any other path is that of a file, which may be on a disk that does not answer.
+    if (mount.source.startsWith("/dev/"))
         return identifiers.value(withoutLinks(mount.source));
     const bool isShare = mount.source.startsWith("//") || mount.source.contains(':');
     return isShare ? mount.type + ' ' + mount.source : QByteArray();
