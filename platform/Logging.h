@@ -31,6 +31,12 @@ inline const QLoggingCategory &lcPlatform()
     return category;
 }
 
+inline const QLoggingCategory &lcSettings()
+{
+    static const QLoggingCategory category("flipside.settings", QtInfoMsg);
+    return category;
+}
+
 inline const QLoggingCategory &lcUi()
 {
     static const QLoggingCategory category("flipside.ui", QtInfoMsg);

@@ -25,10 +25,11 @@ QByteArray storedToken()
 
 WorkingFolder::Place searchDisk(const QString &path, const QByteArray &token)
 {
-    if (!path.isEmpty() && QFileInfo::exists(path))
-        return {path, true};
-    const auto found = platform::folderForBookmarkData(token);
-    return found ? WorkingFolder::Place{found->toLocalFile(), true} : WorkingFolder::Place{path, false};
+    if (const auto found = platform::folderForBookmarkData(token))
+        return {found->toLocalFile(), true};
+    // Another folder under its name is none: one that waits for a disk to be mounted, for example.
+    const QFileInfo entry(path);
+    return {path, !path.isEmpty() && entry.exists() && (token.isEmpty() || !entry.isDir())};
 }
 
 } // namespace
@@ -71,7 +72,7 @@ void WorkingFolder::look(const QString &path)
         });
     if (place)
         return adopt(*place);
-    qCWarning(lcPlatform, "The disk of the working folder does not answer.");
+    qCWarning(lcSettings, "The disk of the working folder does not answer.");
     if (m_path.isEmpty())
         setWaitingFor(platform::pathInBookmarkData(m_token));
 }

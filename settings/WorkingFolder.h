@@ -23,8 +23,8 @@ public:
         QString path; // as it was asked for when nothing was found
         bool isThere = false;
     };
-    // Looks for the folder, first at the path and then by its token. It is called on any thread and may take
-    // for ever.
+    // Looks for the folder, by its token, or at the path where there is no token. It is called on any thread
+    // and may take for ever.
     static platform::Seam<std::function<Place(const QString &path, const QByteArray &token)>> &search();
 
     // An absolute path; empty when no folder is known.

@@ -156,6 +156,16 @@ TEST_F(HBPreferencesWndCtrlTest, AFolderThatIsNotThereIsLookedForAgainWhenItIsNe
     ASSERT_TRUE(QDir().rename(away, after));
     EXPECT_TRUE(controller->workingPathExist());
     EXPECT_EQ(controller->workingPath(), after);
+
+    // Another folder has its name, for example one that waits for a disk to be mounted.
+    controller->setWorkingPathWithURL(QUrl::fromLocalFile(after));
+    QList<QByteArray> token = settings->dataForKey(u"HBWorkingPathKey"_s).split('\0');
+    for (const int field : {1, 2, 6, 7}) // device, inode, mount point, file system
+        token[field] += '1';
+    settings->setData(token.join('\0'), u"HBWorkingPathKey"_s);
+    WorkingFolder folder;
+    folder.use(QUrl::fromLocalFile(after));
+    EXPECT_FALSE(folder.isThere());
 }
 
 TEST_F(HBPreferencesWndCtrlTest, ASilentDiskIsAdoptedWhenItAnswersUnlessTheUserHasChosenMeanwhile)
