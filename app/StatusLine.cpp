@@ -87,7 +87,7 @@ void StatusLine::timerEvent(QTimerEvent *event)
 {
     if (event->timerId() != m_timer.timerId())
         return QObject::timerEvent(event);
-    if (isRecording(m_state))
+    if (isRecording(m_state) || isMissed())
         lookAtDisk();
     refresh();
 }
@@ -111,7 +111,7 @@ void StatusLine::lookAtDisk()
 void StatusLine::judgeDisk(const platform::DiskState &disk)
 {
     const auto task = m_delegate->recordingTask();
-    if (!isRecording(m_state) || !task)
+    if (!task || (!isRecording(m_state) && !isMissed()))
         return;
     const auto now = steady_clock::now();
     // A file to which nothing is captured does not grow.
@@ -139,7 +139,9 @@ QString StatusLine::trouble()
 {
     const Troubles troubles = this->troubles();
     // What is still on its way into a file is looked after also when the recording has ended.
-    if (!isRecording(m_state) && troubles.waiting.count() == 0 && m_diskProblem.isEmpty())
+    const bool isWatching = isRecording(m_state) || troubles.waiting.count() > 0 || !m_diskProblem.isEmpty()
+        || m_isEnding || isMissed();
+    if (!isWatching)
         m_timer.stop();
     else if (!m_timer.isActive())
         m_timer.start(intervalMilliseconds, this);
@@ -158,11 +160,17 @@ Troubles StatusLine::troubles()
         troubles.disk = m_disk.judgement();
         troubles.timeLeft = m_disk.timeLeft();
         troubles.sound = m_sound->judge();
-    } else if (m_disk.judgement() == DiskWatch::Judgement::FolderGone
-        || m_disk.judgement() == DiskWatch::Judgement::FileGone) {
+    } else if (isMissed()) {
         troubles.disk = m_disk.judgement(); // and the recording with it
     }
     return troubles;
+}
+
+// Whether the last recording is not where it was made, as far as is known. It may come back with its folder.
+bool StatusLine::isMissed() const
+{
+    return m_disk.judgement() == DiskWatch::Judgement::FolderGone
+        || m_disk.judgement() == DiskWatch::Judgement::FileGone;
 }
 
 // A recording is told of itself; at rest all counts that still waits, also of recordings before the last.
@@ -172,11 +180,13 @@ void StatusLine::lookAtOutputs(Troubles &troubles)
     const QString current = m_delegate->currentOutputFile();
     QString problem;
     qint64 waiting = 0;
+    m_isEnding = false;
     for (const platform::OutputState &output : platform::outputStates()) {
         if (output.path == current)
             troubles.unwritten = m_disk.timeOf(output.bytesLost);
         else if (isRecording(m_state))
             continue;
+        m_isEnding |= output.isEnding;
         waiting += output.bytesWaiting;
         if (output.error)
             problem = platform::outputErrorReason(output.error);

@@ -15,8 +15,8 @@ class AppDelegate;
 
 // The one honest line: what the recorder is doing, from which device, and what is wrong when something is.
 // What the last recording lacks is said until the next one, and why a command could not be done until the
-// next command. It only looks: it changes no state and shows no dialog. While nothing is recorded, and
-// nothing waits for a disk, it does not wake up at all. Main thread only.
+// next command. It only looks: it changes no state and shows no dialog. While nothing is recorded, nothing
+// waits for a disk, and no file is missed, it does not wake up at all. Main thread only.
 class StatusLine : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
@@ -47,6 +47,7 @@ private:
     Troubles troubles();
     void lookAtOutputs(Troubles &troubles);
     void lookForHoles(Troubles &troubles) const;
+    bool isMissed() const;
 
     AppDelegate *m_delegate;
     SoundWatch *m_sound;
@@ -54,6 +55,7 @@ private:
     QBasicTimer m_timer;
     platform::Inquiry<platform::DiskState> m_question;
     bool m_diskIsSilent = false;
+    bool m_isEnding = false; // it is about to be known whether all of a recording is in its file
     QString m_diskProblem;
     std::chrono::steady_clock::time_point m_diskProblemSeen;
     int m_state = 0;
