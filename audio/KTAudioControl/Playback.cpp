@@ -8,12 +8,20 @@
 #include "platform/MainQueue.h"
 #include "platform/ThreadCheck.h"
 
+#include <QCoreApplication>
+#include <QTimer>
 #include <algorithm>
 #include <cstring>
 
 namespace {
 
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
 constexpr std::uint32_t secondsAhead = 2;
+// As long as for a sound server that makes no progress.
+constexpr auto diskPatience = 5s;
+constexpr auto lookEvery = 1s;
 
 sound::SampleSpec specOf(const AudioStreamBasicDescription &format)
 {
@@ -33,8 +41,27 @@ void Playback::start()
 {
     platform::assertMainThread();
     m_running = true;
+    m_starving = steady_clock::now();
     if (!platform::runOnSpareThread([self = shared_from_this()] { self->read(); }))
-        post([](Playback &playback) { playback.end(QStringLiteral("there is no room for a thread")); });
+        return post(
+            [](Playback &playback) { playback.end(QStringLiteral("there is no room for a thread")); });
+    watchDisk();
+}
+
+void Playback::watchDisk()
+{
+    bool isSilent = false;
+    {
+        const std::scoped_lock lock(m_mutex);
+        isSilent = m_starving && !m_paused && steady_clock::now() - *m_starving > diskPatience;
+    }
+    if (isSilent)
+        return end(QStringLiteral("the disk does not answer"));
+    QTimer::singleShot(lookEvery, qApp, [weak = weak_from_this()] {
+        const auto playback = weak.lock();
+        if (playback && playback->m_running)
+            playback->watchDisk();
+    });
 }
 
 void Playback::stop()
@@ -69,6 +96,11 @@ void Playback::resume()
 {
     platform::assertMainThread();
     m_paused = false;
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_starving)
+            m_starving = steady_clock::now();
+    }
     if (m_stream)
         m_stream->resume();
 }
@@ -92,6 +124,7 @@ void Playback::read()
         packet = m_source.nextPacket();
     const std::scoped_lock lock(m_mutex);
     m_atEnd = true;
+    m_starving.reset();
     m_problem = m_source.error();
     if (m_stream)
         m_stream->more();
@@ -101,6 +134,7 @@ void Playback::read()
 bool Playback::append(std::span<const std::byte> samples)
 {
     std::unique_lock lock(m_mutex);
+    m_starving.reset();
     while (!samples.empty() && !m_stopped) {
         if (m_size == m_ahead.size()) {
             m_room.wait(lock);
@@ -150,6 +184,8 @@ sound::PlaybackFill Playback::fillPlayback(void *buffer, std::size_t bytes)
         m_played += std::int64_t(filled);
         atEnd = m_atEnd && m_size == 0;
         m_hungry = filled < bytes;
+        if (m_hungry && !m_atEnd && !m_starving)
+            m_starving = steady_clock::now();
         if (m_size <= m_ahead.size() * 3 / 4)
             m_room.notify_one();
     }

@@ -7,6 +7,7 @@
 #include "audio/KTAudioControl/Mp3Source.h"
 #include "audio/KTAudioControl/SoundSystem.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -15,7 +16,8 @@
 
 // One file on its way to the sound system. It is opened, read and decoded on a thread of its own, two seconds
 // ahead of what is heard, so that neither the main thread nor the sound system's ever waits for a disk. That
-// thread may never come back from a disk that is gone: it holds this object, and is left behind.
+// thread may never come back from a disk that is gone: it holds this object, and is left behind when nothing
+// has come from it for five seconds.
 //
 // Main thread only, unless it says otherwise.
 class Playback final : public sound::PlaybackClient, public std::enable_shared_from_this<Playback> {
@@ -58,6 +60,7 @@ private:
     bool append(std::span<const std::byte> samples);
 
     void opened();
+    void watchDisk();
     void post(std::function<void(Playback &)> work);
     void end(const QString &problem);
     std::int64_t packetsBefore(std::int64_t bytes) const;
@@ -81,6 +84,8 @@ private:
     std::int64_t m_played = 0; // bytes
     bool m_hungry = false; // the sound system waits for more
     bool m_atEnd = false; // nothing will be added
+    // Since when nothing more can be heard before the disk answers.
+    std::optional<std::chrono::steady_clock::time_point> m_starving;
     bool m_stopped = false;
     QString m_problem; // of the file
     std::unique_ptr<sound::PlaybackStream> m_stream;
