@@ -71,6 +71,10 @@ bool InputDevices::update(const sound::DeviceList &list)
     const bool changed = sorted(names) != sorted(m_names);
     m_names = names;
     m_sources = named;
+    m_mutedKeys.clear();
+    for (const sound::Source &source : sources)
+        if (source.muted)
+            m_mutedKeys.insert(source.key);
     return changed;
 }
 

@@ -6,6 +6,7 @@
 #include "audio/KTAudioControl/SoundSystem.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 // The sound system's sources as the user knows them: in the order of the menu, each under a name of its own.
@@ -19,6 +20,8 @@ public:
     const QStringList &names() const { return m_names; }
     // 0 for an unknown name.
     std::uint32_t identifierFromName(const QString &name) const;
+    // The sources that are there and muted, by key.
+    const QSet<QString> &mutedKeys() const { return m_mutedKeys; }
 
     // Identifiers are given out once a source and stay its own until the process ends, also while it is
     // unplugged. 0 belongs to no source, and has no key.
@@ -28,4 +31,5 @@ public:
 private:
     QStringList m_names;
     QHash<QString, sound::Source> m_sources; // by the name that the user sees
+    QSet<QString> m_mutedKeys;
 };

@@ -58,9 +58,18 @@ void KTAudioControl::Private::listChanged()
 
 void KTAudioControl::Private::takeList()
 {
-    if (m_attached && m_devices.update(sound::soundSystem().devices()) && m_delegate)
+    if (!m_attached)
+        return;
+    const QSet<QString> muted = m_devices.mutedKeys();
+    const bool otherNames = m_devices.update(sound::soundSystem().devices());
+    const bool otherMuted = m_devices.mutedKeys() != muted;
+    if (otherNames && m_delegate)
         m_delegate->audioControlInputDeviceChanged(m_control);
+    if (otherMuted && m_delegate)
+        m_delegate->audioControlInputMuteChanged(m_control);
 }
+
+void KTAudioControlDelegate::audioControlInputMuteChanged(KTAudioControl *) { }
 
 // Lives until the process ends: updates on their way to the main queue refer to it.
 KTAudioControl *KTAudioControl::sharedAudioControl()
@@ -78,6 +87,7 @@ KTAudioControl::~KTAudioControl() = default;
 
 void KTAudioControl::setDelegate(KTAudioControlDelegate *delegate)
 {
+    platform::assertMainThread();
     d->m_delegate = delegate;
 }
 
@@ -93,4 +103,11 @@ std::uint32_t KTAudioControl::deviceIDFromName(const QString &name)
     platform::assertMainThread();
     d->attach();
     return d->m_devices.identifierFromName(name);
+}
+
+bool KTAudioControl::isInputMuted(std::uint32_t deviceID)
+{
+    platform::assertMainThread();
+    d->attach();
+    return d->m_devices.mutedKeys().contains(InputDevices::keyFromIdentifier(deviceID));
 }

@@ -38,6 +38,7 @@ struct Source {
     QString key; // unique, and the same again when the device is plugged in again
     QString name; // to be shown; several sources may share one
     bool monitor = false; // what an output plays
+    bool muted = false; // or its volume is zero
 
     bool operator==(const Source &) const = default;
 };

@@ -102,7 +102,7 @@ void PulseDevices::sourceInfo(pa_context *, const pa_source_info *info, int last
         return devices->listComplete(last > 0);
     const char *name = info->description && *info->description ? info->description : info->name;
     devices->m_incoming.sources.append({QString::fromUtf8(info->name), QString::fromUtf8(name).trimmed(),
-        info->monitor_of_sink != PA_INVALID_INDEX});
+        info->monitor_of_sink != PA_INVALID_INDEX, info->mute || pa_cvolume_is_muted(&info->volume)});
 }
 
 // Says only that something has changed: events arrive in no reliable order, a change of a source even before

@@ -11,13 +11,16 @@
 
 class KTAudioControl;
 
-class KTAudioControlDelegate {
+class KTAUDIO_EXPORT KTAudioControlDelegate {
 public:
     virtual ~KTAudioControlDelegate() = default;
     // Other names are in the list than before. A new order alone, as of a new default input, is not reported,
     // nor is a sound server that restarts and has the same devices within two seconds. Main thread, from the
     // main loop.
     virtual void audioControlInputDeviceChanged(KTAudioControl *control) = 0;
+    // isInputMuted() may say otherwise than before, for one device or more. Comes within a second of the
+    // change, and after the report above where both have changed. Main thread, from the main loop. Optional.
+    virtual void audioControlInputMuteChanged(KTAudioControl *control);
 };
 
 // The input devices of the sound system, and changes to them. Main thread only.
@@ -35,6 +38,10 @@ public:
 
     // 0 for an unknown or empty name; a recorder for 0 does not start.
     std::uint32_t deviceIDFromName(const QString &name);
+
+    // Whether the device gives only silence because it is muted, or its volume is zero. Known from the same
+    // list, also for monitors of outputs; false for 0 and while the device is not there.
+    bool isInputMuted(std::uint32_t deviceID);
 
     KTAudioControl(const KTAudioControl &) = delete;
     KTAudioControl &operator=(const KTAudioControl &) = delete;
