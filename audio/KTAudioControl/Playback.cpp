@@ -58,9 +58,8 @@ void Playback::watchDisk()
     if (isSilent)
         return end(QStringLiteral("the disk does not answer"));
     QTimer::singleShot(lookEvery, qApp, [weak = weak_from_this()] {
-        const auto playback = weak.lock();
-        if (playback && playback->m_running)
-            playback->watchDisk();
+        if (const auto self = weak.lock(); self && self->m_running)
+            self->watchDisk();
     });
 }
 
