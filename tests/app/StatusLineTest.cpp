@@ -40,7 +40,8 @@ TEST(DiskWatch, JudgesTheWorstThatItSeesAndMeasuresTheRateOnceThereIsEnoughToMea
     EXPECT_EQ(judged(fileOf(megabyte / 10, 12 * megabyte - 40000), 1s, 10s), Disk::Fine);
     EXPECT_EQ(disk.timeLeft(), 1196s);
     EXPECT_EQ(disk.timeOf(25000), 2500ms);
-    // A file that stands still while its disk does is not half as dense for that.
+    // While the disk stands still the file does not grow, and a second of sound takes as many bytes as
+    // before.
     EXPECT_EQ(judged(fileOf(megabyte / 10, 12 * megabyte), 1s, 20s, megabyte / 10), Disk::Fine);
     EXPECT_EQ(disk.timeOf(25000), 2500ms);
     EXPECT_EQ(judged(fileOf(megabyte / 10, 1000 * megabyte), 2500ms), Disk::Fine);
