@@ -36,7 +36,7 @@ const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
 // What a start opens, and an alert should it fail. Each recording keeps its file open.
 constexpr int filesForAStart = 12;
 
-// To follow a colon. A file that failed says why in more detail than the task.
+// The reason, in words that follow a colon. A file that failed says why in more detail than the task.
 QString whyNotStarted(HBRecordingTask &task)
 {
     const int error = task.outputState().error;

@@ -37,8 +37,9 @@ void finishStart(const AppDelegate &delegate)
     new QShortcut(QKeySequence::Quit, delegate.preferencesWndCtrl()->window(), &QApplication::quit);
 }
 
-// Nobody stops the recording, but what was captured up to now still gets into its file; and no report that
-// nobody runs any more keeps the capture going while the process ends.
+// The recording is not stopped, but what was captured up to now still gets into its file. Reports that the
+// main loop would never run again must not keep the task, and with it the capture, alive while the process
+// ends.
 void endCapture(const AppDelegate &delegate)
 {
     if (const auto task = delegate.recordingTask())

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""What a fault is put to: programs on one private desktop, each with a home of its own, sound servers with a microphone
+"""Where the faults happen: programs on one private desktop, each with a home of its own, sound servers with a microphone
 whose every moment can be told apart, and the judgement of what is in the files."""
 
 import collections

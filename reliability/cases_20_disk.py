@@ -379,7 +379,7 @@ def folder_idle(bench, quick):
 
 
 def deep_folders(home, name):
-    """No single call takes a path near the limit with more behind it."""
+    """A folder whose path is too long for a single call, so it is made part by part."""
     made = os.open(home, os.O_RDONLY)
     for part in name.split(b"/"):
         os.mkdir(part, dir_fd=made)
@@ -403,7 +403,7 @@ def names(bench, quick):
             run.finish()
             counted.take(run)
         else:
-            # The toolkit keeps names as text: what is none cannot be chosen, and another folder is asked for.
+            # The toolkit keeps names as text: one that is not text cannot be chosen, and another folder is asked for.
             asked = run.panel.find("text", "Directory:", 1)
             counted.check(asked or run.words(), "neither recorded, nor told, nor asked")
             bench.desktop.key("Escape")

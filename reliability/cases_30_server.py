@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Sound servers that go, stand still and never answer, and devices that come and go."""
+"""Sound servers that go away, stand still and never answer, and devices that come and go."""
 
 import contextlib
 import os

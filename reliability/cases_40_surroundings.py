@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Settings files that are none, and desktops and machines that lack something."""
+"""Settings files that are not settings, and desktops and machines that lack something."""
 
 import os
 import subprocess

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""The same faults put to other recorders, each with the options that its manual gives for recording to a file."""
+"""The same faults with other recorders, each with the options that its manual gives for recording to a file."""
 
 import contextlib
 import os
@@ -24,7 +24,7 @@ RECORDERS = {
 
 
 class Other:
-    """One of them, as far as a fault goes the same as a run of the program."""
+    """One of them, which the cases treat like a run of the program."""
 
     def __init__(self, sound, folder, commands):
         self.sound, self.processes, feed = sound, [], None

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-// Gives the readers what is damaged: damaged_input archives|tokens|mp3 [COUNT] [SEED]. The same seed damages
-// in the same way. Ends with 1 when something came out that is outside its limits, a refusal was not one log
-// line, or a playback did not end; meant for the build with sanitizers, too.
+// Gives damaged files to what reads them: damaged_input archives|tokens|mp3 [COUNT] [SEED]. The same seed
+// damages in the same way. Ends with 1 when something came out that is outside its limits, a refusal was not
+// one log line, or a playback did not end; meant for the build with sanitizers, too.
 
 #include "ArchiveMutations.h"
 #include "KTAudioControl/KTAudioPlayer.h"

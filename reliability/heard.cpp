@@ -1,17 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Flipside developers
 // SPDX-License-Identifier: MIT
 
-// What of a microphone's sound is in a file, and where.
+// Which parts of a microphone's sound are in a file, and where.
 //
-//     heard --make FILE        writes the sound: raw frames of two minutes of noise that never repeats itself
-//     heard FILE...            a line of JSON for each file: its length, and its pieces of that sound in the
-//     file's
-//                              order, each [seconds in the file, seconds in the sound, length]; what lies
-//                              between them is silence or foreign
+//     heard --make FILE    writes the sound: raw frames of two minutes of noise that never repeats itself
+//     heard FILE...        a line of JSON for each file: its length, and the pieces of that sound, in the
+//                          file's order, each [seconds in the file, seconds in the sound, length]; what
+//                          lies between them is silence or another sound
 //
-// The noise lies where every setting of the encoder keeps it. Half a tenth of a second of its signs is like
-// no other moment of the two minutes, so that lost, repeated and swapped sound is told to a hundredth of a
-// second.
+// The noise has the frequencies that every setting of the encoder keeps. The signs of fifty milliseconds of
+// it are like no other moment of the two minutes, so that lost, repeated and swapped sound is told to a
+// hundredth of a second.
 
 #include <algorithm>
 #include <array>

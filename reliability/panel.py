@@ -127,7 +127,7 @@ class Panel:
             if self.ask(top, "GetRole") in (ROLES["alert"], ROLES["dialog"]) and self.has(top, SHOWING):
                 paths = list(self.walk(top))
                 texts = [self.property(p, "Name") for p in paths if self.ask(p, "GetRole") == ROLES["label"]]
-                # A chooser has none.
+                # A folder chooser has no such button.
                 ok = next((p for p in paths if self.property(p, "Name").replace("&", "") == "OK"), None)
                 if ok:
                     found.append((ok, " ".join(texts)))

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Puts faults to the program and says what they did: ./faults [--jobs N] [--list] [quick | NAME...]
+"""Makes things around the program fail and says what that did: ./faults [--jobs N] [--list] [quick | NAME...]
 
 A name is a case or the beginning of one. Without names the whole suite runs and writes its table into
 docs/RELIABILITY.md. FLIPSIDE_SOAK_MINUTES says how long the soak lasts (10)."""

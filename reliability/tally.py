@@ -50,14 +50,14 @@ class Tally:
         return holds
 
     def hear(self, run, tried=False):
-        """Its window and its words; `tried` where no file is judged."""
+        """Judges what the window and the status line of a run did; `tried` where no file is judged."""
         self.tries += tried
         run.watch.finish()
         silence = run.silence()
         self.silence = max(self.silence or 0.0, silence)
         self.check(silence <= self.may_be_silent, f"the window was silent for {silence:.1f} s")
         for word in run.words():
-            # Of a text that counts, the last one.
+            # Of a text that counts seconds, only the last one.
             self.told[NUMBER.sub("", word)] = word
         log = run.log()
         self.check("Sanitizer" not in log and "runtime error" not in log, "the sanitizer complains")
