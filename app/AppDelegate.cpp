@@ -90,8 +90,8 @@ void AppDelegate::changePreferencesAction(QObject *)
 {
     QWidget *preferences = preferencesWndCtrl()->window();
     if (preferences->isVisible()) {
-        preferences->raise();
-        preferences->activateWindow();
+        preferences->window()->raise();
+        preferences->window()->activateWindow();
     } else {
         preferencesWndCtrl()->mainWindow = window;
         NSWindow_Flipr::flipToShowWindow(window, preferences, true);

@@ -10,6 +10,7 @@
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/WindowPlatform.h"
 #include "settings/HBPreferencesWndCtrl.h"
+#include "ui/flip/Stage.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -29,12 +30,14 @@ void nameApplication()
 
 // The icon is drawn from paths and the back of the card is built while the user already looks at the front.
 // The encoder configuration comes with the back.
-void finishStart(const AppDelegate &delegate)
+void finishStart(const AppDelegate &delegate, Stage &stage)
 {
     QApplication::setWindowIcon(QIcon(u":/flipside/flipside.svg"_s));
     delegate.preferencesIsShow();
+    QWidget *preferences = delegate.preferencesWndCtrl()->window();
+    stage.addCard(preferences);
     // The front has the same key on its close button.
-    new QShortcut(QKeySequence::Quit, delegate.preferencesWndCtrl()->window(), &QApplication::quit);
+    new QShortcut(QKeySequence::Quit, preferences, &QApplication::quit);
 }
 
 // The recording is not stopped, but what was captured up to now still gets into its file. Reports that the
@@ -71,9 +74,11 @@ int main(int argc, char **argv)
     platform::bind(&sleep, &delegate, u"state"_s,
         [&](const QVariant &state) { sleep.setActive(state.toInt() == RecorderStateRecording); });
 
+    Stage stage;
     MainCard card(&delegate);
-    platform::afterFirstPaint(&card, [&] { finishStart(delegate); });
+    platform::afterFirstPaint(&card, [&] { finishStart(delegate, stage); });
     delegate.applicationDidFinishLaunching();
-    card.show();
+    stage.addCard(&card);
+    stage.show();
     return QApplication::exec();
 }

@@ -11,6 +11,7 @@
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/FliprView.h"
 #include "ui/flip/NSWindow_Flipr.h"
+#include "ui/flip/Stage.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -107,8 +108,10 @@ int measure(const char *scale)
     CardWindow front(CardWindow::MinimiseButton | CardWindow::CloseButton);
     CardWindow back;
     const auto always = FlipPermission::judge().replace([] { return true; });
-    front.move(100, 100);
-    front.show();
+    Stage stage;
+    stage.addCard(&front);
+    stage.move(100, 100);
+    stage.show();
     NSWindow_Flipr::flipToShowWindow(&front, &back, true);
     auto *view = NSWindow_Flipr::flippingWindow()->findChild<FliprView *>();
     if (!testbed::waitUntil([view] { return view->animation()->isAnimating(); }))

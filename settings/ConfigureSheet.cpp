@@ -10,6 +10,7 @@
 #include "settings/KTMP3ConfigureWndCtrl.h"
 #include "ui/CardStyle.h"
 #include "ui/SheetShade.h"
+#include "ui/flip/Stage.h"
 #include "ui_EncoderForm.h"
 #include "ui_KTMP3ConfigureWndCtrl.h"
 
@@ -69,10 +70,11 @@ void ConfigureSheet::connectCommands()
 void ConfigureSheet::beginOn(QWidget *host)
 {
     setParent(host->window(), sheetFlags);
-    m_shade = new SheetShade(host->window());
-    const QRect frame = host->window()->geometry();
-    move(frame.left() + (frame.width() - width()) / 2,
-        frame.top() + CardStyle::scaled(CardStyle::titleStripHeight));
+    const auto *stage = qobject_cast<Stage *>(host->window());
+    QWidget *face = stage ? stage->card() : host->window();
+    m_shade = new SheetShade(face);
+    move(face->mapToGlobal(QPoint((face->width() - width()) / 2, 0))
+        + QPoint(0, CardStyle::scaled(CardStyle::titleStripHeight)));
     show();
     activateWindow();
 }

@@ -66,7 +66,7 @@ void CardWindow::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     // All buttons exist by now; installing the filter on one for a second time does no harm.
     for (QAbstractButton *button : findChildren<QAbstractButton *>()) {
-        if (button->window() == this)
+        if (button->window() == window())
             button->installEventFilter(this);
     }
     // After the first paint, which must not wait for the session bus.

@@ -10,8 +10,8 @@ class TitleStrip;
 // A frameless card that draws itself: rounded, translucent at its corners, with its own title strip. A layout
 // made in Designer goes into its content area: `ui.setupUi(card.content())`.
 //
-// The widget is exactly the card, without a margin for a shadow, so that its frame is what is turned over and
-// placed.
+// A card is shown on a stage, or as a window of its own, as a sheet is. The widget is exactly the card,
+// without a margin for a shadow, so that its frame is what is turned over and placed.
 class CardWindow : public QWidget {
     Q_OBJECT
 

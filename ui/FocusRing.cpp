@@ -28,20 +28,20 @@ int reach()
 
 } // namespace
 
-FocusRing::FocusRing(QWidget *window)
-    : QWidget(window)
+FocusRing::FocusRing(QWidget *card)
+    : QWidget(card)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
     hide();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { followFocus(now); });
-    window->installEventFilter(this);
+    card->installEventFilter(this);
 }
 
 void FocusRing::followFocus(QWidget *focused)
 {
     leaveControl();
-    if (!focused || focused == parentWidget() || focused->window() != parentWidget())
+    if (!focused || !parentWidget()->isAncestorOf(focused) || focused->window() != window())
         return;
     m_control = focused;
     // A control also moves when one of its ancestors does.
@@ -73,7 +73,7 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::Show:
         // The window sees all input first. Its handle may have been replaced since it was last shown.
-        if (QWindow *handle = parentWidget()->windowHandle(); handle && watched == parentWidget())
+        if (QWindow *handle = window()->windowHandle(); handle && watched == parentWidget())
             handle->installEventFilter(this);
         [[fallthrough]];
     case QEvent::Move:
@@ -90,7 +90,7 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
 
 void FocusRing::takeInput(QObject *watched, bool isKey)
 {
-    if (watched != parentWidget()->windowHandle())
+    if (watched != window()->windowHandle() || !parentWidget()->isVisible())
         return;
     lastInputWasKey = isKey;
     place();

@@ -7,15 +7,15 @@
 #include <QPointer>
 #include <QWidget>
 
-// Shows where the keyboard is: a ring around the focused control of a window, once the focus has been moved
+// Shows where the keyboard is: a ring around the focused control of a card, once the focus has been moved
 // with the keyboard. A click hides it. One mechanism for every kind of control, and outside the control, so
 // that no layout moves.
 class FocusRing : public QWidget {
     Q_OBJECT
 
 public:
-    // The window owns the ring.
-    explicit FocusRing(QWidget *window);
+    // The card owns the ring.
+    explicit FocusRing(QWidget *card);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -29,6 +29,6 @@ private:
     double radius() const;
 
     QPointer<QWidget> m_control;
-    // The control and its ancestors within the window.
+    // The control and its ancestors within the card.
     QList<QPointer<QWidget>> m_watched;
 };

@@ -12,12 +12,12 @@ constexpr QColor shadeColour{0, 0, 0, 120};
 
 } // namespace
 
-SheetShade::SheetShade(QWidget *window)
-    : QWidget(window)
+SheetShade::SheetShade(QWidget *card)
+    : QWidget(card)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    window->installEventFilter(this);
-    setGeometry(window->rect());
+    card->installEventFilter(this);
+    setGeometry(card->rect());
     show();
     raise();
 }
@@ -25,7 +25,7 @@ SheetShade::SheetShade(QWidget *window)
 void SheetShade::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    // Only where the window is: its rounded corners stay transparent.
+    // Only where the card is: its rounded corners stay transparent.
     painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
     painter.fillRect(rect(), shadeColour);
 }

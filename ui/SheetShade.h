@@ -5,13 +5,13 @@
 
 #include <QWidget>
 
-// Darkens a window for as long as it lives, because a sheet lies on the window and takes its input.
+// Darkens a card for as long as it lives, because a sheet lies on the card and takes its input.
 class SheetShade : public QWidget {
     Q_OBJECT
 
 public:
-    // The window owns the shade.
-    explicit SheetShade(QWidget *window);
+    // The card owns the shade.
+    explicit SheetShade(QWidget *card);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

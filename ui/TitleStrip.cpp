@@ -26,8 +26,8 @@ QHBoxLayout *sideLayout()
 
 } // namespace
 
-TitleStrip::TitleStrip(QWidget *parent)
-    : QWidget(parent)
+TitleStrip::TitleStrip(QWidget *card)
+    : QWidget(card)
     , m_tools(sideLayout())
     , m_windowButtons(sideLayout())
 {
@@ -38,7 +38,7 @@ TitleStrip::TitleStrip(QWidget *parent)
     layout->addLayout(m_tools);
     layout->addStretch(1);
     layout->addLayout(m_windowButtons);
-    window()->installEventFilter(this);
+    card->installEventFilter(this);
 }
 
 void TitleStrip::addTool(QAbstractButton *button)
@@ -78,7 +78,7 @@ void TitleStrip::paintEvent(QPaintEvent *)
     const int side = widestSide() + CardStyle::scaled(sideMargin + toolSpacing);
     const QRect room = rect().adjusted(side, 0, -side, 0);
     const QString title
-        = painter.fontMetrics().elidedText(window()->windowTitle(), Qt::ElideRight, room.width());
+        = painter.fontMetrics().elidedText(parentWidget()->windowTitle(), Qt::ElideRight, room.width());
     painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, title);
 }
 

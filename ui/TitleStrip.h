@@ -10,13 +10,13 @@ class IconButton;
 class QAbstractButton;
 class QHBoxLayout;
 
-// The top of a card: its window's title in the middle, tools on the left, window buttons on the right.
-// Dragging it moves the window.
+// The top of a card: the card's title in the middle, tools on the left, window buttons on the right. Dragging
+// it moves the window that the card is in.
 class TitleStrip : public QWidget {
     Q_OBJECT
 
 public:
-    explicit TitleStrip(QWidget *parent = nullptr);
+    explicit TitleStrip(QWidget *card);
 
     // Takes ownership of the button; the first tool is the leftmost.
     void addTool(QAbstractButton *button);

@@ -8,6 +8,7 @@
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/FliprView.h"
 #include "ui/flip/NSWindow_Flipr.h"
+#include "ui/flip/Stage.h"
 
 #include <QAction>
 #include <QDir>
@@ -124,14 +125,20 @@ TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndT
 TEST_F(HBPreferencesWndCtrlTest, DoneTurnsTheCardBackwards)
 {
     const auto guard = FlipPermission::judge().replace([] { return true; });
+    Stage stage;
     QWidget mainWindow;
     controller->mainWindow = &mainWindow;
-    controller->window()->show();
+    stage.setCard(controller->window());
+    stage.addCard(&mainWindow);
+    stage.show();
     controller->doneAction();
     QWidget *flip = NSWindow_Flipr::flippingWindow();
-    flip->findChild<FliprView *>()->animation()->setCurrentProgress(0.3F);
+    const auto *view = flip->findChild<FliprView *>();
+    ASSERT_TRUE(testbed::waitUntil([&] { return view->animation() && view->animation()->isAnimating(); }));
+    view->animation()->stopAnimation();
+    view->animation()->setCurrentProgress(0.3F);
     const QImage frame = flip->grab().toImage();
-    const QPoint topLeft = flip->mapFromGlobal(controller->window()->pos());
+    const QPoint topLeft = flip->mapFromGlobal(stage.mapToGlobal(stage.cardRect().topLeft()));
     const auto isCard = [&](int x) { return qAlpha(frame.pixel(topLeft + QPoint(x, 3))) == 255; };
     // The left side goes away first, and sinks.
     EXPECT_TRUE(!isCard(130) && isCard(330));

@@ -3,9 +3,11 @@
 
 #include "ui/flip/FliprView.h"
 #include "platform/Logging.h"
+#include "platform/desktop/Overlay.h"
+#include "platform/desktop/ScreenUpdates.h"
 #include "ui/flip/FlipGeometry.h"
 #include "ui/flip/InputBlock.h"
-#include "ui/flip/WindowExchange.h"
+#include "ui/flip/Stage.h"
 
 #include <QGuiApplication>
 #include <QPaintEvent>
@@ -23,17 +25,15 @@ constexpr double slowFlipSeconds = 3.75;
 // Drawn once before the clock starts, to measure what a frame costs.
 constexpr float measuredProgress = 0.05F;
 
-constexpr auto fadeInTime = 50ms;
-constexpr auto fadeOutTime = 100ms;
-// From the first frame drawn to the frame seen: compositors need up to three frames to bring up a new window.
+// From the flipping window's first paint to the screen: compositors need up to three frames to bring up a
+// window.
 constexpr auto coverTime = 80ms;
-static_assert(coverTime > fadeInTime);
 // A flipping window that is never drawn must not keep the user waiting.
 constexpr auto coverDeadline = 500ms;
-// What compositors need to show a window whose opacity has changed.
-constexpr auto opacityTime = 30ms;
-// The same on a busy machine, where nothing is lost by waiting.
-constexpr auto longOpacityTime = 120ms;
+// The card at rest, in the flipping window: two frames of a usual screen.
+constexpr auto restTime = 34ms;
+// What compositors need to show what was drawn last.
+constexpr auto leaveTime = 60ms;
 
 } // namespace
 
@@ -44,128 +44,128 @@ FliprView::FliprView(const QRect &frame, const QRectF &originalRect, QWidget *pa
 {
     setGeometry(frame);
     setAttribute(Qt::WA_NoSystemBackground);
-    m_stageTimer.setSingleShot(true);
-    m_stageTimer.setTimerType(Qt::PreciseTimer);
-    connect(&m_stageTimer, &QTimer::timeout, this, &FliprView::stageEnded);
-    m_fade.setPropertyName("windowOpacity");
+    m_phaseTimer.setSingleShot(true);
+    m_phaseTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_phaseTimer, &QTimer::timeout, this, &FliprView::phaseEnded);
 }
 
 FliprView::~FliprView()
 {
-    for (QWidget *window : {m_initialWindow.data(), m_finalWindow.data()}) {
-        if (window)
-            window->setWindowOpacity(1);
-    }
+    if (m_stage)
+        m_stage->setCurtainDrawn(false);
 }
 
 void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward)
 {
-    if (!initialWindow || !finalWindow || isFlipping())
+    Stage *stage = Stage::of(initialWindow);
+    if (!stage || !finalWindow || isFlipping())
         return;
     vanish();
-    const bool slow = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
-    m_totalDuration = slow ? slowFlipSeconds : flipSeconds;
+    m_slow = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
     m_inputBlock = std::make_unique<InputBlock>();
+    m_stage = stage;
     m_initialWindow = initialWindow;
     m_finalWindow = finalWindow;
     m_direction = forward ? 1.0F : -1.0F;
-    m_topLeft = initialWindow->frameGeometry().topLeft();
     connect(finalWindow, &QObject::destroyed, this, &FliprView::windowDestroyed);
 
-    const QScreen *screen = initialWindow->screen();
-    const QRectF frame = placeOver(initialWindow->frameGeometry(), screen);
+    const QRectF frame = placeOver(platform::overlayFrame(stage, stage->cardRect()));
     if (frame.isEmpty()) {
-        exchangeAtOnce();
+        stage->setCard(finalWindow);
+        stage->bringToFront();
+        forget();
         return;
     }
-    window()->setGeometry(frame.toRect());
-    m_picture = FlipPicture(initialWindow, screen->devicePixelRatio());
-    bringInUnseen(finalWindow);
-    m_finalImage = FlipPicture(finalWindow, screen->devicePixelRatio());
-
+    // What it asks the disk and the sound server is answered while the flipping window comes up.
+    stage->prepareCard(finalWindow);
+    stage->bringToFront();
     m_animation = std::make_unique<FliprAnimation>(FliprAnimation::EaseInEaseOut);
     m_animation->setDelegate(this);
-    m_animation->setFrameRate(screen->refreshRate());
+    m_animation->setFrameRate(stage->screen()->refreshRate());
     m_animation->setCurrentProgress(0);
     m_statistics = {};
-    m_covered = false;
-    m_drawn = rect();
-    enter(Stage::Covering, coverDeadline);
-    window()->setWindowOpacity(0);
+    enter(Phase::Covering, coverDeadline);
+    platform::prepareOverlay(window(), stage);
+    window()->setGeometry(frame.toRect());
     window()->show();
     window()->raise();
 }
 
-QRectF FliprView::placeOver(const QRect &initialFrame, const QScreen *screen)
+QRectF FliprView::placeOver(const QRectF &initialFrame)
 {
-    const QRect primary = QGuiApplication::primaryScreen()->geometry();
-    const double height = primary.y() + primary.height();
-    const QRectF initial = FlipGeometry::turnedOver(QRectF(initialFrame), height);
-    const QRectF frame = FlipGeometry::flippingFrame(initial, m_originalRect, m_uncutSize);
+    const QRect desktop = QGuiApplication::primaryScreen()->virtualGeometry();
+    const QRectF initial
+        = FlipGeometry::turnedOver(initialFrame.translated(-desktop.topLeft()), desktop.height());
+    QRectF frame = FlipGeometry::flippingFrame(initial, m_originalRect, m_uncutSize);
     m_uncutSize = frame.size();
     m_originalRect.setSize(initial.size());
-    const QSizeF visible = screen->availableGeometry().size();
-    return FlipGeometry::turnedOver(FlipGeometry::clippedToSize(frame, visible), height);
+    frame = FlipGeometry::clippedToSize(frame, desktop.size());
+    return FlipGeometry::turnedOver(frame, desktop.height()).translated(desktop.topLeft());
 }
 
-// Front and active, but not yet visible.
-void FliprView::bringInUnseen(QWidget *window)
+void FliprView::enter(Phase phase, std::chrono::milliseconds time)
 {
-    window->setWindowOpacity(0);
-    WindowExchange::bringToFront(window);
+    constexpr int slowness = slowFlipSeconds / flipSeconds;
+    const bool isSeen = phase == Phase::Beginning || phase == Phase::Ending;
+    m_phase = phase;
+    m_phaseTimer.start(m_slow && isSeen ? slowness * time : time);
 }
 
-// Some window managers move a window when it appears.
-void FliprView::keepFinalWindowInPlace()
+void FliprView::phaseEnded()
 {
-    if (m_finalWindow && m_finalWindow->frameGeometry().topLeft() != m_topLeft)
-        m_finalWindow->move(m_topLeft);
-}
-
-void FliprView::enter(Stage stage, std::chrono::milliseconds deadline)
-{
-    m_stage = stage;
-    m_stageTimer.start(deadline);
-}
-
-void FliprView::stageEnded()
-{
-    switch (m_stage) {
-    case Stage::Covering:
-        m_covered ? turn() : bringIn();
+    switch (m_phase) {
+    case Phase::Covering:
+        begin();
         break;
-    case Stage::Turning:
-        if (m_initialWindow)
-            m_initialWindow->hide();
+    case Phase::Beginning:
+        turn();
         break;
-    case Stage::Uncovering:
-        endFlip();
-        m_stage = Stage::Fading;
-        fadeTo(0, fadeOutTime);
-        m_stageTimer.start(fadeOutTime);
+    case Phase::Ending:
+        end();
         break;
-    case Stage::Fading:
+    case Phase::Leaving:
         vanish();
         break;
-    case Stage::Idle:
+    case Phase::Turning:
+    case Phase::Idle:
         break;
     }
 }
 
+// The cards are exchanged behind the curtain. Both pictures are taken now, and not when the flip was asked
+// for, so that they are what is seen at its two ends.
+void FliprView::begin()
+{
+    if (!m_stage || !m_finalWindow)
+        return;
+    const double ratio = m_stage->devicePixelRatioF();
+    const QPointF expected
+        = pixels({QPointF(m_originalRect.x(), height() - m_originalRect.bottom())}).first();
+    const QPoint corner = m_stage->cardRect().topLeft() * ratio;
+    if (m_initialWindow)
+        m_picture = FlipPicture(m_initialWindow, ratio);
+    m_stage->setCurtainDrawn(true);
+    m_stage->setCard(m_finalWindow);
+    m_finalImage = FlipPicture(m_finalWindow, ratio);
+    if (m_picture.isNull())
+        m_picture = m_finalImage;
+    m_shift = platform::cornerInOverlay(window(), m_stage, (expected - corner).toPoint()) + corner
+        - expected.toPoint();
+    enter(Phase::Beginning, restTime);
+    const platform::ScreenUpdatesDisabled together;
+    m_drawn = rect();
+    repaint();
+    m_stage->repaint();
+}
+
 void FliprView::turn()
 {
-    m_fade.stop();
-    window()->setWindowOpacity(1);
-    // Before it is hidden: a window manager's frame around it is seen a moment longer, empty and black.
-    if (m_initialWindow)
-        m_initialWindow->setWindowOpacity(0);
-    enter(Stage::Turning, longOpacityTime);
-    keepFinalWindowInPlace();
-
+    m_phase = Phase::Turning;
     const float firstFrameTime = m_frameTime;
     m_animation->setCurrentProgress(measuredProgress);
     display();
-    const auto timing = FlipGeometry::timing(m_totalDuration, firstFrameTime, m_frameTime);
+    const auto timing
+        = FlipGeometry::timing(m_slow ? slowFlipSeconds : flipSeconds, firstFrameTime, m_frameTime);
     m_turnTime.start();
     m_animation->startAtProgress(timing.startProgress, timing.duration);
 }
@@ -185,8 +185,7 @@ void FliprView::drawRect(const QRect &)
         return;
     QElapsedTimer clock;
     clock.start();
-    const float value = m_animation ? m_animation->currentValue() : m_lastValue;
-    m_lastValue = value;
+    const float value = m_animation->currentValue();
     if (FlipGeometry::showsBack(value) && !m_finalImage.isNull())
         m_picture = std::exchange(m_finalImage, FlipPicture());
     drawPicture(quadrilateral(value));
@@ -195,16 +194,21 @@ void FliprView::drawRect(const QRect &)
     m_statistics.longestFrameTime = std::max(m_statistics.longestFrameTime, m_frameTime);
 }
 
+QPolygonF FliprView::pixels(const QPolygonF &corners) const
+{
+    const double ratio = devicePixelRatioF();
+    return QTransform::fromScale(ratio, ratio).map(corners).translated(m_shift);
+}
+
 // In pixels of the screen, so that a picture that lies flat is copied as it is.
 void FliprView::drawPicture(const QPolygonF &corners)
 {
     const double ratio = devicePixelRatioF();
-    const QTransform toPixels = QTransform::fromScale(ratio, ratio);
     m_drawn = FlipFrame::reach(corners) & rect();
-    const QRect area = toPixels.mapRect(QRectF(m_drawn)).toAlignedRect();
+    const QRect area = QTransform::fromScale(ratio, ratio).mapRect(QRectF(m_drawn)).toAlignedRect();
     QPainter painter(this);
     painter.scale(1 / ratio, 1 / ratio);
-    painter.drawImage(area.topLeft(), m_frame.composed(m_picture, toPixels.map(corners), area, ratio),
+    painter.drawImage(area.topLeft(), m_frame.composed(m_picture, pixels(corners), area, ratio),
         QRect({0, 0}, area.size()));
 }
 
@@ -216,10 +220,9 @@ void FliprView::display()
 void FliprView::paintEvent(QPaintEvent *event)
 {
     drawRect(event->rect());
-    if (m_stage == Stage::Covering && !m_covered) {
-        m_covered = true;
-        fadeTo(1, fadeInTime);
-        m_stageTimer.start(coverTime);
+    if (m_phase == Phase::Covering) {
+        platform::revealOverlay(window());
+        m_phaseTimer.start(coverTime);
     }
 }
 
@@ -229,44 +232,39 @@ void FliprView::animationDidEnd(FliprAnimation *)
     m_statistics.droppedFrames = m_animation->droppedFrames();
     qCDebug(lcUi, "Flip: %d frames in %.3f s, %d dropped, the longest took %.1f ms", m_statistics.frames,
         m_statistics.seconds, m_statistics.droppedFrames, double(m_statistics.longestFrameTime) * 1e3);
-    bringIn();
+    enter(Phase::Ending, restTime);
+    display();
 }
 
-void FliprView::bringIn()
+void FliprView::end()
 {
-    if (m_initialWindow)
-        m_initialWindow->hide();
-    if (m_finalWindow) {
-        keepFinalWindowInPlace();
-        m_finalWindow->setWindowOpacity(1);
-        m_finalWindow->repaint();
-        m_finalWindow->raise();
-        m_finalWindow->activateWindow();
+    m_picture = FlipPicture();
+    {
+        const platform::ScreenUpdatesDisabled together;
+        if (m_stage) {
+            m_stage->setCurtainDrawn(false);
+            m_stage->repaint();
+        }
+        repaint();
     }
-    enter(Stage::Uncovering, opacityTime);
-}
-
-void FliprView::exchangeAtOnce()
-{
-    WindowExchange::exchange(m_initialWindow, m_finalWindow);
-    endFlip();
+    forget();
+    enter(Phase::Leaving, leaveTime);
+    Q_EMIT flipEnded();
 }
 
 void FliprView::windowDestroyed()
 {
     // Nothing is left to bring in; a user must not be left without a window.
-    if (m_initialWindow) {
-        m_initialWindow->setWindowOpacity(1);
-        m_initialWindow->show();
-    }
-    endFlip();
+    if (m_stage && m_initialWindow)
+        m_stage->setCard(m_initialWindow);
+    end();
     vanish();
 }
 
-void FliprView::endFlip()
+void FliprView::forget()
 {
-    m_stage = Stage::Idle;
-    m_stageTimer.stop();
+    m_phase = Phase::Idle;
+    m_phaseTimer.stop();
     if (m_finalWindow)
         disconnect(m_finalWindow, nullptr, this, nullptr);
     if (m_animation) {
@@ -274,30 +272,17 @@ void FliprView::endFlip()
         m_animation->stopAnimation();
         m_animation.release()->deleteLater();
     }
-    if (m_initialWindow)
-        m_initialWindow->setWindowOpacity(1);
+    m_stage = nullptr;
     m_initialWindow = nullptr;
     m_finalWindow = nullptr;
     m_finalImage = FlipPicture();
     m_inputBlock.reset();
-    Q_EMIT flipEnded();
-}
-
-void FliprView::fadeTo(double opacity, std::chrono::milliseconds time)
-{
-    m_fade.stop();
-    m_fade.setTargetObject(window());
-    m_fade.setStartValue(window()->windowOpacity());
-    m_fade.setEndValue(opacity);
-    m_fade.setDuration(static_cast<int>(time.count()));
-    m_fade.start();
 }
 
 void FliprView::vanish()
 {
-    m_stage = Stage::Idle;
-    m_stageTimer.stop();
-    m_fade.stop();
+    m_phase = Phase::Idle;
+    m_phaseTimer.stop();
     window()->hide();
     // Between flips, nothing the size of a picture is kept.
     m_picture = FlipPicture();

@@ -9,19 +9,19 @@
 
 #include <QElapsedTimer>
 #include <QPointer>
-#include <QPropertyAnimation>
 #include <QTimer>
 #include <QWidget>
 #include <memory>
 
 class InputBlock;
+class Stage;
 
-// The content of the flipping window: turns one window's picture about its vertical middle line until it
-// shows the other window. Both windows belong to somebody else and may be destroyed at any time.
+// The content of the flipping window: turns one card's picture about its vertical middle line until it shows
+// the other card. Both cards are on one stage, belong to somebody else and may be destroyed at any time.
 //
-// The window system cannot exchange windows in one step, so the flip does it behind its own picture: the
-// flipping window covers the initial window before that is hidden, and stays until the final window has
-// become visible.
+// Compositors take their time to bring a window up or away, and some fade it. So the flipping window comes up
+// empty, and goes empty: once it is there, picture and card are exchanged by what the two windows draw, in
+// one step, and the first and the last picture are the card as it lies on the stage.
 class FliprView : public QWidget, public FliprAnimationDelegate {
     Q_OBJECT
 
@@ -38,12 +38,12 @@ public:
     FliprView(const QRect &frame, const QRectF &originalRect, QWidget *parent = nullptr);
     ~FliprView() override;
 
-    // Starts a flip of a visible window; slowly while the Shift key is held. Returns at once, the rest
+    // Starts a flip of a visible card; slowly while the Shift key is held. Returns at once, the rest
     // happens in the event loop. Ignored while a flip runs.
     void setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, bool forward);
-    bool isFlipping() const { return m_stage != Stage::Idle && m_stage != Stage::Fading; }
+    bool isFlipping() const { return m_phase != Phase::Idle && m_phase != Phase::Leaving; }
 
-    // Draws one frame; nothing while no flip runs. A flip goes on when the initial window is destroyed.
+    // Draws one frame; nothing while no picture turns. A flip goes on when the initial window is destroyed.
     void drawRect(const QRect &dirtyRect);
     void display() override;
     void animationDidEnd(FliprAnimation *animation) override;
@@ -62,30 +62,30 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    enum class Stage {
+    enum class Phase {
         Idle,
-        // The flipping window comes up over the initial window.
+        // The flipping window comes up over the stage, empty.
         Covering,
+        // The first frame is on the screen.
+        Beginning,
         Turning,
-        // The final window becomes visible under the flipping window.
-        Uncovering,
-        // The flip is over; its last picture fades over the final window.
-        Fading
+        // The last frame is on the screen.
+        Ending,
+        // The flip is over; the flipping window is empty and goes.
+        Leaving
     };
 
-    QRectF placeOver(const QRect &initialFrame, const QScreen *screen);
-    void bringInUnseen(QWidget *window);
-    void keepFinalWindowInPlace();
-    void enter(Stage stage, std::chrono::milliseconds deadline);
-    void stageEnded();
+    QRectF placeOver(const QRectF &initialFrame);
+    void enter(Phase phase, std::chrono::milliseconds time);
+    void phaseEnded();
+    void begin();
     void turn();
-    void bringIn();
-    void exchangeAtOnce();
+    void end();
     void windowDestroyed();
-    void endFlip();
-    void fadeTo(double opacity, std::chrono::milliseconds time);
+    void forget();
     void vanish();
     QPolygonF quadrilateral(float value) const;
+    QPolygonF pixels(const QPolygonF &corners) const;
     void drawPicture(const QPolygonF &corners);
 
     QRectF m_originalRect;
@@ -94,23 +94,22 @@ private:
     QSizeF m_uncutSize;
     QPointer<QWidget> m_initialWindow;
     QPointer<QWidget> m_finalWindow;
-    QPoint m_topLeft;
+    QPointer<Stage> m_stage;
+    // From where the card should lie by its device-independent place to where it lies, in pixels of the
+    // screen.
+    QPoint m_shift;
     FlipPicture m_picture;
     // Until the middle of the turn.
     FlipPicture m_finalImage;
     FlipFrame m_frame;
     std::unique_ptr<FliprAnimation> m_animation;
     std::unique_ptr<InputBlock> m_inputBlock;
-    double m_totalDuration = 0;
+    bool m_slow = false;
     float m_direction = 1;
     float m_frameTime = 0;
-    // Of the frame that was drawn last.
-    float m_lastValue = 0;
     QRect m_drawn;
-    Stage m_stage = Stage::Idle;
-    bool m_covered = false;
-    QTimer m_stageTimer;
-    QPropertyAnimation m_fade;
+    Phase m_phase = Phase::Idle;
+    QTimer m_phaseTimer;
     QElapsedTimer m_turnTime;
     Statistics m_statistics;
 };

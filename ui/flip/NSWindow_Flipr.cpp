@@ -5,11 +5,10 @@
 #include "platform/ThreadCheck.h"
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/FliprView.h"
-#include "ui/flip/WindowExchange.h"
+#include "ui/flip/Stage.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace NSWindow_Flipr {
 
@@ -41,15 +40,6 @@ QWidget *createFlippingWindow()
     return window;
 }
 
-// A window that its program has never moved is placed anew by a window manager each time it is shown, and the
-// widget's own move does nothing for a window that stands there already.
-void place(QWidget *window, const QPoint &corner)
-{
-    window->move(corner);
-    if (QWindow *handle = window->windowHandle())
-        handle->setPosition(corner);
-}
-
 FliprView *viewOf(QWidget *window)
 {
     return window ? window->findChild<FliprView *>() : nullptr;
@@ -75,13 +65,16 @@ void flipToShowWindow(QWidget *window, QWidget *otherWindow, bool forward)
     FliprView *running = viewOf(sharedWindow);
     if (!otherWindow || otherWindow == window || (running && running->isFlipping()))
         return;
-    if (window)
-        place(otherWindow, window->frameGeometry().topLeft());
-    const bool seen = window && window->isVisible() && !window->isMinimized();
-    if (seen && FlipPermission::granted())
+    Stage *stage = Stage::of(window) ? Stage::of(window) : Stage::of(otherWindow);
+    if (!stage)
+        return;
+    const bool seen = window && window->isVisible() && !stage->isMinimized();
+    if (seen && FlipPermission::granted()) {
         viewOf(flippingWindow())->setInitialWindow(window, otherWindow, forward);
-    else
-        WindowExchange::exchange(window, otherWindow);
+    } else {
+        stage->setCard(otherWindow);
+        stage->bringToFront();
+    }
 }
 
 } // namespace NSWindow_Flipr

@@ -5,6 +5,7 @@
 #include "testbed/Waiting.h"
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/NSWindow_Flipr.h"
+#include "ui/flip/Stage.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -27,33 +28,41 @@ QLabel *card(const Quarters &quarters)
     QImage image(2, 2, QImage::Format_RGB32);
     for (int quarter = 0; quarter < 4; ++quarter)
         image.setPixel(quarter % 2, quarter / 2, quarters[quarter]);
-    label->setWindowFlag(Qt::FramelessWindowHint);
     label->setPixmap(QPixmap::fromImage(image.scaled(200, 120)));
-    label->move(300, 260);
+    label->setFixedSize(200, 120);
     return label;
 }
 
 class FliprViewTest : public testing::Test {
 protected:
-    FliprViewTest() { front->show(); }
+    FliprViewTest()
+    {
+        stage.addCard(front.get());
+        placeCard(QPoint(300, 260));
+        stage.show();
+    }
     ~FliprViewTest() override { NSWindow_Flipr::releaseFlippingWindow(); }
 
     static QWidget *window() { return NSWindow_Flipr::flippingWindow(); }
     static FliprView *view() { return window()->findChild<FliprView *>(); }
+    void placeCard(QPoint corner) { stage.move(corner - stage.cardRect().topLeft()); }
     void flip(bool forward = true) { NSWindow_Flipr::flipToShowWindow(front.get(), back.get(), forward); }
-    bool turns()
+    bool turns(bool forward = true)
     {
-        flip();
+        flip(forward);
         return waitUntil([] { return view()->animation() && view()->animation()->isAnimating(); });
     }
     bool hasExchanged()
     {
         return waitUntil([] { return !view()->isFlipping(); }) && !(front && front->isVisible())
-            && back->isVisible() && back->windowOpacity() == 1 && !QApplication::overrideCursor();
+            && back->isVisible()
+            && stage.grab().toImage().pixel(stage.cardRect().topLeft()) == backQuarters[0]
+            && !QApplication::overrideCursor();
     }
-    // The card and its margins. Time has to stand still: the flip has just begun.
+    // The card and its margins, at a flip that turns.
     static QImage frameAt(float progress)
     {
+        view()->animation()->stopAnimation();
         view()->animation()->setCurrentProgress(progress);
         QImage image(view()->size(), QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
@@ -61,13 +70,14 @@ protected:
         return image;
     }
 
+    Stage stage;
     std::unique_ptr<QLabel> front{card(frontQuarters)}, back{card(backQuarters)};
     platform::SeamGuard allowed = FlipPermission::judge().replace([] { return true; });
 };
 
 TEST_F(FliprViewTest, BeginsWithTheUntouchedPictureInPlaceOverItsShadow)
 {
-    flip();
+    ASSERT_TRUE(turns());
     EXPECT_EQ(window()->geometry(), QRect(300 - 64, 260 - 256, 200 + 128, 120 + 512));
     EXPECT_EQ(frameAt(0).copy(64, 256, 200, 120),
         front->grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied));
@@ -80,7 +90,7 @@ TEST_F(FliprViewTest, BeginsWithTheUntouchedPictureInPlaceOverItsShadow)
 TEST_F(FliprViewTest, ShowsEachSideWithTheNearerHalfLarger)
 {
     for (const bool forward : {true, false}) {
-        flip(forward);
+        ASSERT_TRUE(turns(forward));
         for (const float progress : {0.35F, 0.65F}) {
             const QImage image = frameAt(progress);
             const Quarters &expected = progress < 0.5F ? frontQuarters : backQuarters;
@@ -91,23 +101,21 @@ TEST_F(FliprViewTest, ShowsEachSideWithTheNearerHalfLarger)
             EXPECT_EQ(image.pixelColor(204, 255).alpha() == 255, !isLeftNearer) << "above the card, right";
         }
         NSWindow_Flipr::releaseFlippingWindow();
-        back->hide();
+        stage.setCard(front.get());
     }
 }
 
-TEST_F(FliprViewTest, CoversTheWindowBeforeItGoesAndHidesThePointerMeanwhile)
+TEST_F(FliprViewTest, ShowsNothingOnTheStageMeanwhileAndHidesThePointer)
 {
-    back->move(10, 10);
+    const QPoint corner = stage.pos();
     ASSERT_TRUE(turns());
-    EXPECT_TRUE(front->isVisible() && back->isVisible());
-    EXPECT_EQ(front->windowOpacity(), 0);
-    EXPECT_EQ(back->windowOpacity(), 0);
+    EXPECT_TRUE(!front->isVisible() && back->isVisible());
+    EXPECT_EQ(stage.grab().toImage().pixel(stage.cardRect().center()), 0U);
     EXPECT_EQ(view()->animation()->duration(), 0.75);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BlankCursor);
     NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), false); // ignored
     EXPECT_TRUE(hasExchanged());
-    EXPECT_EQ(front->windowOpacity(), 1);
-    EXPECT_EQ(back->pos(), QPoint(300, 260));
+    EXPECT_EQ(stage.pos(), corner);
     EXPECT_TRUE(waitUntil([] { return !window()->isVisible(); }));
 }
 
@@ -143,30 +151,29 @@ TEST_F(FliprViewTest, LeavesAWindowToTheUserWhateverIsDestroyed)
     front.reset(card(frontQuarters));
     NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), false);
     NSWindow_Flipr::releaseFlippingWindow();
-    EXPECT_EQ(front->windowOpacity(), 1) << "the flipping window";
-    back->hide();
+    EXPECT_NE(stage.grab().toImage().pixel(stage.cardRect().center()), 0U) << "the flipping window";
+    stage.setCard(front.get());
     ASSERT_TRUE(turns());
-    EXPECT_TRUE(waitUntil([this] { return !front->isVisible(); }));
     back.reset();
-    EXPECT_TRUE(front->isVisible() && front->windowOpacity() == 1) << "the second window";
     EXPECT_FALSE(view()->isFlipping() || window()->isVisible());
+    EXPECT_TRUE(front->isVisible()) << "the second window";
 }
 
 TEST_F(FliprViewTest, ExchangesAtOnceWhatCannotBeSeenToTurn)
 {
     const int screen = front->screen()->availableGeometry().width();
-    front->move(screen + 500, 260);
+    placeCard(QPoint(screen + 500, 260));
     flip();
     EXPECT_FALSE(view()->isFlipping());
     EXPECT_TRUE(hasExchanged()) << "cut to nothing at the edge of the screen";
 
-    back->move(screen - 150, 260);
+    placeCard(QPoint(screen - 150, 260));
     NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), true);
     window()->hide();
     EXPECT_TRUE(waitUntil([] { return !view()->isFlipping(); })) << "never drawn";
-    EXPECT_EQ(front->windowOpacity(), 1);
+    EXPECT_TRUE(front->isVisible());
 
-    front->move(300, 260);
+    placeCard(QPoint(300, 260));
     flip();
     EXPECT_EQ(window()->width(), 64 + 200 + 64) << "what was cut at the edge has its margins again";
 }

@@ -23,7 +23,6 @@ DESKTOPS = {
     "xfwm4": {"window_manager": ("xfwm4", "--compositor=on"), "compositor": None},
 }
 CARD = (460, 392)
-CORNER = (400, 260)
 # In points from the card's corner: places beside the axis of the turn, without a control on both cards, which only a
 # narrow card leaves; and above the card, where only the half reaches that is nearer to the eye.
 BESIDE, ABOVE = [(160, 33), (190, 33), (270, 33), (300, 33)], [(100, -6), (360, -6)]
@@ -78,10 +77,19 @@ class Flip:
         self.program = desktop.start([binary], {"QT_LOGGING_RULES": "flipside.ui.debug=true",
                                                 "PULSE_SERVER": "unix:/nonexistent"})
         self.program.wait_for("button", "Preferences")
-        wait_until(desktop.active_window_geometry, "the card to be active")
-        self.corner = tuple(desktop.scale * length for length in CORNER)
-        desktop.xdotool("getactivewindow", "windowmove", *self.corner)
-        wait_until(lambda: desktop.active_window_geometry()[:2] == self.corner, "the card to be moved")
+        # Where the window manager has put it, and nobody else.
+        self.place = wait_until(self.card, "the card to be active")
+
+    def card(self):
+        """The frame of the active window's card, without the margins for its shadow; None while there is none."""
+        geometry = self.desktop.active_window_geometry()
+        if not geometry:
+            return None
+        window = self.desktop.xdotool("getactivewindow")
+        margins = re.findall(r"\d+", self.desktop.ask("xprop", "-id", window, "-notype", "_GTK_FRAME_EXTENTS"))
+        left, right, top, bottom = map(int, margins or "0000")
+        x, y, width, height = geometry
+        return x + left, y + top, width - left - right, height - top - bottom
 
     def flips(self):
         return re.findall(r"Flip: (.*)", self.program.log())
@@ -97,13 +105,12 @@ class Flip:
         wait_until(lambda: self.active_title().startswith(title), f"{title} to be active")
 
     def check_place(self):
-        geometry = self.desktop.active_window_geometry()
-        if geometry != (*self.corner, *(length * self.desktop.scale for length in CARD)):
-            raise Failure(f"the active window is at {geometry}")
+        if self.card() != self.place or self.place[2:] != tuple(self.desktop.scale * length for length in CARD):
+            raise Failure(f"the card is at {self.card()} instead of {self.place}")
 
     def turn(self, button, title, forward):
         ended, scale = len(self.flips()), self.desktop.scale
-        part = [scale * length for length in (CORNER[0], CORNER[1] - 10, CARD[0], 50)]
+        part = [self.place[0], self.place[1] - 10 * scale, self.place[2], 50 * scale]
         watch = Watch(self.desktop, part, [(x * scale, (y + 10) * scale) for x, y in BESIDE + ABOVE])
         self.press(button, title)
         wait_until(lambda: len(self.flips()) > ended, "the end of the flip")
