@@ -230,11 +230,14 @@ void AppDelegate::recordWithAccess()
 
 void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion)
 {
-    platform::chooseFolder(window, [self = QPointer(this), completion](const std::optional<QUrl> &folder) {
-        if (self && folder)
-            self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
-        completion(folder.has_value());
-    });
+    // There is no working folder to begin in.
+    const platform::FolderQuestion question{tr("Choose a folder for your recordings"), {}};
+    platform::chooseFolder(
+        window, question, [self = QPointer(this), completion](const std::optional<QUrl> &folder) {
+            if (self && folder)
+                self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
+            completion(folder.has_value());
+        });
 }
 
 void AppDelegate::startRecord()

@@ -238,10 +238,13 @@ void HBPreferencesWndCtrl::vbrModeChanged(QObject *sender)
 
 void HBPreferencesWndCtrl::selectWorkingPathAction(QObject *)
 {
-    platform::chooseFolder(window(), [controller = QPointer(this)](const std::optional<QUrl> &folder) {
-        if (controller && folder)
-            controller->setWorkingPathWithURL(*folder);
-    });
+    const platform::FolderQuestion question{
+        tr("Choose a folder for your recordings"), workingPathExist() ? workingPath() : QString()};
+    platform::chooseFolder(
+        window(), question, [controller = QPointer(this)](const std::optional<QUrl> &folder) {
+            if (controller && folder)
+                controller->setWorkingPathWithURL(*folder);
+        });
 }
 
 void HBPreferencesWndCtrl::showWorkingPathAction(QObject *)

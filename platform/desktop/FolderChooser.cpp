@@ -3,7 +3,12 @@
 
 #include "platform/desktop/FolderChooser.h"
 
+#include "platform/desktop/PortalFolderChooser.h"
+
+#include <QDBusConnection>
+#include <QDir>
 #include <QFileDialog>
+#include <QStandardPaths>
 
 namespace platform {
 
@@ -11,13 +16,15 @@ namespace {
 
 class FolderSheet : public QFileDialog {
 public:
-    FolderSheet(QWidget *window, FolderChoice choice)
+    FolderSheet(QWidget *window, const FolderQuestion &question, FolderChoice choice)
         : QFileDialog(window)
         , m_choice(std::move(choice))
     {
         setAttribute(Qt::WA_DeleteOnClose);
         setFileMode(QFileDialog::Directory);
         setOption(QFileDialog::ShowDirsOnly);
+        setWindowTitle(question.title);
+        setDirectory(question.beginIn);
     }
 
     ~FolderSheet() override { answer({}); }
@@ -40,29 +47,61 @@ private:
     FolderChoice m_choice;
 };
 
-void openSheet(QWidget *window, FolderChoice choice)
+QString usersMusic()
+{
+    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    return QDir(music).exists() ? music : QDir::homePath();
+}
+
+QDialog *openChooser(const QWidget *window)
 {
     for (QObject *child : window->children()) {
-        if (auto *open = dynamic_cast<FolderSheet *>(child)) {
-            open->raise();
-            open->activateWindow();
-            return choice({});
-        }
+        if (dynamic_cast<FolderSheet *>(child) || dynamic_cast<PortalFolderChooser *>(child))
+            return static_cast<QDialog *>(child);
     }
-    // `open` makes it window-modal.
-    (new FolderSheet(window, std::move(choice)))->open();
+    return nullptr;
+}
+
+// `open` makes it window-modal.
+void openSheet(QWidget *window, const FolderQuestion &question, FolderChoice choice)
+{
+    (new FolderSheet(window, question, std::move(choice)))->open();
+}
+
+// A chooser of the desktop cannot be raised by itself. It stands on the window, and comes with it.
+void bringToFront(QDialog *chooser)
+{
+    QWidget *const front
+        = chooser->testAttribute(Qt::WA_DontShowOnScreen) ? chooser->parentWidget()->window() : chooser;
+    front->raise();
+    front->activateWindow();
+}
+
+void askDesktop(QWidget *window, const FolderQuestion &question, FolderChoice choice)
+{
+    if (QDialog *const open = openChooser(window)) {
+        bringToFront(open);
+        return choice({});
+    }
+    FolderQuestion whole = question;
+    if (whole.beginIn.isEmpty())
+        whole.beginIn = usersMusic();
+    if (!QDBusConnection::sessionBus().isConnected())
+        return openSheet(window, whole, std::move(choice));
+    new PortalFolderChooser(window, whole, std::move(choice),
+        [window, whole](FolderChoice taken) { openSheet(window, whole, std::move(taken)); });
 }
 
 } // namespace
 
-void chooseFolder(QWidget *window, FolderChoice choice)
+void chooseFolder(QWidget *window, const FolderQuestion &question, FolderChoice choice)
 {
-    folderChooser().inUse()(window, std::move(choice));
+    folderChooser().inUse()(window, question, std::move(choice));
 }
 
-Seam<std::function<void(QWidget *, FolderChoice)>> &folderChooser()
+Seam<FolderChooser> &folderChooser()
 {
-    static Seam<std::function<void(QWidget *, FolderChoice)>> seam(openSheet);
+    static Seam<FolderChooser> seam(askDesktop);
     return seam;
 }
 

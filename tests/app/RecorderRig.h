@@ -55,8 +55,8 @@ private:
         = platform::alertPresenter().replace([this](const auto &alert) { alerts.append(alert); });
     const platform::SeamGuard m_fileManager
         = platform::fileManager().replace([this](const auto &file) { revealed.append(file); });
-    const platform::SeamGuard m_user
-        = platform::folderChooser().replace([this](QWidget *, const auto &choice) { choice(folderChosen); });
+    const platform::SeamGuard m_user = platform::folderChooser().replace(
+        [this](QWidget *, const auto &, const auto &choice) { choice(folderChosen); });
 };
 
 class RecorderRigTest : public testing::Test, protected RecorderRig { };
