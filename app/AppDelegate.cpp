@@ -3,16 +3,15 @@
 
 #include "app/AppDelegate.h"
 
+#include "app/Alerts.h"
+#include "app/Takes.h"
 #include "audio/MicrophoneAuthorization.h"
 #include "audio/desktop/InputDeviceMenu.h"
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
-#include "platform/OpenFileLimit.h"
-#include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
-#include "platform/desktop/Alert.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
 #include "platform/desktop/PopUpMenu.h"
@@ -20,10 +19,7 @@
 #include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
-#include <QDateTime>
 #include <QDesktopServices>
-#include <QDir>
-#include <QLocale>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -32,16 +28,6 @@ using platform::UserDefaults;
 namespace {
 
 const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
-
-// What a start opens, and an alert should it fail. Each recording keeps its file open.
-constexpr int filesForAStart = 12;
-
-// The reason, in words that follow a colon. A file that failed says why in more detail than the task.
-QString whyNotStarted(HBRecordingTask &task)
-{
-    const int error = task.outputState().error;
-    return error ? platform::outputErrorReason(error) : task.startProblem();
-}
 
 } // namespace
 
@@ -242,13 +228,13 @@ void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(
 
 void AppDelegate::startRecord()
 {
-    if (!platform::canOpenMoreFiles(filesForAStart)) {
+    if (!Takes::canOpenAnother()) {
         qCWarning(lcApp, "Too many files are open to start a recording.");
         setProblem(tr("Cannot record: too many files are open"));
         return;
     }
     // The file is named at once: it is the current one also when nothing can be written to it.
-    setCurrentOutputURL(createUniquePathFile());
+    setCurrentOutputURL(Takes::createUniquePathFile(preferencesWndCtrl()->workingPath()));
     const auto deviceID = KTAudioControl::sharedAudioControl()->deviceIDFromName(m_currentDevice);
     // The configuration comes with the preferences window. The card has it loaded right after its first
     // paint; a Record that is faster than that loads it here.
@@ -260,30 +246,12 @@ void AppDelegate::startRecord()
     if (task->startRecord()) {
         setState(RecorderStateRecording);
     } else {
-        setProblem(tr("Cannot record: %1").arg(whyNotStarted(*task)));
-        alertFailedStartRecording(task->audioStreamBaseDescription());
+        setProblem(tr("Cannot record: %1").arg(Takes::whyNotStarted(*task)));
+        Alerts::failedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.
         if (m_recordingTask == task)
             setRecordingTask(nullptr);
     }
-}
-
-// Two recordings that start within the same second share a name on purpose; what becomes of the first file is
-// the writer's decision.
-QUrl AppDelegate::createUniquePathFile() const
-{
-    const QLocale locale(QLocale::English, QLocale::UnitedStates);
-    const QString name = locale.toString(QDateTime::currentDateTime(), u"yyyy-MM-dd HH'h'mm'm'ss's'"_s);
-    return QUrl::fromLocalFile(QDir(preferencesWndCtrl()->workingPath()).filePath(name + u".mp3"_s));
-}
-
-void AppDelegate::alertFailedStartRecording(const AudioStreamBasicDescription &description)
-{
-    const QString reason = QString::asprintf(
-        "Unsupport format: %d bits per channel, %f sample rate, %d channels per frame, flags: %d",
-        int(description.mBitsPerChannel), description.mSampleRate, int(description.mChannelsPerFrame),
-        int(description.mFormatFlags));
-    platform::Alert{u"Failed to start record."_s, reason, u"OK"_s}.runModal();
 }
 
 // Pause, Stop, Play
@@ -373,11 +341,7 @@ void AppDelegate::grantedAudioDeviceAuthorizationWithCompleteHandler(
 
 void AppDelegate::alertAuthorizationAccessSetting()
 {
-    const QString message = u"Need to access the %1"_s.arg(u"microphone"_s);
-    const QString explanation
-        = u"Before continue, you must granted to access %1. Go to \"Apple->System Preferences...->Security & "
-          u"Privacy->Privacy->%2\" to set, and then relaunch."_s.arg(u"microphone"_s, u"Microphone"_s);
-    platform::Alert{message, explanation, u"OK"_s}.runModal();
+    Alerts::authorizationAccessSetting();
 }
 
 // Reports

@@ -173,9 +173,7 @@ private:
     void recordWithAccess();
     void selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion);
     void startRecord();
-    QUrl createUniquePathFile() const;
     void setProblem(const QString &problem);
-    void alertFailedStartRecording(const AudioStreamBasicDescription &description);
 
     int m_state = RecorderStateIdle;
     std::shared_ptr<HBRecordingTask> m_recordingTask;

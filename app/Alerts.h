@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+struct AudioStreamBasicDescription;
+
+// What the controller tells with an application-modal alert. Each returns when the user has dismissed it.
+namespace Alerts {
+
+void failedStartRecording(const AudioStreamBasicDescription &description);
+void authorizationAccessSetting();
+
+} // namespace Alerts
