@@ -4,6 +4,7 @@
 #include "app/MainCard.h"
 
 #include "app/AppDelegate.h"
+#include "app/WindowTitle.h"
 #include "platform/Binding.h"
 #include "ui/CardStyle.h"
 #include "ui/IconButton.h"
@@ -33,6 +34,7 @@ MainCard::MainCard(AppDelegate *delegate)
     m_status = new StatusLine(delegate, &m_sound, this);
     m_ui->setupUi(content());
     setWindowTitle(content()->windowTitle());
+    new WindowTitle(delegate, this);
     titleStrip()->addTool(m_ui->preferencesButton);
     titleStrip()->addTool(m_ui->helpButton);
     CardStyle::scaleLayout(content()->layout());
