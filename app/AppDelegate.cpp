@@ -52,6 +52,7 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     KTAudioControl::sharedAudioControl()->setDelegate(this);
     setupAudioDevices();
+    m_hasHadDevice = !m_currentDevice.isEmpty();
     setLengthOfRecording(u"00:00:00.0"_s);
 }
 
@@ -368,5 +369,14 @@ void AppDelegate::playTaskComplete(HBPlayTask *task)
 
 void AppDelegate::audioControlInputDeviceChanged(KTAudioControl *)
 {
+    const QString before = m_currentDevice;
     setupAudioDevices();
+    if (m_hasHadDevice && m_currentDevice != before)
+        Q_EMIT currentDeviceReplaced();
+    m_hasHadDevice |= !m_currentDevice.isEmpty();
+}
+
+void AppDelegate::audioControlInputMuteChanged(KTAudioControl *)
+{
+    Q_EMIT inputMuteChanged();
 }

@@ -151,6 +151,7 @@ public:
     void recordingTaskExcuteDuration(HBRecordingTask *task, qint64 milliseconds) override;
     void playTaskComplete(HBPlayTask *task) override;
     void audioControlInputDeviceChanged(KTAudioControl *control) override;
+    void audioControlInputMuteChanged(KTAudioControl *control) override;
 
 Q_SIGNALS:
     void stateChanged();
@@ -158,6 +159,10 @@ Q_SIGNALS:
     void currentOutputURLChanged();
     void lengthOfRecordingChanged();
     void currentDeviceChanged();
+    // Not by the user: devices have come or gone.
+    void currentDeviceReplaced();
+    // An input device may have been muted, or may be heard again.
+    void inputMuteChanged();
     void showInFinderWhenFinishRecordingChanged();
     void problemChanged();
     void canRecordChanged();
@@ -180,6 +185,7 @@ private:
     QUrl m_currentOutputURL;
     QString m_lengthOfRecording;
     QString m_currentDevice;
+    bool m_hasHadDevice = false;
     QString m_problem;
     std::unique_ptr<HBPlayTask> m_playTask;
 };

@@ -72,7 +72,8 @@ void MainCard::connectOutlets()
 void MainCard::bindControls()
 {
     bind(m_ui->elapsedTime, "text", m_delegate, u"lengthOfRecording"_s);
-    bind(m_ui->audioDeviceBox, "text", m_delegate, u"currentDevice"_s);
+    bind(m_ui->audioDeviceBox, m_delegate, u"currentDevice"_s,
+        [this](const QVariant &device) { showDevice(device.toString()); });
     bind(m_ui->outputFile, "text", m_delegate, u"currentOutputFile"_s);
     bindEnabled(m_ui->recordButton, u"canRecord"_s);
     bindEnabled(m_ui->pauseButton, u"canPause"_s);
@@ -89,6 +90,14 @@ void MainCard::bindControls()
         m_ui->status->style()->polish(m_ui->status);
     });
     m_ui->levelMeter->setSource([this] { return m_sound.takePeaks(); });
+}
+
+// Letter for letter also for screen readers, which would otherwise be told the tool tip.
+void MainCard::showDevice(const QString &device)
+{
+    const QString shown = device.isEmpty() ? tr("No input device") : device;
+    m_ui->audioDeviceBox->setText(shown);
+    m_ui->audioDeviceBox->setAccessibleDescription(shown);
 }
 
 void MainCard::connectCommands()

@@ -32,6 +32,7 @@ private:
     void followState();
     void connectOutlets();
     void bindControls();
+    void showDevice(const QString &device);
     void connectCommands();
     void nameShortcuts();
     void orderTabs();

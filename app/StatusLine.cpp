@@ -3,6 +3,7 @@
 
 #include "app/StatusLine.h"
 
+#include "KTAudioControl/KTAudioControl.h"
 #include "app/AppDelegate.h"
 #include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
@@ -63,6 +64,8 @@ StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent
 {
     connect(delegate, &AppDelegate::stateChanged, this, &StatusLine::followState);
     connect(delegate, &AppDelegate::currentDeviceChanged, this, &StatusLine::refresh);
+    connect(delegate, &AppDelegate::currentDeviceReplaced, this, &StatusLine::followReplacedDevice);
+    connect(delegate, &AppDelegate::inputMuteChanged, this, &StatusLine::refresh);
     connect(delegate, &AppDelegate::problemChanged, this, &StatusLine::refresh);
     followState();
 }
@@ -73,6 +76,7 @@ void StatusLine::followState()
     if (m_state == RecorderStateRecording) {
         if (previous != RecorderStateRecordingPaused) {
             m_device = m_delegate->currentDevice();
+            m_deviceID = KTAudioControl::sharedAudioControl()->deviceIDFromName(m_device);
             m_disk = DiskWatch();
             m_question.cancel();
             m_diskIsSilent = false;
@@ -80,6 +84,13 @@ void StatusLine::followState()
         }
         m_disk.start(steady_clock::now());
     }
+    m_replacement.clear();
+    refresh();
+}
+
+void StatusLine::followReplacedDevice()
+{
+    m_replacement = m_delegate->currentDevice();
     refresh();
 }
 
@@ -147,7 +158,9 @@ QString StatusLine::trouble()
         m_timer.start(intervalMilliseconds, this);
     if (!m_delegate->problem().isEmpty())
         return m_delegate->problem();
-    return isPlaying(m_state) ? QString() : troubles.sentence(m_device);
+    return isPlaying(m_state)
+        ? QString()
+        : troubles.sentence(isRecording(m_state) ? m_device : m_delegate->currentDevice());
 }
 
 Troubles StatusLine::troubles()
@@ -155,6 +168,7 @@ Troubles StatusLine::troubles()
     Troubles troubles;
     lookAtOutputs(troubles);
     lookForHoles(troubles);
+    troubles.muted = isMuted();
     if (isRecording(m_state)) {
         troubles.diskIsSilent |= m_diskIsSilent;
         troubles.disk = m_disk.judgement();
@@ -171,6 +185,14 @@ bool StatusLine::isMissed() const
 {
     return m_disk.judgement() == DiskWatch::Judgement::FolderGone
         || m_disk.judgement() == DiskWatch::Judgement::FileGone;
+}
+
+// Of the device that records, or would.
+bool StatusLine::isMuted() const
+{
+    KTAudioControl *const control = KTAudioControl::sharedAudioControl();
+    return control->isInputMuted(
+        isRecording(m_state) ? m_deviceID : control->deviceIDFromName(m_delegate->currentDevice()));
 }
 
 // A recording is told of itself; at rest all counts that still waits, also of recordings before the last.
@@ -225,6 +247,14 @@ QString StatusLine::stateText() const
     case RecorderStatePlayingPaused:
         return tr("Paused, playing %1").arg(m_delegate->currentOutputURL().fileName());
     default:
-        return m_delegate->currentDevice().isEmpty() ? tr("No input device") : tr("Ready");
+        return idleText();
     }
+}
+
+QString StatusLine::idleText() const
+{
+    const QString device = m_delegate->currentDevice();
+    if (device.isEmpty())
+        return tr("No input device");
+    return device == m_replacement ? tr("Input device is now %1").arg(device) : tr("Ready");
 }

@@ -29,6 +29,8 @@ public:
 
     QString text() const { return m_text; }
     bool isWarning() const { return m_warning; }
+    // Sound may be lost meanwhile: of a running recording, or what waits for its disk.
+    bool isSoundAtStake() const { return m_timer.isActive(); }
 
 Q_SIGNALS:
     void textChanged();
@@ -42,9 +44,12 @@ private:
     void lookAtDisk();
     void judgeDisk(const platform::DiskState &disk);
     void refresh();
+    void followReplacedDevice();
     QString stateText() const;
+    QString idleText() const;
     QString trouble();
     Troubles troubles();
+    bool isMuted() const;
     void lookAtOutputs(Troubles &troubles);
     void lookForHoles(Troubles &troubles) const;
     bool isMissed() const;
@@ -60,6 +65,8 @@ private:
     std::chrono::steady_clock::time_point m_diskProblemSeen;
     int m_state = 0;
     QString m_device; // of the recording; the choice for the next one may differ
+    std::uint32_t m_deviceID = 0;
+    QString m_replacement; // the device that came in place of the chosen one
     QString m_text;
     bool m_warning = false;
 };

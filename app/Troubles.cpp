@@ -71,6 +71,8 @@ QString Troubles::ofTheSound(const QString &device) const
         return tr("No sound is arriving from %1").arg(device);
     if (disk == Disk::NotWritten)
         return tr("The file cannot be written");
+    if (muted)
+        return tr("%1 is muted").arg(device);
     if (disk == Disk::NearlyFull)
         return tr("The disk is nearly full: %1 left").arg(inMinutes(timeLeft));
     return sound == Sound::OnlySilence ? tr("Only silence from %1").arg(device) : QString();

@@ -24,6 +24,7 @@ struct Troubles {
     milliseconds missing{0}; // of the sound: it was never captured
     QString missingBecause{}; // to follow a colon: "the computer was busy"
     SoundWatch::Judgement sound = SoundWatch::Judgement::Fine;
+    bool muted = false; // the device, or its volume is zero
 
     // The one that is to be told, as a sentence: a cause before its symptoms, what is lost before what may
     // be, what goes on before what has passed. Empty when nothing is wrong.

@@ -26,6 +26,8 @@ void rebuild(QMenu *menu, const QStringList &names, const std::function<void(QAc
         QObject::connect(item, &QAction::triggered, menu, [item, chosen] { chosen(item); });
         menu->insertAction(menu->actions().value(0), item);
     }
+    if (names.isEmpty())
+        menu->close();
 }
 
 QString title(const QAction *item)
