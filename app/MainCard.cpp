@@ -4,6 +4,8 @@
 #include "app/MainCard.h"
 
 #include "app/AppDelegate.h"
+#include "app/CardAccessibility.h"
+#include "app/Herald.h"
 #include "app/WindowTitle.h"
 #include "platform/Binding.h"
 #include "ui/CardStyle.h"
@@ -11,6 +13,7 @@
 #include "ui/TitleStrip.h"
 #include "ui_MainWindow.h"
 
+#include <QAccessible>
 #include <QMenu>
 #include <QStyle>
 
@@ -30,11 +33,13 @@ MainCard::MainCard(AppDelegate *delegate)
     , m_deviceMenu(new QMenu(this))
     , m_focus(this)
 {
+    CardAccessibility::install();
     connect(delegate, &AppDelegate::stateChanged, this, &MainCard::followState);
     m_status = new StatusLine(delegate, &m_sound, this);
     m_ui->setupUi(content());
     setWindowTitle(content()->windowTitle());
     new WindowTitle(delegate, this);
+    new Herald(delegate, m_status, this);
     titleStrip()->addTool(m_ui->preferencesButton);
     titleStrip()->addTool(m_ui->helpButton);
     CardStyle::scaleLayout(content()->layout());
@@ -60,6 +65,15 @@ void MainCard::followState()
         m_sound.stop();
     m_ui->levelMeter->setRunning(records);
     m_ui->recordButton->setLit(records);
+    if (!records)
+        tellTime();
+}
+
+// Once it stands still. Whoever wants to know it while it runs asks.
+void MainCard::tellTime()
+{
+    QAccessibleEvent changed(m_ui->elapsedTime, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&changed);
 }
 
 void MainCard::connectOutlets()

@@ -30,6 +30,7 @@ public:
 
 private:
     void followState();
+    void tellTime();
     void connectOutlets();
     void bindControls();
     void showDevice(const QString &device);

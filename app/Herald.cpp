@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/Herald.h"
+
+#include "app/AppDelegate.h"
+#include "app/StatusLine.h"
+
+#include <QGuiApplication>
+#include <QRegularExpression>
+#include <QWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What the text is about, however long it has lasted: "12 s wait in memory", "3 min 20 s are missing".
+QString withoutDurations(QString text)
+{
+    static const QRegularExpression duration(u"\\b\\d+(\\.\\d+)? (s|min|minutes?)\\b"_s);
+    return text.remove(duration).simplified();
+}
+
+// Window systems do not say whether a window is covered, but whoever looks at the card has it in front.
+bool isInFront()
+{
+    return QGuiApplication::applicationState() == Qt::ApplicationActive;
+}
+
+} // namespace
+
+Herald::Herald(const AppDelegate *delegate, const StatusLine *line, QWidget *card)
+    : QObject(card)
+    , m_delegate(delegate)
+    , m_line(line)
+    , m_announcer(card)
+    , m_state(delegate->state())
+    , m_told(line->text())
+{
+    connect(line, &StatusLine::textChanged, this, &Herald::tell);
+    connect(line, &StatusLine::warningChanged, this, &Herald::followNotice);
+    connect(delegate, &AppDelegate::stateChanged, this, &Herald::tell);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &Herald::followNotice);
+}
+
+void Herald::tell()
+{
+    const int previousState = std::exchange(m_state, m_delegate->state());
+    const QString news = withoutDurations(m_line->text());
+    if (std::exchange(m_told, news) != news || previousState != m_state)
+        m_announcer.announce(spoken(previousState));
+    followNotice();
+}
+
+QString Herald::spoken(int previousState) const
+{
+    if (m_state != RecorderStateIdle || previousState == RecorderStateIdle)
+        return m_line->text();
+    return m_line->isWarning() ? tr("Stopped. %1").arg(m_line->text()) : tr("Stopped");
+}
+
+// What the last take lacks, and a microphone that is muted at rest, can wait until the user looks.
+void Herald::followNotice()
+{
+    if (isInFront() || !m_line->isWarning() || !m_line->isSoundAtStake()) {
+        m_noticed.clear();
+        m_notice.takeBack();
+        return;
+    }
+    const QString news = withoutDurations(m_line->text());
+    if (std::exchange(m_noticed, news) != news)
+        m_notice.show(m_line->text());
+}
