@@ -6,6 +6,7 @@
 #include "app/AppDelegate.h"
 #include "app/CardAccessibility.h"
 #include "app/Herald.h"
+#include "app/TakeHandle.h"
 #include "app/WindowTitle.h"
 #include "platform/Binding.h"
 #include "ui/CardStyle.h"
@@ -40,6 +41,7 @@ MainCard::MainCard(AppDelegate *delegate)
     setWindowTitle(content()->windowTitle());
     new WindowTitle(delegate, this);
     new Herald(delegate, m_status, this);
+    new TakeHandle(delegate, m_ui->outputFile, m_ui->showButton);
     titleStrip()->addTool(m_ui->preferencesButton);
     titleStrip()->addTool(m_ui->helpButton);
     CardStyle::scaleLayout(content()->layout());

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "app/TakeHandle.h"
+
+#include "app/AppDelegate.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDrag>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+
+TakeHandle::TakeHandle(AppDelegate *delegate, QWidget *line, QWidget *button)
+    : QObject(line)
+    , m_delegate(delegate)
+    , m_line(line)
+    , m_menu(new QMenu(line))
+{
+    fillMenu();
+    offerMenu(line);
+    offerMenu(button);
+    line->installEventFilter(this);
+    connect(delegate, &AppDelegate::stateChanged, this, &TakeHandle::followState);
+    followState();
+}
+
+void TakeHandle::offerMenu(QWidget *widget)
+{
+    widget->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(widget, &QWidget::customContextMenuRequested, m_menu,
+        [this, widget](const QPoint &place) { m_menu->popup(widget->mapToGlobal(place)); });
+}
+
+void TakeHandle::fillMenu()
+{
+    QAction *const open = m_menu->addAction(tr("Open"));
+    connect(open, &QAction::triggered, this,
+        [this] { QDesktopServices::openUrl(m_delegate->currentOutputURL()); });
+    connect(m_menu, &QMenu::aboutToShow, open,
+        [this, open] { open->setEnabled(m_delegate->visibleShowInFinder()); });
+    connect(m_menu->addAction(tr("Show in Folder")), &QAction::triggered, this,
+        [this] { m_delegate->showOutputInFinder(this); });
+    connect(m_menu->addAction(tr("Copy Path")), &QAction::triggered, this,
+        [this] { QApplication::clipboard()->setText(m_delegate->currentOutputFile()); });
+}
+
+// A file that is still written is no one's to have.
+void TakeHandle::followState()
+{
+    m_line->setCursor(m_delegate->visibleShowInFinder() ? Qt::OpenHandCursor : Qt::ArrowCursor);
+}
+
+bool TakeHandle::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool presses = event->type() == QEvent::MouseButtonPress;
+    if (!presses && event->type() != QEvent::MouseMove)
+        return QObject::eventFilter(watched, event);
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    if (presses)
+        m_pressedAt = mouse->pos();
+    else if (mouse->buttons().testFlag(Qt::LeftButton)
+        && (mouse->pos() - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
+        drag();
+    // Taken, or the press would go on to the card, and the moves with it.
+    return mouse->buttons().testFlag(Qt::LeftButton);
+}
+
+void TakeHandle::drag()
+{
+    if (!m_delegate->visibleShowInFinder())
+        return;
+    auto *file = new QMimeData;
+    file->setUrls({m_delegate->currentOutputURL()});
+    auto *drag = new QDrag(m_line);
+    drag->setMimeData(file);
+    drag->exec(Qt::CopyAction);
+}
