@@ -1,0 +1,204 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""What the program tells those who do not look at its card, and what it asks the desktop to show for it."""
+
+import os
+import queue
+import shutil
+import subprocess
+import sys
+import threading
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.join(HERE, "..", "..", "testbed"))
+from desktop import end_process  # noqa: E402
+from recorder import MICROPHONE, RecorderTest, StandIns, main, wait_until  # noqa: E402
+
+SAID_WITHIN = 1.5
+"""Seconds: one for the program, the rest for the accessibility bus to be read on a busy machine."""
+
+LISTENER = """
+import pyatspi
+def tell(event):
+    try:
+        if event.type.startswith("object:property-change") or event.source.getRoleName() == "notification":
+            print(event.type.split(":")[1], event.source.getRoleName(), event.source.name, flush=True)
+    except Exception:  # it went away while it was looked at
+        pass
+pyatspi.Registry.registerEventListener(tell, "object:state-changed:showing", "object:property-change:accessible-name")
+print("ready .", flush=True)
+pyatspi.Registry.start()
+"""
+
+
+class Watcher(StandIns):
+    """Another program on the desktop, and what it says that it was told."""
+
+    def __init__(self, test, *command):
+        self.desktop = test.desktop
+        self.process = test.desktop.spawn(["/usr/bin/python3", *command], stdout=subprocess.PIPE, text=True)
+        test.addCleanup(end_process, self.process)
+        self.lines = queue.Queue()
+        threading.Thread(target=self._read, daemon=True).start()
+        self.expect("ready .")
+
+    def answer(self, response, address=""):
+        self.desktop.ask("dbus-send", "--session", "--dest=org.freedesktop.portal.Desktop", "--print-reply",
+                         "/org/freedesktop/portal/desktop", "test.User.Answer", f"uint32:{response}",
+                         f"string:{address}")
+
+    def mark(self):
+        # What is not shown can be taken back at any time.
+        self.desktop.ask("dbus-send", "--session", "--dest=org.freedesktop.Notifications", "--print-reply",
+                         "/org/freedesktop/Notifications", "org.freedesktop.Notifications.CloseNotification", "uint32:0")
+        return "taken back 0"
+
+
+class TellingTest(RecorderTest):
+    def services(self, *options):
+        return Watcher(self, os.path.join(HERE, "desktop_services.py"), *options)
+
+    def pactl(self, *command):
+        subprocess.run(["pactl", *command], env={**os.environ, **self.sound.environment}, check=True)
+
+
+class Warnings(TellingTest):
+    def test_a_screen_reader_is_told_what_happens_but_not_the_time(self):
+        recorder = self.start()
+        reader = Watcher(self, "-c", LISTENER)
+        recorder.record()
+        title = recorder.program.wait_for("frame", "Recording 00:01 - Flipside")
+        recorder.press("Pause")
+        recorder.wait_status("Paused, .*")
+        self.assertRegex(title.text, "Paused 00:0[1-3] - Flipside")
+        recorder.press("Record")
+        recorder.wait_status("Recording from .*")
+        self.sound.tell("unload " + MICROPHONE)
+        recorder.wait_status("No sound .*")
+        self.sound.tell(f"load {MICROPHONE}=tone")
+        recorder.wait_status(".*missing.*")
+        recorder.press("Stop")
+        said = [reader.lines.get(timeout=5)]
+        while "Stopped" not in said[-1]:
+            said.append(reader.lines.get(timeout=5))
+        told = [line.split("notification ")[1] for line in said if "notification" in line]
+        self.assertEqual([line.split(MICROPHONE)[0] for line in told],
+                         ["Recording from ", "Paused, recording from ", "Recording from ", "No sound is arriving from ",
+                          told[4].split(MICROPHONE)[0], "Stopped. " + told[4].split(MICROPHONE)[0]])
+        # Where it stands still it may be told.
+        self.assertLessEqual(len([line for line in said if "label 00:" in line]), 2)
+
+    def test_a_muted_microphone_is_named_before_and_during_a_recording(self):
+        self.sound.tell("default " + MICROPHONE)
+        recorder = self.start()
+        for status in ("Ready", "Recording from .*"):
+            recorder.wait_status(status)
+            for silence, sound in ((("mute", "1"), ("mute", "0")), (("volume", "0"), ("volume", "100%"))):
+                self.pactl(f"set-source-{silence[0]}", "@DEFAULT_SOURCE@", silence[1])
+                recorder.wait_status(f"{MICROPHONE} is muted", SAID_WITHIN)
+                self.pactl(f"set-source-{sound[0]}", "@DEFAULT_SOURCE@", sound[1])
+                recorder.wait_status(status, SAID_WITHIN)
+            if status == "Ready":
+                recorder.record()
+
+    def test_a_warning_is_a_notification_while_nobody_looks_at_the_card(self):
+        desktop = self.services()
+        self.sound.tell("default " + MICROPHONE)
+        recorder = self.start()
+        recorder.click("Record")
+        desktop.expect("chooser .*")
+        desktop.answer(0, "file://" + recorder.folder)
+        recorder.wait_status("Recording from .*")
+        self.pactl("set-source-mute", "@DEFAULT_SOURCE@", "1")
+        recorder.wait_status(".* is muted")
+        desktop.expect_nothing()
+        recorder.press("Minimise")
+        desktop.expect(f"notice 1 0 {MICROPHONE} is muted")
+        self.sound.tell("unload " + MICROPHONE)
+        # A device that is not there is not muted.
+        desktop.expect("taken back 1")
+        desktop.expect("notice 2 0 No sound is arriving from .*")
+        self.sound.tell(f"load {MICROPHONE}=tone")
+        desktop.expect("notice 2 2 .* s are missing: .*")
+        self.desktop.xdotool("search", "--name", "Recording .* - Flipside", "windowactivate")
+        desktop.expect("taken back 2")
+
+    def test_a_device_that_takes_the_place_of_the_chosen_one_is_named(self):
+        self.sound.tell("load <b>Mic</b> & Co=tone")
+        self.sound.tell("default " + MICROPHONE)
+        recorder = self.start()
+        device = recorder.button("Input device")
+        wait_until(lambda: device.description == MICROPHONE, "the first device")
+        self.sound.tell("unload " + MICROPHONE)
+        recorder.wait_status("Input device is now <b>Mic</b> & Co")
+        self.assertEqual(device.description, "<b>Mic</b> & Co")
+        recorder.click("Input device")
+        wait_until(lambda: recorder.windows() == 2, "the menu")
+        self.sound.tell("kill")
+        wait_until(lambda: recorder.windows() == 1, "the empty menu to close")
+        self.assertEqual(device.description, "No input device")
+
+
+class Chooser(TellingTest):
+    QUESTION = "Choose a folder for your recordings"
+
+    def test_the_folder_is_chosen_with_the_desktops_own_chooser(self):
+        music = os.path.join(self.home, "Music")
+        os.mkdir(music)
+        desktop = self.services()
+        recorder = self.start()
+        for response, status in ((1, "Ready"), (0, "Recording from .*")):
+            recorder.click("Record")
+            window = self.desktop.xdotool("getactivewindow")
+            desktop.expect(f"chooser x11:{int(window):x} {music} {self.QUESTION}")
+            # The window is blocked, and another request is none.
+            recorder.click("Preferences")
+            recorder.press("Record")
+            desktop.answer(response, "file://" + recorder.folder if response == 0 else "")
+            recorder.wait_status(status)
+            self.assertIsNone(recorder.program.find("button", "Done"))
+            desktop.expect_nothing()
+        self.assertEqual(os.path.dirname(recorder.output_file), recorder.folder)
+        recorder.press("Stop")
+        recorder.turn_over("Preferences", "Done")
+        recorder.click("Choose folder")
+        desktop.expect(f"chooser .* {recorder.folder} {self.QUESTION}")
+        recorder.end()
+        desktop.expect("closed")
+
+    def test_a_chooser_that_does_not_come_or_goes_away_is_replaced(self):
+        for options, trouble in (("--silent",), lambda desktop: None), ((), lambda desktop: end_process(desktop.process)):
+            desktop = self.services(*options)
+            recorder = self.start()
+            recorder.click("Record")
+            desktop.expect("chooser .*")
+            trouble(desktop)
+            recorder.wait_for("dialog", self.QUESTION, 5)
+            if options:
+                desktop.expect("closed")
+            recorder.choose_folder(recorder.folder)
+            recorder.wait_status("Recording from .*")
+            recorder.end()
+            end_process(desktop.process)
+            shutil.rmtree(os.path.join(self.home, ".config"))
+
+
+class Takes(TellingTest):
+    def test_the_finished_take_has_a_menu(self):
+        recorder = self.start()
+        recorder.record()
+        recorder.press("Stop")
+        recorder.wait_status("Ready")
+        self.stand_ins.drain()
+        recorder.wait_for("label", "Output file").click(self.desktop)
+        self.desktop.xdotool("click", "3")
+        wait_until(lambda: recorder.windows() == 2, "the menu")
+        self.desktop.key("Down")
+        self.desktop.key("Down")
+        self.desktop.key("Return")
+        self.stand_ins.expect("shown .*mp3")
+
+
+if __name__ == "__main__":
+    main()
