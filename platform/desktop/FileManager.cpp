@@ -5,13 +5,19 @@
 
 #include "platform/DiskState.h"
 #include "platform/Inquiry.h"
+#include "platform/Logging.h"
+#include "platform/desktop/Opener.h"
+#include "platform/desktop/PendingCall.h"
+#include "platform/desktop/PortalRequest.h"
+#include "platform/desktop/SessionBus.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDesktopServices>
+#include <QDBusPendingCall>
+#include <QDBusUnixFileDescriptor>
+#include <QFile>
 #include <chrono>
+#include <fcntl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -19,9 +25,54 @@ namespace platform {
 
 namespace {
 
-// A file manager that the bus has to start first needs a while.
-constexpr std::chrono::milliseconds deadline = std::chrono::seconds(5);
+// One that the bus has to start first needs a while.
+constexpr std::chrono::milliseconds answersWithin = std::chrono::seconds(5);
 constexpr std::chrono::seconds diskAnswersWithin(1);
+
+// Asks about the one file that is to be shown; a newer request takes the place of one that waits for a disk.
+// Never destroyed: the application object is gone before static objects are.
+template <typename Answer> Inquiry<Answer> &inquiry()
+{
+    static auto *const asked = new Inquiry<Answer>;
+    return *asked;
+}
+
+// A folder is opened itself, a file is looked for in its folder.
+void openFolder(const QUrl &fileUrl)
+{
+    inquiry<DiskState>().ask(questionToDisk(fileUrl.toLocalFile()), diskAnswersWithin, LateAnswer::Dropped,
+        [fileUrl](const std::optional<DiskState> &disk) {
+            const bool isFolder = disk && disk->folderExists();
+            openOnDesktop(
+                isFolder ? fileUrl : fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
+        });
+}
+
+// Names the file without a right to read it.
+QDBusUnixFileDescriptor openForPortal(const QByteArray &path)
+{
+    QDBusUnixFileDescriptor handle;
+    if (const int descriptor = open(path.constData(), O_PATH | O_CLOEXEC); descriptor >= 0)
+        handle.giveFileDescriptor(descriptor);
+    return handle;
+}
+
+void askPortal(const QUrl &fileUrl)
+{
+    const auto opened = [fileUrl](const std::optional<QDBusUnixFileDescriptor> &file) {
+        if (!file || !file->isValid())
+            return openFolder(fileUrl);
+        const QString noWindow = u""_s;
+        PortalRequest::send(u"org.freedesktop.portal.OpenURI"_s, u"OpenDirectory"_s,
+            {noWindow, QVariant::fromValue(*file)}, answersWithin, [fileUrl](PortalRequest::Outcome outcome) {
+                if (outcome == PortalRequest::Outcome::Failed)
+                    openFolder(fileUrl);
+            });
+    };
+    inquiry<QDBusUnixFileDescriptor>().ask(
+        [path = QFile::encodeName(fileUrl.toLocalFile())] { return openForPortal(path); }, diskAnswersWithin,
+        LateAnswer::Dropped, opened);
+}
 
 QDBusMessage showItems(const QUrl &fileUrl)
 {
@@ -34,30 +85,17 @@ QDBusMessage showItems(const QUrl &fileUrl)
     return call;
 }
 
-// A folder is opened itself, a file is looked for in its folder.
-void openFolder(const QUrl &fileUrl)
-{
-    // Never destroyed: the application object is gone before static objects are.
-    static auto *const inquiry = new Inquiry<DiskState>;
-    inquiry->ask(questionToDisk(fileUrl.toLocalFile()), diskAnswersWithin, LateAnswer::Dropped,
-        [fileUrl](const std::optional<DiskState> &disk) {
-            const bool isFolder = disk && disk->folderExists();
-            QDesktopServices::openUrl(
-                isFolder ? fileUrl : fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
-        });
-}
-
 void askSessionBus(const QUrl &fileUrl)
 {
-    const auto pending = QDBusConnection::sessionBus().asyncCall(showItems(fileUrl), deadline.count());
-    // Without a bus a call ends here, and no watcher says so.
-    if (pending.isFinished())
+    const QDBusConnection bus = SessionBus::shared().connection();
+    if (!bus.isConnected())
         return openFolder(fileUrl);
-    auto *watcher = new QDBusPendingCallWatcher(pending, qApp);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, fileUrl] {
-        if (watcher->isError())
-            openFolder(fileUrl);
-        watcher->deleteLater();
+    const auto call = bus.asyncCall(showItems(fileUrl), int(answersWithin.count()));
+    whenEnded(call, QCoreApplication::instance(), [fileUrl](const QDBusMessage &reply) {
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            return;
+        qCInfo(lcPlatform, "No file manager on the session bus: %s", qUtf8Printable(reply.errorMessage()));
+        askPortal(fileUrl);
     });
 }
 

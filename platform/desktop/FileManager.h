@@ -11,8 +11,8 @@
 namespace platform {
 
 // Shows the desktop's file manager with the file or folder selected and returns at once. Where no file
-// manager answers on the session bus within some seconds, the containing folder is opened. A failure is
-// ignored. Main thread only.
+// manager answers on the session bus within some seconds, the desktop's portal is asked, and where that does
+// not do it either, the containing folder is opened. A failure is ignored. Main thread only.
 void revealInFileManager(const QUrl &fileUrl);
 
 // Takes the requests.

@@ -4,40 +4,48 @@
 #include "platform/desktop/FileManager.h"
 #include "testbed/Waiting.h"
 
-#include <QDesktopServices>
 #include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// What opens folders.
-class Desktop : public QObject {
-    Q_OBJECT
-
+// What opens folders: writes down each one.
+class Opener {
 public:
-    QList<QUrl> opened;
+    Opener()
+    {
+        QFile script(m_folder.filePath(u"xdg-open"_s));
+        EXPECT_TRUE(script.open(QFile::WriteOnly));
+        script.write("#!/bin/sh\nprintf %s \"$1\" >\"$0.new\" && mv \"$0.new\" \"$0.opened\"\n");
+        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("PATH", QFile::encodeName(m_folder.path()) + ':' + qgetenv("PATH"));
+    }
 
-public Q_SLOTS:
-    void open(const QUrl &folder) { opened.append(folder); }
+    QUrl opened()
+    {
+        QFile file(m_folder.filePath(u"xdg-open.opened"_s));
+        testbed::waitUntil([&] { return file.open(QFile::ReadOnly); });
+        const QByteArray url = file.isOpen() ? file.readAll() : QByteArray();
+        file.remove();
+        return QUrl::fromEncoded(url);
+    }
+
+private:
+    QTemporaryDir m_folder;
 };
 
 TEST(FileManager, WithoutOneAFolderIsOpenedItselfAndForAFileTheOneThatItIsIn)
 {
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-    Desktop desktop;
-    QDesktopServices::setUrlHandler(u"file"_s, &desktop, "open");
+    Opener opener;
     const QUrl folder = QUrl::fromLocalFile(QDir::tempPath());
     for (const QUrl &shown : {folder, QUrl::fromLocalFile(QDir::tempPath() + u"/100%20 h\u00f6rt\n.mp3"_s)}) {
-        desktop.opened.clear();
         platform::revealInFileManager(shown);
-        EXPECT_TRUE(testbed::waitUntil([&] { return !desktop.opened.isEmpty(); }));
-        EXPECT_EQ(desktop.opened, QList{folder});
+        EXPECT_EQ(opener.opened(), folder);
     }
-    QDesktopServices::unsetUrlHandler(u"file"_s);
 }
 
 } // namespace
-
-#include "FileManagerTest.moc"
