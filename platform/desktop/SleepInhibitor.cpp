@@ -3,47 +3,60 @@
 
 #include "platform/desktop/SleepInhibitor.h"
 
+#include "platform/Inquiry.h"
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/PendingCall.h"
+#include "platform/desktop/SessionBus.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusObjectPath>
+#include <QDBusPendingCall>
 #include <QDBusUnixFileDescriptor>
-
-namespace platform {
-
-struct SleepService {
-    QDBusConnection bus;
-    QString name;
-    QString path;
-    QString interface;
-    QString releaseMethod; // takes the cookie; empty where closing the descriptor releases
-    QVariantList arguments; // of "Inhibit"
-};
-
-namespace {
+#include <QPointer>
+#include <algorithm>
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
-// Flags of the session manager: 4 is suspending, 8 is the session becoming idle.
-constexpr uint suspendAndIdle = 4 | 8;
+namespace platform {
 
-QList<SleepService> servicesOf(const QString &reason)
+namespace {
+
+// The session manager's and the portal's flag for suspending; the session's becoming idle, which rests and
+// locks the screen, would be 8.
+constexpr uint suspend = 4;
+
+constexpr std::chrono::seconds systemAnswersWithin(2);
+
+struct SleepService {
+    QString name;
+    QString path;
+    QString interface;
+    QVariantList arguments; // of "Inhibit"
+    QString releaseMethod; // takes the answer to it; empty where giving the answer up releases
+};
+
+// The portal's answer is an object that is closed, the others' a number that is handed back.
+QList<SleepService> servicesOfSession(const QString &reason)
 {
     const QString application = QCoreApplication::applicationName();
-    const QDBusConnection session = QDBusConnection::sessionBus();
+    const QString noWindow = u""_s;
     return {
-        {session, u"org.gnome.SessionManager"_s, u"/org/gnome/SessionManager"_s,
-            u"org.gnome.SessionManager"_s, u"Uninhibit"_s, {application, uint(0), reason, suspendAndIdle}},
-        {session, u"org.freedesktop.PowerManagement.Inhibit"_s, u"/org/freedesktop/PowerManagement/Inhibit"_s,
-            u"org.freedesktop.PowerManagement.Inhibit"_s, u"UnInhibit"_s, {application, reason}},
-        {session, u"org.freedesktop.ScreenSaver"_s, u"/org/freedesktop/ScreenSaver"_s,
-            u"org.freedesktop.ScreenSaver"_s, u"UnInhibit"_s, {application, reason}},
-        {QDBusConnection::systemBus(), u"org.freedesktop.login1"_s, u"/org/freedesktop/login1"_s,
-            u"org.freedesktop.login1.Manager"_s, {}, {u"idle"_s, application, reason, u"block"_s}},
+        {u"org.gnome.SessionManager"_s, u"/org/gnome/SessionManager"_s, u"org.gnome.SessionManager"_s,
+            {application, uint(0), reason, suspend}, u"Uninhibit"_s},
+        {u"org.freedesktop.PowerManagement.Inhibit"_s, u"/org/freedesktop/PowerManagement/Inhibit"_s,
+            u"org.freedesktop.PowerManagement.Inhibit"_s, {application, reason}, u"UnInhibit"_s},
+        {u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s,
+            u"org.freedesktop.portal.Inhibit"_s, {noWindow, suspend, QVariantMap{{u"reason"_s, reason}}},
+            u"Close"_s},
     };
+}
+
+SleepService serviceOfSystem(const QString &reason)
+{
+    return {u"org.freedesktop.login1"_s, u"/org/freedesktop/login1"_s, u"org.freedesktop.login1.Manager"_s,
+        {u"sleep"_s, QCoreApplication::applicationName(), reason, u"block"_s}, {}};
 }
 
 } // namespace
@@ -52,10 +65,14 @@ QList<SleepService> servicesOf(const QString &reason)
 // at once.
 class SleepInhibition : public QObject {
 public:
-    explicit SleepInhibition(const SleepService &service)
-        : m_service(service)
+    SleepInhibition(const QDBusConnection &bus, const SleepService &service, std::function<void()> refused)
+        : m_bus(bus)
+        , m_service(service)
+        , m_refused(std::move(refused))
     {
     }
+
+    bool isRefused() const { return m_state == State::Refused; }
 
     void setWanted(bool wanted)
     {
@@ -64,7 +81,7 @@ public:
     }
 
 private:
-    enum class State { Released, Asking, Held };
+    enum class State { Released, Asking, Held, Refused };
 
     void settle()
     {
@@ -72,71 +89,114 @@ private:
             ask();
         else if (!m_wanted && m_state == State::Held)
             release();
-    }
-
-    QDBusMessage call(const QString &method, const QVariantList &arguments) const
-    {
-        QDBusMessage message
-            = QDBusMessage::createMethodCall(m_service.name, m_service.path, m_service.interface, method);
-        message.setAutoStartService(false);
-        message.setArguments(arguments);
-        return message;
+        else if (!m_wanted && m_state == State::Refused)
+            m_state = State::Released;
     }
 
     void ask()
     {
         m_state = State::Asking;
-        auto *watcher = new QDBusPendingCallWatcher(
-            m_service.bus.asyncCall(call(u"Inhibit"_s, m_service.arguments)), this);
-        connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-            watcher->deleteLater();
-            answered(watcher->reply());
-        });
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            m_service.name, m_service.path, m_service.interface, u"Inhibit"_s);
+        call.setAutoStartService(false);
+        call.setArguments(m_service.arguments);
+        whenEnded(m_bus.asyncCall(call), this, [this](const QDBusMessage &reply) { answered(reply); });
     }
 
     void answered(const QDBusMessage &reply)
     {
-        if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
-            m_state = State::Released;
-            return;
-        }
-        m_state = State::Held;
-        m_handle = reply.arguments().constFirst();
+        const bool taken = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty();
+        m_state = taken ? State::Held : State::Refused;
+        if (taken)
+            m_answer = reply.arguments().constFirst();
         settle();
+        if (m_state == State::Refused)
+            m_refused();
     }
 
     void release()
     {
         m_state = State::Released;
         if (!m_service.releaseMethod.isEmpty())
-            m_service.bus.send(call(m_service.releaseMethod, {m_handle}));
-        m_handle.clear();
+            m_bus.send(releaseCall());
+        m_answer.clear();
     }
 
+    QDBusMessage releaseCall() const
+    {
+        const bool isObject = m_answer.canConvert<QDBusObjectPath>();
+        QDBusMessage call = isObject
+            ? QDBusMessage::createMethodCall(m_service.name, m_answer.value<QDBusObjectPath>().path(),
+                u"org.freedesktop.portal.Request"_s, m_service.releaseMethod)
+            : QDBusMessage::createMethodCall(
+                m_service.name, m_service.path, m_service.interface, m_service.releaseMethod);
+        call.setAutoStartService(false);
+        if (!isObject)
+            call.setArguments({m_answer});
+        return call;
+    }
+
+    QDBusConnection m_bus;
     const SleepService m_service;
+    const std::function<void()> m_refused;
     bool m_wanted = false;
     State m_state = State::Released;
-    QVariant m_handle; // a cookie, or the descriptor that holds the inhibition as long as it is open
+    QVariant m_answer; // a number, an object, or the descriptor that inhibits as long as it is open
 };
 
 SleepInhibitor::SleepInhibitor(const QString &reason, QObject *parent)
     : QObject(parent)
     , m_reason(reason)
 {
+    // Nobody on a new bus knows of what was agreed on with the old one.
+    connect(&SessionBus::shared(), &SessionBus::cameBack, this, [this] {
+        m_services.clear();
+        settle();
+    });
 }
 
 SleepInhibitor::~SleepInhibitor() = default;
 
-// The buses are not connected to before there is something to ask.
+// The services are not spoken to before there is something to ask.
 void SleepInhibitor::setActive(bool active)
 {
     assertMainThread();
-    if (active && m_inhibitions.empty()) {
-        for (const SleepService &service : servicesOf(m_reason))
-            m_inhibitions.push_back(std::make_unique<SleepInhibition>(service));
+    m_active = active;
+    settle();
+}
+
+void SleepInhibitor::settle()
+{
+    if (m_active && m_services.empty()) {
+        for (const SleepService &service : servicesOfSession(m_reason))
+            m_services.push_back(std::make_unique<SleepInhibition>(
+                SessionBus::shared().connection(), service, [this] { askSystem(); }));
     }
-    for (const auto &inhibition : m_inhibitions)
-        inhibition->setWanted(active);
+    for (const auto &service : m_services)
+        service->setWanted(m_active);
+    if (m_system)
+        m_system->setWanted(m_active);
+}
+
+// The system's own service needs another bus, which few desktops make necessary. A thread connects to it: it
+// may not answer either.
+void SleepInhibitor::askSystem()
+{
+    const auto refused = [](const auto &service) { return service->isRefused(); };
+    if (!m_active || m_system || !std::all_of(m_services.begin(), m_services.end(), refused))
+        return;
+    static auto *const inquiry = new Inquiry<QDBusConnection>;
+    if (inquiry->isPending())
+        return;
+    const auto connects
+        = [] { return QDBusConnection::connectToBus(QDBusConnection::SystemBus, u"flipside-system"_s); };
+    inquiry->ask(connects, systemAnswersWithin, LateAnswer::Adopted,
+        [self = QPointer(this)](const std::optional<QDBusConnection> &bus) {
+            if (!self || !bus)
+                return;
+            self->m_system = std::make_unique<SleepInhibition>(*bus, serviceOfSystem(self->m_reason), [] {});
+            self->settle();
+        });
 }
 
 } // namespace platform

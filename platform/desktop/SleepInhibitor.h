@@ -11,10 +11,10 @@ namespace platform {
 
 class SleepInhibition;
 
-// Keeps the computer from falling asleep by itself while active; what the user asks for (closing the lid,
-// "Suspend") is left alone. Asks every service of the desktop that offers it, never waits for an answer, and
-// says nothing where none does. A desktop releases what a process held when that process ends. Main thread
-// only.
+// Keeps the computer from being suspended while active; the screen may rest and lock. Asks every service of
+// the session that offers it, and the system's own where none of them has taken the request; never waits for
+// an answer, and says nothing where none comes. A desktop releases what a process held when that process
+// ends. Main thread only.
 class SleepInhibitor : public QObject {
     Q_OBJECT
 
@@ -26,8 +26,13 @@ public:
     void setActive(bool active);
 
 private:
+    void askSystem();
+    void settle();
+
     const QString m_reason;
-    std::vector<std::unique_ptr<SleepInhibition>> m_inhibitions;
+    bool m_active = false;
+    std::vector<std::unique_ptr<SleepInhibition>> m_services;
+    std::unique_ptr<SleepInhibition> m_system;
 };
 
 } // namespace platform
