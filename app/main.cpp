@@ -2,11 +2,17 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/AppDelegate.h"
+#include "app/CommandLine.h"
+#include "app/Commands.h"
+#include "app/DesktopService.h"
 #include "app/MainCard.h"
+#include "app/RunningCard.h"
 #include "platform/Binding.h"
 #include "platform/OpenFileLimit.h"
 #include "platform/TerminationSignals.h"
 #include "platform/desktop/FirstPaint.h"
+#include "platform/desktop/Foreground.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/WindowPlatform.h"
 #include "settings/HBPreferencesWndCtrl.h"
@@ -15,10 +21,30 @@
 #include <QApplication>
 #include <QIcon>
 #include <QShortcut>
+#include <QTimer>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// A card that starts out of sight is not painted.
+constexpr std::chrono::milliseconds seenWithin{500};
+
+// What needs neither a card nor a display.
+std::optional<int> answerAtOnce(const CommandLine &line)
+{
+    if (!line.problem.isEmpty()) {
+        std::fprintf(
+            stderr, "flipside: %s\n\n%s", line.problem.constData(), CommandLine::helpText().constData());
+        return WrongUsage;
+    }
+    if (line.help)
+        std::printf("%s", CommandLine::helpText().constData());
+    else if (line.version)
+        std::printf("flipside %s\n", FLIPSIDE_VERSION);
+    return line.help || line.version ? std::optional<int>(Done) : std::nullopt;
+}
 
 void nameApplication()
 {
@@ -49,20 +75,53 @@ void endCapture(const AppDelegate &delegate)
         task->audioRecorder()->stopRecord();
 }
 
+// Whichever side is up.
+void present(const AppDelegate &delegate, const QString &token)
+{
+    if (delegate.window)
+        platform::bringToFront(delegate.window->window(), token);
+}
+
+// The command that the process was started with is carried out when the card is up.
+void carryOut(Commands &commands, Command command)
+{
+    if (command == Command::Present)
+        return;
+    commands.run(command, [](const CommandOutcome &outcome) {
+        if (!outcome.words.isEmpty())
+            std::fprintf(stderr, "flipside: %s\n", qUtf8Printable(outcome.words));
+    });
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    const CommandLine line = CommandLine::parse({argv + 1, std::size_t(argc - 1)});
+    if (const auto code = answerAtOnce(line))
+        return *code;
+    const QString token = platform::launchToken();
+    if (const auto code = RunningCard::handOver(line, token, argv))
+        return *code;
+
     platform::raiseOpenFileLimit();
     platform::preferPlatformThatPlacesWindows();
     QApplication application(argc, argv);
     nameApplication();
+    platform::SessionBus::shared().watch();
+
+    AppDelegate delegate;
+    Commands commands(&delegate);
+    DesktopService service(&commands, [&](const QString &asker) { present(delegate, asker); });
+    if (!service.claim())
+        return RunningCard::handOverToWinner(line, token);
+    QObject::connect(&service, &DesktopService::quitRequested, &QApplication::quit);
     // The first list of devices is on its way while the card is built.
     KTAudioControl::sharedAudioControl();
 
-    AppDelegate delegate;
     QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
     QObject::connect(&application, &QApplication::aboutToQuit, &delegate, [&] {
+        service.release();
         delegate.applicationWillTerminate();
         endCapture(delegate);
     });
@@ -76,9 +135,17 @@ int main(int argc, char **argv)
 
     Stage stage;
     MainCard card(&delegate);
-    platform::afterFirstPaint(&card, [&] { finishStart(delegate, stage); });
+    QTimer up;
+    up.setSingleShot(true);
+    QObject::connect(&up, &QTimer::timeout, [&] { carryOut(commands, line.command); });
+    platform::afterFirstPaint(&card, [&] {
+        finishStart(delegate, stage);
+        if (up.isActive())
+            up.start(0);
+    });
     delegate.applicationDidFinishLaunching();
     stage.addCard(&card);
     stage.show();
+    up.start(seenWithin);
     return QApplication::exec();
 }
