@@ -14,12 +14,12 @@
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
+#include "platform/desktop/Opener.h"
 #include "platform/desktop/PopUpMenu.h"
 #include "settings/HBPreferencesWndCtrl.h"
 #include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
-#include <QDesktopServices>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -87,7 +87,7 @@ void AppDelegate::changePreferencesAction(QObject *)
 
 void AppDelegate::getHelp(QObject *)
 {
-    QDesktopServices::openUrl(QUrl(u"https://flipside-recorder.github.io/contact"_s));
+    platform::openOnDesktop(QUrl(u"https://flipside-recorder.github.io/contact"_s));
 }
 
 // Stored properties
