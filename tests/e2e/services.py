@@ -1,0 +1,77 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Flipside developers
+# SPDX-License-Identifier: MIT
+"""Stand in for services that a desktop may have or lack, on the session bus: those that are named on the command line.
+Each call is one line on standard output; the first line says that they are there.
+
+    portal      revealed NAME, awake FLAGS, released
+    session     awake FLAGS
+    system      awake WHAT MODE, released (when the descriptor has been closed)
+"""
+
+import os
+import sys
+
+import dbus
+import dbus.service
+from dbus.mainloop.glib import DBusGMainLoop
+from gi.repository import GLib
+
+
+def say(*words):
+    print(*words, flush=True)
+
+
+class Portal(dbus.service.Object):
+    @dbus.service.method("org.freedesktop.portal.OpenURI", in_signature="sha{sv}", out_signature="o")
+    def OpenDirectory(self, window, handle, options):
+        descriptor = handle.take()
+        say("revealed", os.path.basename(os.readlink(f"/proc/self/fd/{descriptor}")))
+        os.close(descriptor)
+        return "/org/freedesktop/portal/desktop/request/1/reveal"
+
+    @dbus.service.method("org.freedesktop.portal.Inhibit", in_signature="sua{sv}", out_signature="o")
+    def Inhibit(self, window, flags, options):
+        say("awake", flags)
+        return "/org/freedesktop/portal/desktop/request/1/sleep"
+
+
+class Request(dbus.service.Object):
+    @dbus.service.method("org.freedesktop.portal.Request")
+    def Close(self):
+        say("released")
+
+
+class Session(dbus.service.Object):
+    @dbus.service.method("org.gnome.SessionManager", in_signature="susu", out_signature="u")
+    def Inhibit(self, application, window, reason, flags):
+        say("awake", flags)
+        return dbus.UInt32(1)
+
+
+class System(dbus.service.Object):
+    @dbus.service.method("org.freedesktop.login1.Manager", in_signature="ssss", out_signature="h")
+    def Inhibit(self, what, who, why, mode):
+        say("awake", what, mode)
+        kept, given = os.pipe()
+        GLib.io_add_watch(kept, GLib.IO_HUP, lambda *_: say("released"))
+        handle = dbus.types.UnixFd(given)
+        os.close(given)
+        return handle
+
+
+def main():
+    DBusGMainLoop(set_as_default=True)
+    bus = dbus.SessionBus()
+    named = {"portal": ("org.freedesktop.portal.Desktop", Portal, "/org/freedesktop/portal/desktop"),
+             "session": ("org.gnome.SessionManager", Session, "/org/gnome/SessionManager"),
+             "system": ("org.freedesktop.login1", System, "/org/freedesktop/login1")}
+    services = [kind(dbus.service.BusName(name, bus), path) for name, kind, path in map(named.get, sys.argv[1:])]
+    if "portal" in sys.argv:
+        services.append(Request(bus, "/org/freedesktop/portal/desktop/request/1/sleep"))
+    say("ready")
+    GLib.MainLoop().run()
+
+
+if __name__ == "__main__":
+    main()
