@@ -12,9 +12,19 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 # A program without a window must not load the window libraries that its static libraries could use.
 add_link_options(-Wl,--as-needed)
 
-find_program(FLIPSIDE_CCACHE ccache)
-if(FLIPSIDE_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${FLIPSIDE_CCACHE})
+# Only where it is asked for, as the presets do, and never in place of a launcher that was given.
+if(FLIPSIDE_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    find_program(FLIPSIDE_CCACHE_PROGRAM ccache)
+    if(FLIPSIDE_CCACHE_PROGRAM)
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${FLIPSIDE_CCACHE_PROGRAM})
+    endif()
+endif()
+
+# Packagers give flags of their own, and no other set of them may come beside: FORTIFY has one level only.
+if(FLIPSIDE_HARDENING)
+    add_compile_options(-fstack-protector-strong -fstack-clash-protection
+        "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+    add_link_options(-Wl,-z,relro -Wl,-z,now)
 endif()
 
 if(FLIPSIDE_SANITIZE)
