@@ -54,11 +54,19 @@ void nameApplication()
     QApplication::setDesktopFileName(u"io.github.flipside_recorder.Flipside"_s);
 }
 
-// The icon is drawn from paths and the back of the card is built while the user already looks at the front.
+QIcon icon()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256})
+        icon.addFile(u":/flipside/%1.png"_s.arg(size));
+    return icon;
+}
+
+// The icon is decoded and the back of the card is built while the user already looks at the front.
 // The encoder configuration comes with the back.
 void finishStart(const AppDelegate &delegate, Stage &stage)
 {
-    QApplication::setWindowIcon(QIcon(u":/flipside/flipside.svg"_s));
+    QApplication::setWindowIcon(icon());
     delegate.preferencesIsShow();
     QWidget *preferences = delegate.preferencesWndCtrl()->window();
     stage.addCard(preferences);
