@@ -10,7 +10,6 @@
 #include <QFile>
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 
 using namespace std::chrono_literals;
@@ -20,7 +19,6 @@ namespace platform {
 namespace {
 
 constexpr std::size_t mostWaiting = std::size_t(256) * 1024 * 1024;
-constexpr auto openDeadline = 750ms; // with the rest of a start less than 900
 constexpr auto seekDeadline = 900ms;
 constexpr auto closePatience = 50ms;
 constexpr auto firstPause = 100ms;
@@ -28,23 +26,6 @@ constexpr auto longestPause = 1000ms;
 // Beyond this a disk that does not answer is worth a log line.
 constexpr auto silence = 1s;
 constexpr auto lookEvery = 1s;
-
-// One of them says that a file has become too large, and would end the process.
-class SignalsBlocked {
-public:
-    SignalsBlocked()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &m_before);
-    }
-    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
-    SignalsBlocked(const SignalsBlocked &) = delete;
-    SignalsBlocked &operator=(const SignalsBlocked &) = delete;
-
-private:
-    sigset_t m_before;
-};
 
 } // namespace
 
@@ -69,7 +50,7 @@ FileWriter::FileWriter(Private, const QString &path)
 {
 }
 
-std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error)
+std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error, QDeadlineTimer deadline)
 {
     auto writer = std::make_shared<FileWriter>(Private(), path);
     if (writer->m_ring.capacity() == 0)
@@ -78,7 +59,8 @@ std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error)
         error = EAGAIN;
     else {
         std::unique_lock lock(writer->m_mutex);
-        writer->m_progress.wait_for(lock, openDeadline, [&] { return writer->m_phase != Phase::Opening; });
+        writer->m_progress.wait_until(
+            lock, deadline.deadline<Clock>(), [&] { return writer->m_phase != Phase::Opening; });
         if (writer->m_phase == Phase::Open)
             return writer;
         error = writer->m_phase == Phase::Opening ? ETIMEDOUT : writer->m_error;
@@ -92,7 +74,6 @@ std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error)
 
 void FileWriter::run()
 {
-    const SignalsBlocked blocked;
     const int error = openFile();
     std::unique_lock lock(m_mutex);
     // Refused: whoever asked waits no longer.

@@ -8,6 +8,7 @@
 #include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
 
+#include <QDeadlineTimer>
 #include <chrono>
 #include <condition_variable>
 #include <memory>
@@ -60,9 +61,9 @@ public:
     FileWriter(Private, const QString &path);
 
     // Creates or truncates the file, locked against other processes (which fail to open it so and leave it as
-    // it is) and not against this one. Waits at most 750 ms. Null, with a log line and an errno in `error`,
-    // when that was not enough, when the file cannot be opened or when no thread can be had.
-    static std::shared_ptr<FileWriter> open(const QString &path, int &error);
+    // it is) and not against this one. Null, with a log line and an errno in `error`, when that takes longer
+    // than the deadline, when the file cannot be opened or when no thread can be had.
+    static std::shared_ptr<FileWriter> open(const QString &path, int &error, QDeadlineTimer deadline);
 
     // At the current offset. False when there is no room for them.
     bool write(const char *bytes, std::size_t count);

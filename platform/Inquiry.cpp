@@ -5,6 +5,7 @@
 
 #include "platform/Logging.h"
 
+#include <csignal>
 #include <deque>
 #include <system_error>
 #include <thread>
@@ -44,8 +45,13 @@ private:
         return !m_refused;
     }
 
+    // Signals are for the program's own threads, and one of them, that a file has become too large, would end
+    // the process.
     void serve(std::function<void()> work)
     {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_BLOCK, &all, nullptr);
         while (work) {
             work();
             work = nullptr; // what it owns goes before the thread rests

@@ -17,8 +17,8 @@
 namespace platform {
 
 // Runs `work` on a thread that nobody waits for, a resting one where there is one. False when no thread can
-// be had; the work is dropped then. A thread that `work` never gives back is left behind: `work` must own all
-// that it touches. Any thread.
+// be had; the work is dropped then. Signals are blocked there. A thread that `work` never gives back is left
+// behind: `work` must own all that it touches. Any thread.
 bool runOnSpareThread(std::function<void()> work);
 
 // An answer on its way from one thread to another.
@@ -89,8 +89,6 @@ public:
         return answer;
     }
 
-    // Whether neither an answer nor the deadline has come yet.
-    bool isWaiting() const { return m_deadline.isActive(); }
     // Whether anything may still be reported: a silent disk is not to be asked again and again.
     bool isPending() const { return m_pending != nullptr; }
 

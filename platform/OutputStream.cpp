@@ -56,12 +56,12 @@ OutputStream::~OutputStream()
     close();
 }
 
-bool OutputStream::open(const QString &path)
+bool OutputStream::open(const QString &path, QDeadlineTimer deadline)
 {
     close();
     m_refusal = {};
     m_refusal.path = path;
-    m_writer = FileWriter::open(path, m_refusal.error);
+    m_writer = FileWriter::open(path, m_refusal.error, deadline);
     if (m_writer && !(m_file = streamTo(m_writer))) {
         m_refusal.error = errno;
         std::exchange(m_writer, nullptr)->close();

@@ -5,6 +5,7 @@
 
 #include "platform/OutputState.h"
 
+#include <QDeadlineTimer>
 #include <cstdio>
 #include <memory>
 
@@ -21,8 +22,8 @@ public:
     OutputStream(const OutputStream &) = delete;
     OutputStream &operator=(const OutputStream &) = delete;
 
-    // Creates or truncates the file; waits at most 750 ms. False when that fails: state() tells the error.
-    bool open(const QString &path);
+    // Creates or truncates the file; not beyond the deadline. False when that fails: state() tells the error.
+    bool open(const QString &path, QDeadlineTimer deadline = QDeadlineTimer(750));
     // Null while it is not open.
     std::FILE *get() const { return m_file; }
     // When everything is written; does not wait for that.
