@@ -20,6 +20,7 @@
 #include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +29,9 @@ using platform::UserDefaults;
 namespace {
 
 const QString showInFinderKey = u"showInFinderWhenFinishRecording"_s;
+
+// Folder, device and file together: the window waits for a start, but not for a whole second.
+constexpr std::chrono::milliseconds longestStart{850};
 
 } // namespace
 
@@ -195,6 +199,8 @@ void AppDelegate::recordAction(QObject *)
 // recording that the first one has started.
 void AppDelegate::recordWithAccess()
 {
+    QElapsedTimer looking;
+    looking.start();
     if (m_state == RecorderStateRecordingPaused) {
         if (m_recordingTask)
             m_recordingTask->resumeRecord();
@@ -202,14 +208,14 @@ void AppDelegate::recordWithAccess()
     } else if (m_state != RecorderStateIdle) {
         qCWarning(lcApp, "Current state can not start record.");
     } else if (preferencesWndCtrl()->workingPathExist()) {
-        startRecord();
+        startRecord(longestStart - std::chrono::milliseconds(looking.elapsed()));
     } else {
         selectWorkingPathWithCompleteHandler([self = QPointer(this)](bool chosen) {
             if (!chosen)
                 return;
             platform::postToMainQueue([self] {
                 if (self)
-                    self->startRecord();
+                    self->startRecord(longestStart);
             });
         });
     }
@@ -227,7 +233,7 @@ void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(
         });
 }
 
-void AppDelegate::startRecord()
+void AppDelegate::startRecord(std::chrono::milliseconds patience)
 {
     if (!Takes::canOpenAnother()) {
         qCWarning(lcApp, "Too many files are open to start a recording.");
@@ -244,7 +250,7 @@ void AppDelegate::startRecord()
     const auto task = std::make_shared<HBRecordingTask>(deviceID, preferences->config(), m_currentOutputURL);
     setRecordingTask(task);
     task->setDelegate(this);
-    if (task->startRecord()) {
+    if (task->startRecord(QDeadlineTimer(patience))) {
         setState(RecorderStateRecording);
     } else {
         setProblem(tr("Cannot record: %1").arg(Takes::whyNotStarted(*task)));

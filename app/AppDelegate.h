@@ -177,7 +177,7 @@ Q_SIGNALS:
 private:
     void recordWithAccess();
     void selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion);
-    void startRecord();
+    void startRecord(std::chrono::milliseconds patience);
     void setProblem(const QString &problem);
 
     int m_state = RecorderStateIdle;

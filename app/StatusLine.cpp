@@ -150,8 +150,9 @@ QString StatusLine::trouble()
 {
     const Troubles troubles = this->troubles();
     // What is still on its way into a file is looked after also when the recording has ended.
+    const auto task = m_delegate->recordingTask();
     const bool isWatching = isRecording(m_state) || troubles.waiting.count() > 0 || !m_diskProblem.isEmpty()
-        || m_isEnding || isMissed();
+        || m_isEnding || isMissed() || (task && task->audioRecorder()->isDelivering());
     if (!isWatching)
         m_timer.stop();
     else if (!m_timer.isActive())

@@ -3,6 +3,8 @@
 
 #include "audio/HBPlayTask.h"
 
+#include "platform/ThreadCheck.h"
+
 void HBPlayTaskDelegate::playTaskComplete(HBPlayTask *) { }
 
 HBPlayTask::HBPlayTask(HBPlayTaskDelegate *delegate)
@@ -14,6 +16,7 @@ HBPlayTask::~HBPlayTask() = default;
 
 KTAudioPlayer *HBPlayTask::audioPlayer()
 {
+    platform::assertMainThread();
     if (!m_audioPlayer) {
         m_audioPlayer = std::make_unique<KTAudioPlayer>();
         m_audioPlayer->setDelegate(this);
@@ -47,6 +50,7 @@ void HBPlayTask::stop()
 
 QString HBPlayTask::problem() const
 {
+    platform::assertMainThread();
     return m_audioPlayer ? m_audioPlayer->problem() : QString();
 }
 
@@ -57,6 +61,7 @@ void HBPlayTask::KTAudioPlayerPlayPacketCount(
 
 void HBPlayTask::KTAudioPlayerStopPlay(KTAudioPlayer *)
 {
+    platform::assertMainThread();
     if (HBPlayTaskDelegate *const receiver = m_delegate)
         receiver->playTaskComplete(this);
 }

@@ -14,6 +14,9 @@ namespace {
 // Beyond every limit, so that the configuration stores its largest bitrate.
 constexpr qint64 largestBitrate = 240000;
 
+// Of a start, in milliseconds, for opening the file: a healthy disk takes a small part of it.
+constexpr qint64 fileNeeds = 150;
+
 constexpr std::uint32_t packedFloat = kAudioFormatFlagIsFloat | kAudioFormatFlagIsPacked;
 constexpr std::uint32_t packedInteger = kAudioFormatFlagIsSignedInteger | kAudioFormatFlagIsPacked;
 
@@ -68,19 +71,20 @@ platform::OutputState HBRecordingTask::outputState()
     return outMp3File()->outputState();
 }
 
-bool HBRecordingTask::startRecord()
+bool HBRecordingTask::startRecord(QDeadlineTimer deadline)
 {
-    return startRecordWithDescription(defaultAudioStreamDescription());
+    return startRecordWithDescription(defaultAudioStreamDescription(), deadline);
 }
 
 // Capture comes first, because only then the format is known. What arrives before the writer is ready waits
 // inside the recorder. What came all the same is refused by the writer and, with the reset of the count, not
 // part of the recording.
-bool HBRecordingTask::startRecordWithDescription(AudioStreamBasicDescription description)
+bool HBRecordingTask::startRecordWithDescription(
+    AudioStreamBasicDescription description, QDeadlineTimer deadline)
 {
     platform::assertMainThread();
     m_startProblem.clear();
-    if (!audioRecorder()->startRecordWithFormat(description)) {
+    if (!audioRecorder()->startRecordWithFormat(description, deadline - fileNeeds)) {
         m_startProblem = m_audioRecorder->startProblem();
         qCWarning(lcAudio, "Can't support 16bit record.");
         return false;
@@ -94,7 +98,7 @@ bool HBRecordingTask::startRecordWithDescription(AudioStreamBasicDescription des
     }
     configureFromDescription();
     setBytesOfEncoded(0);
-    if (!outMp3File()->readyToEncode()) {
+    if (!outMp3File()->readyToEncode(deadline)) {
         m_startProblem = QStringLiteral("the file cannot be opened");
         qCWarning(lcAudio, "Failed to ready write to mp3 encoder.");
         return false;

@@ -6,6 +6,7 @@
 #include "KTAudioControl/KTAudioRecorder.h"
 #include "platform/OutputState.h"
 
+#include <QDeadlineTimer>
 #include <QSharedPointer>
 #include <QUrl>
 #include <atomic>
@@ -44,9 +45,11 @@ public:
     static qint64 bytesPerSamplesWithDescription(const AudioStreamBasicDescription &description);
 
     // False, with a log line, when the device, the format it delivers or the file will not do. A capture that
-    // has already begun then ends with the task.
-    bool startRecord();
-    bool startRecordWithDescription(AudioStreamBasicDescription description);
+    // has already begun then ends with the task. Device and file share the deadline; the device leaves the
+    // file enough of it.
+    bool startRecord(QDeadlineTimer deadline = QDeadlineTimer(900));
+    bool startRecordWithDescription(
+        AudioStreamBasicDescription description, QDeadlineTimer deadline = QDeadlineTimer(900));
     void pauseRecord();
     void resumeRecord();
     void stopRecord();

@@ -96,7 +96,7 @@ void KTMp3Lame::setMeta(const QVariantMap &meta)
     m_meta = meta;
 }
 
-bool KTMp3Lame::readyToEncode()
+bool KTMp3Lame::readyToEncode(QDeadlineTimer deadline)
 {
     platform::assertMainThread();
     if (m_handle) {
@@ -112,7 +112,7 @@ bool KTMp3Lame::readyToEncode()
     lame_set_disable_reservoir(m_handle.get(), 0);
     m_output.fill(0);
     resetTagText();
-    if (!m_file.open(outFile())) {
+    if (!m_file.open(outFile(), deadline)) {
         m_handle.reset();
         return false;
     }

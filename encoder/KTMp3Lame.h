@@ -7,6 +7,7 @@
 #include "platform/ThreadCheck.h"
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QMutex>
 #include <QSharedPointer>
 #include <QString>
@@ -49,10 +50,10 @@ public:
     void setMeta(const QVariantMap &meta);
 
     // Creates or truncates the file and sets the encoder up from the configuration. False, and nothing left
-    // behind, when the file cannot be opened within 750 ms or another process writes to it; false with its
+    // behind, when the file cannot be opened in time or another process writes to it; false with its
     // log line when it is encoding already. When only the encoder refuses its settings, the file is open, PCM
     // calls fail and finalizeEncode() must follow.
-    bool readyToEncode();
+    bool readyToEncode(QDeadlineTimer deadline = QDeadlineTimer(750));
     // Hands the configuration to the encoder of a running encoding.
     void configLameEncoder();
 

@@ -24,6 +24,8 @@ public:
     void plug(const QString &microphone) { command(QStringLiteral("load ") + microphone); }
     void unplug(const QString &name) { command(QStringLiteral("unload ") + name); }
     void setDefault(const QString &name) { command(QStringLiteral("default ") + name); }
+    // Of the program of that name; a microphone's key is its name with an underscore for each blank.
+    void pactl(const QString &arguments) { command(QStringLiteral("pactl ") + arguments); }
     void kill() { command(QStringLiteral("kill")); }
     // After kill(), with the same microphones.
     void start() { command(QStringLiteral("start")); }

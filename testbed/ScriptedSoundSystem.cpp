@@ -117,7 +117,7 @@ void ScriptedSoundSystem::finishPlayback(sound::PlaybackEnd end)
 }
 
 sound::Opened<sound::CaptureStream> ScriptedSoundSystem::openCapture(
-    const QString &sourceKey, const sound::SampleSpec &spec, sound::CaptureClient *client)
+    const QString &sourceKey, const sound::SampleSpec &spec, sound::CaptureClient *client, QDeadlineTimer)
 {
     const Script script = this->script();
     if (script->refuse)

@@ -58,8 +58,8 @@ public:
     {
         script()->devicesChanged = std::move(changed);
     }
-    sound::Opened<sound::CaptureStream> openCapture(
-        const QString &sourceKey, const sound::SampleSpec &spec, sound::CaptureClient *client) override;
+    sound::Opened<sound::CaptureStream> openCapture(const QString &sourceKey, const sound::SampleSpec &spec,
+        sound::CaptureClient *client, QDeadlineTimer deadline) override;
     sound::Opened<sound::PlaybackStream> openPlayback(
         const sound::SampleSpec &spec, sound::PlaybackClient *client) override;
 
@@ -96,20 +96,12 @@ private:
 // Installs a scripted sound system and takes it away again.
 class ScriptedSoundSystemScope {
 public:
-    ScriptedSoundSystemScope()
-        : m_system(std::make_shared<ScriptedSoundSystem>())
-    {
-        sound::setSoundSystem(m_system);
-    }
-    ~ScriptedSoundSystemScope() { sound::setSoundSystem(nullptr); }
-    ScriptedSoundSystemScope(const ScriptedSoundSystemScope &) = delete;
-    ScriptedSoundSystemScope &operator=(const ScriptedSoundSystemScope &) = delete;
-
     ScriptedSoundSystem *operator->() const { return m_system.get(); }
     ScriptedSoundSystem &operator*() const { return *m_system; }
 
 private:
-    std::shared_ptr<ScriptedSoundSystem> m_system;
+    const std::shared_ptr<ScriptedSoundSystem> m_system = std::make_shared<ScriptedSoundSystem>();
+    const platform::SeamGuard m_guard = sound::replaceSoundSystem(m_system);
 };
 
 } // namespace testbed

@@ -243,6 +243,7 @@ class Server:
         """Answers with what there is to say, mostly nothing."""
         word, *rest = line.strip().split(" ", 1)
         return {"load": self.load, "unload": self.unload, "default": self.choose_default,
+                "pactl": lambda arguments: self.pactl(*arguments.split()),
                 "unplug": lambda name: self.microphones[name].unplug(), "kill": self.kill, "start": self.start,
                 "freeze": lambda: self.signal_all(signal.SIGSTOP),
                 "thaw": lambda: self.signal_all(signal.SIGCONT),

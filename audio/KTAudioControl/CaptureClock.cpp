@@ -66,6 +66,11 @@ bool CaptureClock::read(const Moment &now, std::int64_t frames)
     return false;
 }
 
+bool CaptureClock::isInterrupted(const Moment &now) const
+{
+    return m_begin && !m_gap && now.boot - m_lastRead.boot >= longestGap;
+}
+
 bool CaptureClock::Gap::wasAwake() const
 {
     return ticks * longestGap > (end.boot - begin.boot) / 2;
@@ -76,14 +81,14 @@ bool CaptureClock::sawServerStall() const
     return m_gap && m_gap->wasAwake();
 }
 
-CaptureClock::Loss CaptureClock::ask(const Moment &now, std::int64_t waitingFrames)
+CaptureClock::Loss CaptureClock::ask(const Moment &now, const Moment &upTo, std::int64_t waitingFrames)
 {
     if (!m_begin)
         return {};
     const Gap gap = m_gap.value_or(Gap{m_lastRead, now, m_ticks});
     m_gap.reset();
     m_settledAt = m_frames + waitingFrames;
-    const double lost = lag(now) - double(waitingFrames) / m_rate - m_usualLag;
+    const double lost = lag(upTo) - double(waitingFrames) / m_rate - m_usualLag;
     if (gap.end.boot - gap.begin.boot < longestGap || lost < seconds(smallestLoss))
         return {};
     const std::int64_t frames = std::llround(lost * m_rate);

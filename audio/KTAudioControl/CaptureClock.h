@@ -15,6 +15,7 @@ struct Moment {
     std::chrono::nanoseconds boot;
 
     static Moment now();
+    Moment before(std::chrono::nanoseconds time) const { return {steady - time, boot - time}; }
 };
 
 // Tells from the clock how much of a captured stream is lost where nobody else says so. Sound is only lost
@@ -45,8 +46,13 @@ public:
     void tick() { ++m_ticks; }
     // Whether in the last interruption this process ran, so that it was the server that stood still.
     bool sawServerStall() const;
-    // What the last interruption has cost. Also for one that is still going on.
-    Loss ask(const Moment &now, std::int64_t waitingFrames);
+    // Whether one has ended whose cost has not been asked for.
+    bool wasInterrupted() const { return m_gap.has_value(); }
+    // Whether one still goes on.
+    bool isInterrupted(const Moment &now) const;
+    // What the last interruption has cost of the sound up to a moment, which is that of the server's answer,
+    // or earlier. Also for one that still goes on.
+    Loss ask(const Moment &now, const Moment &upTo, std::int64_t waitingFrames);
 
 private:
     double lag(const Moment &now) const;

@@ -48,7 +48,10 @@ CaptureQueue::~CaptureQueue()
 bool CaptureQueue::start()
 {
     platform::assertMainThread();
-    m_heldUntil = Clock::time_point::max();
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_heldUntil = Clock::time_point::max();
+    }
     if (m_thread.joinable())
         return true;
     try {
@@ -109,6 +112,12 @@ bool CaptureQueue::waitUntilDelivered(std::chrono::milliseconds deadline)
         = m_delivered.wait_for(lock, deadline, [this] { return m_incoming.isEmpty() && !m_delivering; });
     m_hurried = m_awaited = false;
     return all;
+}
+
+bool CaptureQueue::isEmpty() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_incoming.isEmpty() && !m_delivering;
 }
 
 void CaptureQueue::end()

@@ -43,6 +43,8 @@ public:
     // Main thread. False when the deadline passes before all that was added has been delivered, which then
     // goes on. Does not wait for delivery to begin.
     bool waitUntilDelivered(std::chrono::milliseconds deadline);
+    // Whether all that was added has been delivered. Any thread.
+    bool isEmpty() const;
     // Drops what waits, and waits for a delivery under way.
     void end();
 
@@ -69,7 +71,7 @@ private:
     const std::size_t m_batch; // bytes that are worth waking up for
     platform::ThreadCheck m_captureThread;
     std::thread m_thread;
-    std::mutex m_mutex; // guards what follows
+    mutable std::mutex m_mutex; // guards what follows
     std::condition_variable m_changed;
     std::condition_variable m_delivered;
     Batch m_incoming;

@@ -16,14 +16,10 @@ public:
     explicit Private(KTAudioControl *control)
         : m_control(control)
     {
-        sound::setSoundSystemReplaced([this] {
-            m_attached = false;
-            m_devices = {};
-        });
         sound::soundSystem(); // begins to connect
     }
 
-    // Lists the devices for the first time, and follows their changes from then on.
+    // Lists the devices of the system in use for the first time, and follows their changes from then on.
     void attach();
     void listChanged();
     void takeList();
@@ -31,18 +27,20 @@ public:
     KTAudioControl *const m_control;
     KTAudioControlDelegate *m_delegate = nullptr;
     InputDevices m_devices;
-    bool m_attached = false;
+    std::weak_ptr<sound::SoundSystem> m_attachedTo;
     std::atomic<bool> m_updatePosted = false;
 };
 
 void KTAudioControl::Private::attach()
 {
-    if (std::exchange(m_attached, true))
+    const auto system = sound::soundSystem();
+    if (m_attachedTo.lock() == system)
         return;
-    sound::SoundSystem &system = sound::soundSystem();
-    system.setDevicesChanged([this] { listChanged(); });
-    system.waitForDevices(500ms);
-    m_devices.update(system.devices());
+    m_attachedTo = system;
+    m_devices = {};
+    system->setDevicesChanged([this] { listChanged(); });
+    system->waitForDevices(500ms);
+    m_devices.update(system->devices());
 }
 
 // The sound thread. Changes that come close together, as at the restart of a server, become one update.
@@ -58,10 +56,11 @@ void KTAudioControl::Private::listChanged()
 
 void KTAudioControl::Private::takeList()
 {
-    if (!m_attached)
+    const auto system = m_attachedTo.lock();
+    if (!system)
         return;
     const QSet<QString> muted = m_devices.mutedKeys();
-    const bool otherNames = m_devices.update(sound::soundSystem().devices());
+    const bool otherNames = m_devices.update(system->devices());
     const bool otherMuted = m_devices.mutedKeys() != muted;
     if (otherNames && m_delegate)
         m_delegate->audioControlInputDeviceChanged(m_control);

@@ -46,6 +46,7 @@ KTAudioPlayer::~KTAudioPlayer() = default;
 
 void KTAudioPlayer::setDelegate(KTAudioPlayerDelegate *delegate)
 {
+    platform::assertMainThread();
     d->delegate = delegate;
 }
 
@@ -69,6 +70,7 @@ void KTAudioPlayer::playWithFile(const QString &path)
 
 std::int32_t KTAudioPlayer::state() const
 {
+    platform::assertMainThread();
     return d->playback ? d->playback->state() : KTAudioTransportStateStopped;
 }
 
@@ -92,5 +94,6 @@ void KTAudioPlayer::stop()
 
 QString KTAudioPlayer::problem() const
 {
+    platform::assertMainThread();
     return d->problem;
 }

@@ -47,7 +47,7 @@ public:
     }
     ~Private() override;
 
-    bool start(const AudioStreamBasicDescription &format);
+    bool start(const AudioStreamBasicDescription &format, QDeadlineTimer deadline);
     void pause();
 
     // The sound system's thread.
@@ -61,7 +61,7 @@ public:
 
     KTAudioRecorder *const m_recorder;
     const QString m_sourceKey;
-    KTAudioRecorderDelegate *m_delegate = nullptr;
+    std::atomic<KTAudioRecorderDelegate *> m_delegate = nullptr;
     // Once a start has succeeded these never change again: whoever holds the reference reads it on any
     // thread.
     sound::SampleSpec m_spec;
@@ -85,7 +85,7 @@ public:
 
 private:
     // Why it cannot; empty when the stream runs.
-    QString open(const AudioStreamBasicDescription &format);
+    QString open(const AudioStreamBasicDescription &format, QDeadlineTimer deadline);
     void deliver(const void *data, std::size_t bytes);
 };
 
@@ -100,9 +100,9 @@ KTAudioRecorder::Private::~Private()
 }
 
 // One log line says why a start has failed.
-bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format)
+bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format, QDeadlineTimer deadline)
 {
-    m_problem = open(format);
+    m_problem = open(format, deadline);
     if (!m_problem.isEmpty())
         qCWarning(lcAudio, "Can't record from %s: %s.",
             m_sourceKey.isEmpty() ? "an unknown device" : qUtf8Printable(m_sourceKey),
@@ -110,7 +110,7 @@ bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format)
     return m_problem.isEmpty();
 }
 
-QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format)
+QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format, QDeadlineTimer deadline)
 {
     const auto spec = m_formatIsSettled ? m_spec : captureSpecFor(format);
     if (m_stream)
@@ -135,7 +135,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
     m_missingBytes = m_longestHole = 0;
     m_missingCause = KTAudioMissingCause::None;
     m_soundThread.release();
-    auto opened = sound::soundSystem().openCapture(m_sourceKey, m_spec, this);
+    auto opened = sound::soundSystem()->openCapture(m_sourceKey, m_spec, this, deadline);
     m_stream = std::move(opened.stream);
     if (!m_stream)
         return opened.problem;
@@ -188,8 +188,8 @@ void KTAudioRecorder::Private::captureHole(std::size_t bytes, KTAudioMissingCaus
 
 void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
 {
-    if (m_delegate)
-        m_delegate->KTAudioRecorderDataRecord(m_recorder, data, std::uint32_t(bytes), m_format);
+    if (KTAudioRecorderDelegate *const receiver = m_delegate)
+        receiver->KTAudioRecorderDataRecord(m_recorder, data, std::uint32_t(bytes), m_format);
 }
 
 void KTAudioRecorder::Private::captureLost()
@@ -225,13 +225,15 @@ KTAudioRecorder::~KTAudioRecorder() = default;
 
 void KTAudioRecorder::setDelegate(KTAudioRecorderDelegate *delegate)
 {
+    platform::assertMainThread();
     d->m_delegate = delegate;
 }
 
-bool KTAudioRecorder::startRecordWithFormat(const AudioStreamBasicDescription &format)
+bool KTAudioRecorder::startRecordWithFormat(
+    const AudioStreamBasicDescription &format, QDeadlineTimer deadline)
 {
     platform::assertMainThread();
-    if (!d->start(format))
+    if (!d->start(format, deadline))
         return false;
     d->m_state = KTAudioTransportStateRunning;
     return true;
@@ -244,6 +246,7 @@ const AudioStreamBasicDescription &KTAudioRecorder::currentDataFormat() const
 
 std::int32_t KTAudioRecorder::state() const
 {
+    platform::assertMainThread();
     return d->m_state;
 }
 
@@ -279,6 +282,7 @@ void KTAudioRecorder::stopRecord()
 
 KTAudioLevels KTAudioRecorder::takeLevels()
 {
+    platform::assertMainThread();
     return d->m_levels.take();
 }
 
@@ -300,7 +304,14 @@ std::chrono::milliseconds KTAudioRecorder::away() const
     return std::chrono::duration_cast<std::chrono::milliseconds>(d->m_awayTime);
 }
 
+bool KTAudioRecorder::isDelivering() const
+{
+    platform::assertMainThread();
+    return d->m_queue && !d->m_queue->isEmpty();
+}
+
 QString KTAudioRecorder::startProblem() const
 {
+    platform::assertMainThread();
     return d->m_problem;
 }

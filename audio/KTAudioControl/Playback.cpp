@@ -153,7 +153,7 @@ bool Playback::append(std::span<const std::byte> samples)
 // Main thread.
 void Playback::opened()
 {
-    auto [stream, problem] = sound::soundSystem().openPlayback(specOf(m_format), this);
+    auto [stream, problem] = sound::soundSystem()->openPlayback(specOf(m_format), this);
     if (!stream)
         return end(problem);
     if (m_paused)

@@ -11,47 +11,39 @@ namespace sound {
 
 namespace {
 
-struct Holder {
-    std::shared_ptr<SoundSystem> system;
-    std::function<void()> replaced;
-};
-
 // Kept reachable until the process ends, so that no static destructor takes it away while a sound thread
 // still uses it.
-Holder &holder()
+std::shared_ptr<SoundSystem> &systemInUse()
 {
-    static auto *const holder = new Holder;
-    return *holder;
+    static auto *const system = new std::shared_ptr<SoundSystem>;
+    return *system;
 }
 
 // While the application object is being destroyed every thread of the sound system ends.
 void endSystem()
 {
-    holder().system.reset();
+    systemInUse().reset();
 }
 
 } // namespace
 
-SoundSystem &soundSystem()
+const std::shared_ptr<SoundSystem> &soundSystem()
 {
     platform::assertMainThread();
     static const bool registered = (qAddPostRoutine(endSystem), true);
     Q_UNUSED(registered);
-    if (!holder().system)
-        holder().system = std::make_shared<PulseSoundSystem>();
-    return *holder().system;
+    if (!systemInUse())
+        systemInUse() = std::make_shared<PulseSoundSystem>();
+    return systemInUse();
 }
 
-void setSoundSystem(std::shared_ptr<SoundSystem> system)
+platform::SeamGuard replaceSoundSystem(std::shared_ptr<SoundSystem> system)
 {
-    holder().system = std::move(system);
-    if (holder().replaced)
-        holder().replaced();
-}
-
-void setSoundSystemReplaced(std::function<void()> replaced)
-{
-    holder().replaced = std::move(replaced);
+    platform::assertMainThread();
+    return platform::SeamGuard([before = std::exchange(systemInUse(), std::move(system))] {
+        platform::assertMainThread();
+        systemInUse() = before;
+    });
 }
 
 } // namespace sound

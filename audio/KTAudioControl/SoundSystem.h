@@ -5,7 +5,9 @@
 
 #include "KTAudioControl/KTAudioExport.h"
 #include "KTAudioControl/KTAudioMissing.h"
+#include "platform/Seam.h"
 
+#include <QDeadlineTimer>
 #include <QList>
 #include <QString>
 #include <chrono>
@@ -31,6 +33,10 @@ struct SampleSpec {
         return type == SampleType::Int16 ? 2 : type == SampleType::Int24 ? 3 : 4;
     }
     std::uint32_t bytesPerFrame() const { return bytesPerSample() * channels; }
+    std::uint32_t bytesIn(std::chrono::microseconds time) const
+    {
+        return std::uint32_t(std::uint64_t(rate) * std::uint64_t(time.count()) / 1'000'000) * bytesPerFrame();
+    }
     bool operator==(const SampleSpec &) const = default;
 };
 
@@ -120,22 +126,20 @@ public:
     virtual void setDevicesChanged(std::function<void()> changed) = 0;
 
     // Clients outlive their streams, and may be called before these have returned. A capture runs when it is
-    // returned; there is none when it is refused, or when the server does not answer within a second. A
-    // playback is returned at once.
+    // returned; there is none when it is refused, or when the server does not answer in time. A playback is
+    // returned at once.
     virtual Opened<CaptureStream> openCapture(
-        const QString &sourceKey, const SampleSpec &spec, CaptureClient *client)
+        const QString &sourceKey, const SampleSpec &spec, CaptureClient *client, QDeadlineTimer deadline)
         = 0;
     virtual Opened<PlaybackStream> openPlayback(const SampleSpec &spec, PlaybackClient *client) = 0;
 };
 
-// The one in use: PulseAudio's protocol, unless another one was set. Created on first use; its threads end
+// The one in use: PulseAudio's protocol, unless another one stands in. Created on first use; its threads end
 // with the application object.
-KTAUDIO_EXPORT SoundSystem &soundSystem();
+KTAUDIO_EXPORT const std::shared_ptr<SoundSystem> &soundSystem();
 
-// For tests, while no recorder or player runs. A null pointer brings the real one back, connected anew.
-KTAUDIO_EXPORT void setSoundSystem(std::shared_ptr<SoundSystem> system);
-
-// `replaced` is called after each setSoundSystem(). One listener.
-void setSoundSystemReplaced(std::function<void()> replaced);
+// For tests, while no recorder or player runs: `system` stands in for as long as the guard lives. A null
+// pointer is the real one, connected anew.
+KTAUDIO_EXPORT platform::SeamGuard replaceSoundSystem(std::shared_ptr<SoundSystem> system);
 
 } // namespace sound

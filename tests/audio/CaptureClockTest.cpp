@@ -65,16 +65,25 @@ TEST(CaptureClock, TellsWhatAnInterruptionHasCostAndWhy)
             }
             const bool interrupted = stream.read();
             EXPECT_EQ(interrupted, it.frozen > CaptureClock::longestGap || it.stalled > 0s);
-            const CaptureClock::Loss loss = stream.clock.ask(stream.now, it.waiting);
+            const CaptureClock::Loss loss = stream.clock.ask(stream.now, stream.now, it.waiting);
             EXPECT_NEAR(double(loss.frames) / 48000, it.lost, 0.06);
             EXPECT_EQ(loss.cause, it.cause);
             // What waited arrives at once, and nothing more is missing.
             EXPECT_FALSE(stream.clock.read(stream.now, it.waiting));
             for (int reads = 0; reads < 100; ++reads)
                 EXPECT_FALSE(stream.read());
-            EXPECT_EQ(stream.clock.ask(stream.now, 0).frames, 0);
+            EXPECT_EQ(stream.clock.ask(stream.now, stream.now, 0).frames, 0);
         }
     }
+}
+
+// Neither what came after the press of a pause, nor the time that an answer was on its way.
+TEST(CaptureClock, CountsOnlyWhatIsLostUpToTheMomentInQuestion)
+{
+    Stream stream;
+    stream.pass(3s);
+    const auto loss = stream.clock.ask(stream.now, stream.now.before(700ms), 0);
+    EXPECT_NEAR(double(loss.frames) / 48000, 2.3, 0.06);
 }
 
 // A pause, or a device that was away, is not missing.
@@ -84,7 +93,7 @@ TEST(CaptureClock, ForgetsWhatWasBeforeANewBeginning)
     stream.clock.restart();
     stream.pass(1h);
     EXPECT_FALSE(stream.read());
-    EXPECT_EQ(stream.clock.ask(stream.now, 0).frames, 0);
+    EXPECT_EQ(stream.clock.ask(stream.now, stream.now, 0).frames, 0);
 }
 
 } // namespace

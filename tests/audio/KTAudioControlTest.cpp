@@ -17,6 +17,7 @@ protected:
         ++reports;
         EXPECT_EQ(std::this_thread::get_id(), mainThread);
     }
+    void audioControlInputMuteChanged(KTAudioControl *) override { ++muteReports; }
     QStringList namesAfter(const sound::DeviceList &devices)
     {
         sound->setDevices(devices);
@@ -27,6 +28,7 @@ protected:
     KTAudioControl *const control = KTAudioControl::sharedAudioControl();
     const std::thread::id mainThread = std::this_thread::get_id();
     int reports = 0;
+    int muteReports = 0;
 };
 
 // Another order, and the user sees another device chosen after each launch.
@@ -34,11 +36,11 @@ TEST_F(KTAudioControlTest, ListsTheDefaultFirstThenOthersByNameAndMonitorsLast)
 {
     EXPECT_EQ(namesAfter({}), QStringList());
     EXPECT_EQ(namesAfter({{{u"a"_s, u"Webcam"_s, false}, {u"b"_s, u"Monitor of Speakers"_s, true},
-                              {u"c"_s, u"line in"_s, false}, {u"d"_s, u"Headset"_s, false},
+                              {u"c"_s, u"USB Mic"_s, false}, {u"d"_s, u"line in"_s, false},
                               {u"e"_s, u"Monitor of HDMI"_s, true}},
                   u"a"_s}),
         QStringList(
-            {u"Webcam"_s, u"Headset"_s, u"line in"_s, u"Monitor of HDMI"_s, u"Monitor of Speakers"_s}));
+            {u"Webcam"_s, u"line in"_s, u"USB Mic"_s, u"Monitor of HDMI"_s, u"Monitor of Speakers"_s}));
 }
 
 // A name that the user has chosen must not come to mean another device.
@@ -89,6 +91,27 @@ TEST_F(KTAudioControlTest, ReportsOnTheMainThreadAndOnlyWhenOtherNamesAreThere)
     EXPECT_EQ(reports, 1);
 }
 
+// A device that is muted must be known by its identifier, and must not cost the user his choice.
+TEST_F(KTAudioControlTest, TellsWhichDeviceIsMutedAndReportsNoOtherList)
+{
+    sound::Source mic{u"a"_s, u"Mic"_s, false};
+    const sound::Source monitor{u"b"_s, u"Monitor"_s, true, true};
+    namesAfter({{mic, monitor}, u"a"_s});
+    const std::uint32_t ofMic = control->deviceIDFromName(u"Mic"_s);
+    EXPECT_TRUE(control->isInputMuted(control->deviceIDFromName(u"Monitor"_s)));
+    control->setDelegate(this);
+    for (const bool muted : {false, true, true, false}) {
+        mic.muted = muted;
+        namesAfter({{mic, monitor}, u"a"_s});
+        EXPECT_EQ(control->isInputMuted(ofMic), muted);
+    }
+    EXPECT_EQ(muteReports, 2);
+    EXPECT_EQ(reports, 0);
+    namesAfter({});
+    EXPECT_EQ(muteReports, 3);
+    EXPECT_FALSE(control->isInputMuted(control->deviceIDFromName(u"Monitor"_s)));
+}
+
 // Out of file descriptors, for example.
 TEST_F(KTAudioControlTest, SaysThatThereIsNoRoomForAConnection)
 {
@@ -96,9 +119,9 @@ TEST_F(KTAudioControlTest, SaysThatThereIsNoRoomForAConnection)
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
     const rlimit none{0, limit.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
-    sound::setSoundSystem(nullptr);
+    const auto real = sound::replaceSoundSystem(nullptr);
     EXPECT_EQ(control->inputDevicesName(), QStringList());
-    EXPECT_EQ(sound::soundSystem().openCapture(u"Microphone"_s, {}, nullptr).problem,
+    EXPECT_EQ(sound::soundSystem()->openCapture(u"Microphone"_s, {}, nullptr, {}).problem,
         u"there is no room for a connection to the sound server"_s);
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
 }

@@ -76,6 +76,9 @@ TEST_F(KTAudioPlayerServerTest, AServerThatDiesOrStandsStillEndsThePlaybackAndHo
 
     server.start();
     ASSERT_TRUE(testbed::waitUntil([&] { return record(stereo16, u"Monitor of Speakers"_s); }));
+    KTAudioPlayer waiting; // paused before its stream is there
+    waiting.playWithFile(path);
+    waiting.pause();
     player->playWithFile(path);
     EXPECT_EQ(player->problem(), QString());
     ASSERT_TRUE(testbed::waitUntil([&] { return !heard().empty(); }));
@@ -87,6 +90,7 @@ TEST_F(KTAudioPlayerServerTest, AServerThatDiesOrStandsStillEndsThePlaybackAndHo
     EXPECT_LT(timer.elapsed(), 100);
     EXPECT_TRUE(testbed::waitUntil([&] { return ends == 2; }));
     EXPECT_EQ(player->problem(), u"the sound server makes no progress"_s);
+    EXPECT_EQ(waiting.state(), KTAudioTransportStatePaused) << "nobody waits for progress in a pause";
     player->playWithFile(path);
     player->stop();
     server.thaw();

@@ -122,19 +122,20 @@ TEST_F(KTAudioRecorderTest, DeliversAHoleAsSilenceOfTheSameLength)
 // A first word that arrives while the file is still being opened would be missing in it.
 TEST_F(KTAudioRecorderTest, KeepsTheFirstSoundUntilTheStartIsBackInTheMainLoop)
 {
+    const QByteArray word(38400, '\1'); // more than is delivered at once in any case
     ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
-    sound->push(frames);
+    sound->push(word);
     std::this_thread::sleep_for(50ms); // what is under test: that nothing happens meanwhile
     EXPECT_EQ(collector.frameCount(), 0U);
-    ASSERT_TRUE(delivered(frames.size()));
+    ASSERT_TRUE(delivered(word.size()));
     recorder->stopRecord();
 
     ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
-    sound->push(frames);
+    sound->push(word);
     const QDeadlineTimer deadline(3000);
-    while (collector.frameCount() < 8 && !deadline.hasExpired()) // the main loop is busy
-        std::this_thread::sleep_for(1ms);
-    EXPECT_EQ(qsizetype(collector.bytes().size()), 2 * frames.size());
+    while (qsizetype(collector.bytes().size()) < 2 * word.size() && !deadline.hasExpired())
+        std::this_thread::sleep_for(1ms); // the main loop is busy
+    EXPECT_EQ(qsizetype(collector.bytes().size()), 2 * word.size());
 }
 
 // The sound system must not wait for a slow delegate, a stop not for long, and nothing may get lost for it.
@@ -159,9 +160,37 @@ TEST_F(KTAudioRecorderTest, KeepsWhatASlowDelegateHasNotTakenYet)
     sound->push(tenSeconds);
     recorder->stopRecord();
     EXPECT_FALSE(soon.hasExpired());
+    EXPECT_TRUE(recorder->isDelivering());
     slow.release.set_value();
     recorder.reset();
     EXPECT_EQ(qsizetype(slow.bytes().size()), frames.size() + tenSeconds.size());
+}
+
+// The status line tells of it, and a pause is nobody's loss.
+TEST_F(KTAudioRecorderTest, CountsForHowLongItsDeviceWasAway)
+{
+    const auto pass = [](std::chrono::milliseconds time) {
+        const QDeadlineTimer until(time);
+        EXPECT_TRUE(waitUntil([&] { return until.hasExpired(); }));
+    };
+    ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
+    sound->loseCapture();
+    EXPECT_TRUE(recorder->isAway());
+    pass(30ms);
+    recorder->pauseRecord();
+    const auto beforePause = recorder->away();
+    EXPECT_GE(beforePause, 30ms);
+    pass(30ms);
+    EXPECT_EQ(recorder->away(), beforePause);
+    recorder->resumeRecord();
+    pass(30ms);
+    sound->bringCaptureBack();
+    EXPECT_FALSE(recorder->isAway());
+    const auto whenBack = recorder->away();
+    EXPECT_GE(whenBack, beforePause + 30ms);
+    pass(30ms);
+    recorder->stopRecord();
+    EXPECT_EQ(recorder->away(), whenBack);
 }
 
 TEST_F(KTAudioRecorderTest, MeasuresThePeakOfEachChannel)

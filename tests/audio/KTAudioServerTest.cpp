@@ -26,6 +26,7 @@ protected:
         letMicrophoneHear(second / 5); // what it gives before it hears anything is silence
     }
     void audioControlInputDeviceChanged(KTAudioControl *) override { ++changes; }
+    void audioControlInputMuteChanged(KTAudioControl *) override { ++muteChanges; }
     // On PipeWire the microphone runs a tenth of a second ahead, and its sound passes through several
     // periods.
     static double slack()
@@ -34,6 +35,7 @@ protected:
     }
 
     int changes = 0;
+    int muteChanges = 0;
 };
 
 INSTANTIATE_TEST_SUITE_P(Kinds, EitherKTAudioServer,
@@ -90,6 +92,26 @@ TEST_P(EitherKTAudioServer, GoesOnWithTheSameDeviceWhenItOrTheServerIsBack)
     EXPECT_THAT(changes, testing::AllOf(testing::Ge(2), testing::Le(3)));
 }
 
+TEST_P(EitherKTAudioServer, TellsWithinASecondThatASourceIsMutedOrItsVolumeZero)
+{
+    const std::uint32_t microphone = control->deviceIDFromName(u"Microphone"_s);
+    const std::uint32_t monitor = control->deviceIDFromName(u"Monitor of Speakers"_s);
+    control->setDelegate(this);
+    const std::tuple<QString, std::uint32_t, bool> steps[]
+        = {{u"set-source-mute Microphone 1"_s, microphone, true},
+            {u"set-source-mute Microphone 0"_s, microphone, false},
+            {u"set-source-volume Microphone 0"_s, microphone, true},
+            {u"set-source-volume Microphone 50%"_s, microphone, false},
+            {u"set-source-mute speakers.monitor 1"_s, monitor, true}};
+    for (const auto &[command, device, muted] : steps) {
+        server.pactl(command);
+        EXPECT_TRUE(waitUntil([&, id = device, is = muted] { return control->isInputMuted(id) == is; }, 1s))
+            << command.toStdString();
+    }
+    EXPECT_EQ(muteChanges, std::ssize(steps));
+    EXPECT_EQ(changes, 0) << "a report takes the user's choice away";
+}
+
 TEST_F(KTAudioServer, IsRefusedWithAReasonByAServerThatIsGoneOrDoesNotAnswer)
 {
     ASSERT_FALSE(control->inputDevicesName().isEmpty());
@@ -126,7 +148,7 @@ TEST(KTAudioServerThatRefuses, MayBeGivenUpWhileTheLoopLooksForIt)
     ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
     ASSERT_EQ(listen(listener, 5), 0);
     qputenv("PULSE_SERVER", QByteArray::fromStdString("unix:" + path));
-    sound::setSoundSystem(nullptr);
+    std::optional connected(sound::replaceSoundSystem(nullptr));
     sound::soundSystem();
     for (int attempt = 0; attempt < 3; ++attempt) {
         long connection = -1;
@@ -135,31 +157,66 @@ TEST(KTAudioServerThatRefuses, MayBeGivenUpWhileTheLoopLooksForIt)
         ASSERT_TRUE(waitUntil(accepted));
         syscall(SYS_close, connection);
     }
-    sound::setSoundSystem(nullptr);
+    connected.reset();
     qunsetenv("PULSE_SERVER");
     close(listener);
 }
 
+// Records in a process of its own, which can stand still.
+class Child : public QProcess {
+public:
+    Child()
+    {
+        setProcessChannelMode(ForwardedErrorChannel);
+        start(QStringLiteral(CAPTURE_CHILD), {u"Microphone"_s});
+        EXPECT_TRUE(waitForReadyRead(5000)) << "the child does not record";
+        readAll();
+    }
+    void standStill() { ::kill(pid_t(processId()), SIGSTOP); }
+    void pressStop()
+    {
+        write("stop\n");
+        waitForBytesWritten();
+    }
+    void goOn() { ::kill(pid_t(processId()), SIGCONT); }
+    // Nothing is lost in between. The number of the last frame.
+    double lastFrame()
+    {
+        EXPECT_TRUE(waitForReadyRead(5000));
+        const QList<QByteArray> told = readAll().simplified().split(' ');
+        EXPECT_EQ(told[2], "0") << "breaks";
+        EXPECT_TRUE(waitForFinished(5000));
+        return told[1].toDouble();
+    }
+};
+
 // What the server has kept for a process that stood still is older than the press of Stop, and in the file.
 TEST_P(EitherKTAudioServer, LosesNothingWhenAProcessThatWasStoppedEndsItsTakeAtOnce)
 {
-    QProcess child;
-    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    child.start(QStringLiteral(CAPTURE_CHILD), {u"Microphone"_s});
-    ASSERT_TRUE(child.waitForReadyRead(5000)) << "the child does not record";
-    child.readAll();
-    ::kill(pid_t(child.processId()), SIGSTOP);
+    Child child;
+    child.standStill();
     letMicrophoneHear(4 * second);
-    child.write("stop\n");
-    child.waitForBytesWritten();
-    ::kill(pid_t(child.processId()), SIGCONT);
+    child.pressStop();
+    child.goOn();
     const auto pressed = double(server.position(u"Microphone"_s));
-    ASSERT_TRUE(child.waitForReadyRead(5000));
-    const QList<QByteArray> told = child.readAll().split(' ');
     // Seconds would be missing; a busy machine tells its position later than it presses.
-    EXPECT_NEAR(told[1].toDouble(), pressed, slack() + second / 4.0);
-    EXPECT_EQ(told[2].toUInt(), 0U) << "breaks";
-    EXPECT_TRUE(child.waitForFinished(5000));
+    EXPECT_NEAR(child.lastFrame(), pressed, slack() + second / 4.0);
+}
+
+// As when the whole computer stands still: what the device has kept is on its way, and not missing.
+TEST_F(KTAudioServer, LosesNothingThatTheDeviceHasKeptWhileServerAndProcessStoodStill)
+{
+    Child child;
+    letMicrophoneHear(second); // the device is known by then
+    child.standStill();
+    server.freeze();
+    letMicrophoneHear(second / 2);
+    server.thaw();
+    child.goOn();
+    letMicrophoneHear(second);
+    child.pressStop();
+    const auto pressed = double(server.position(u"Microphone"_s));
+    EXPECT_NEAR(child.lastFrame(), pressed, second / 4.0);
 }
 
 // The sound that is gone stands as silence in its place: what follows is where the clock says.
@@ -177,11 +234,16 @@ TEST_F(KTAudioServer, PutsSilenceWhereTheServerStoodStillAndSaysHowMuch)
     EXPECT_EQ(recorder->missing().cause, KTAudioMissingCause::SoundServerStalled);
     EXPECT_NEAR(double(recorder->missing().time.count()), 800, 200) << "what the pipe did not hold";
     EXPECT_NEAR(collector.frames().back() - double(collector.frameCount()), offset, second / 10.0);
+    // A stop does not wait for such a server, and what is lost ends with the press.
+    const auto before = recorder->missing().time;
     server.freeze();
     QElapsedTimer timer;
     timer.start();
+    letMicrophoneHear(second);
+    const qint64 pressed = timer.elapsed();
     recorder->stopRecord();
-    EXPECT_LE(timer.elapsed(), 900);
+    EXPECT_LE(timer.elapsed() - pressed, 900);
+    EXPECT_NEAR(double((recorder->missing().time - before).count()), double(pressed), 150);
     server.thaw();
 }
 

@@ -34,7 +34,6 @@ protected:
     {
         control->setDelegate(nullptr);
         recorder.reset();
-        sound::setSoundSystem(nullptr);
     }
 
     bool record(const AudioStreamBasicDescription &format = stereo16, const QString &device = u"Microphone"_s)
@@ -58,6 +57,7 @@ protected:
     static constexpr AudioStreamBasicDescription stereo16
         = packedPCM(48000, 2, 16, kAudioFormatFlagIsSignedInteger);
     PrivateSoundServer server;
+    const platform::SeamGuard connected = sound::replaceSoundSystem(nullptr);
     KTAudioControl *const control = KTAudioControl::sharedAudioControl();
     testbed::FrameCollector collector;
     testbed::LogCapture log;

@@ -17,7 +17,7 @@ public:
     ~PulseCaptureStream() override;
 
     // Why the stream does not run; empty when it does. Called once.
-    QString open();
+    QString open(QDeadlineTimer deadline);
     void pause() override;
     void resume() override;
 

@@ -115,6 +115,7 @@ void PulseConnection::connectOrRefresh()
 
 void PulseConnection::contextStateChanged()
 {
+    m_loop.assertOnLoop();
     const pa_context_state_t state = pa_context_get_state(m_context.get());
     if (state == PA_CONTEXT_READY)
         contextReady();
@@ -154,6 +155,7 @@ void PulseConnection::devicesListed()
 
 void PulseConnection::notify(void (Listener::*event)())
 {
+    m_loop.assertOnLoop();
     const auto listeners = m_listeners;
     for (Listener *listener : listeners)
         if (m_listeners.contains(listener))

@@ -42,6 +42,7 @@ bool PulseDevices::isListed() const
 
 void PulseDevices::follow(pa_context *context)
 {
+    m_loopThread.assertSameThread();
     m_context = context;
     if (isListed())
         m_completeAt = std::chrono::steady_clock::now() + completeAfter;
@@ -53,6 +54,7 @@ void PulseDevices::follow(pa_context *context)
 
 void PulseDevices::refresh()
 {
+    m_loopThread.assertSameThread();
     if (!m_context)
         return;
     if (m_sourcesRequest) {
@@ -69,6 +71,7 @@ void PulseDevices::refresh()
 
 void PulseDevices::stop()
 {
+    m_loopThread.assertSameThread();
     m_context = nullptr;
     m_subscription.reset();
     m_serverRequest.reset();
@@ -114,6 +117,7 @@ void PulseDevices::event(pa_context *, pa_subscription_event_type_t, std::uint32
 
 void PulseDevices::listComplete(bool success)
 {
+    m_loopThread.assertSameThread();
     m_serverRequest.reset();
     m_sourcesRequest.reset();
     m_incomplete = !success || misses(m_incoming);
@@ -127,6 +131,7 @@ void PulseDevices::listComplete(bool success)
 
 void PulseDevices::publish(const DeviceList &list)
 {
+    m_loopThread.assertSameThread();
     const bool first = !isListed();
     if (!first && m_list == list)
         return;

@@ -5,6 +5,7 @@
 
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseHandles.h"
+#include "platform/ThreadCheck.h"
 
 #include <QSemaphore>
 #include <mutex>
@@ -47,6 +48,7 @@ private:
     bool misses(const DeviceList &list) const;
     void publish(const DeviceList &list);
 
+    platform::ThreadCheck m_loopThread;
     pa_context *m_context = nullptr;
     PulseOperationHandle m_subscription;
     PulseOperationHandle m_serverRequest;

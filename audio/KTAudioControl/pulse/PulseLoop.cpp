@@ -5,10 +5,7 @@
 
 #include "platform/Logging.h"
 
-#include <csignal>
-#include <pthread.h>
 #include <sys/eventfd.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace sound {
@@ -18,14 +15,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto stopDeadline = 900ms;
-
-// The program handles its signals on threads of its own choice.
-void blockSignals()
-{
-    sigset_t all;
-    sigfillset(&all);
-    pthread_sigmask(SIG_BLOCK, &all, nullptr);
-}
 
 } // namespace
 
@@ -54,20 +43,16 @@ bool PulseLoop::start()
     if (!m_wakeEvent)
         return false;
     m_open = true;
-    try {
-        m_runner = std::thread([this] { run(); });
-    } catch (const std::system_error &) {
+    m_ended = std::make_shared<platform::GivenAnswer<bool>>();
+    const auto work = [this, ended = m_ended] {
+        pa_mainloop_run(m_loop.get(), nullptr);
+        ended->give(true);
+    };
+    if (!platform::runOnSpareThread(work)) {
         m_open = false;
+        m_ended.reset();
     }
     return m_open;
-}
-
-void PulseLoop::run()
-{
-    blockSignals();
-    pthread_setname_np(pthread_self(), "flipside-sound");
-    pa_mainloop_run(m_loop.get(), nullptr);
-    m_ended.release();
 }
 
 bool PulseLoop::post(std::function<void()> work)
@@ -96,7 +81,7 @@ void PulseLoop::runPosted()
 
 bool PulseLoop::stop(std::function<void()> last)
 {
-    if (!m_runner.joinable())
+    if (!m_ended)
         return true;
     post([this, last = std::move(last)] {
         last();
@@ -106,13 +91,10 @@ bool PulseLoop::stop(std::function<void()> last)
         const std::scoped_lock lock(m_mutex);
         m_open = false;
     }
-    if (!m_ended.tryAcquire(1, int(std::chrono::milliseconds(stopDeadline).count()))) {
+    const bool ended = m_ended->wait(stopDeadline).has_value();
+    if (!ended)
         qCWarning(lcAudio, "The thread of the sound server does not end and is left behind.");
-        m_runner.detach();
-        return false;
-    }
-    m_runner.join();
-    return true;
+    return ended;
 }
 
 } // namespace sound

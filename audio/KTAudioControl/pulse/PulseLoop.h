@@ -4,22 +4,19 @@
 #pragma once
 
 #include "audio/KTAudioControl/pulse/PulseHandles.h"
+#include "platform/Inquiry.h"
 #include "platform/ThreadCheck.h"
 
-#include <QSemaphore>
-#include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
-#include <thread>
 #include <vector>
 
 namespace sound {
 
 // The thread that libpulse lives on. No other thread touches a handle of libpulse, and none ever waits for
-// this one: it is handed work and, where somebody needs to know what came of it, gives a PulseAnswer.
+// this one: it is handed work and, where somebody needs to know what came of it, gives an answer that
+// is waited for with a deadline.
 class PulseLoop {
 public:
     // Without room for a thread, or for its descriptors, nothing ever runs.
@@ -43,43 +40,16 @@ public:
     void assertOnLoop() { m_thread.assertSameThread(); }
 
 private:
-    void run();
     void runPosted();
 
     PulseMainloopHandle m_loop;
     int m_wake = -1; // an eventfd
     pa_io_event *m_wakeEvent = nullptr; // owned by the loop
-    std::thread m_runner;
-    QSemaphore m_ended;
+    std::shared_ptr<platform::GivenAnswer<bool>> m_ended; // by the thread, which may outlive this object
     platform::ThreadCheck m_thread;
     std::mutex m_mutex; // guards what follows
     std::vector<std::function<void()>> m_posted;
     bool m_open = false; // work is taken
-};
-
-// One answer from the loop's thread that another thread waits for.
-class PulseAnswer {
-public:
-    // Only the first one counts. With why not, where something could not be done.
-    void give(const QString &problem = {})
-    {
-        const std::scoped_lock lock(m_mutex);
-        if (!m_problem)
-            m_problem = problem;
-        m_given.notify_one();
-    }
-    // Nothing when the deadline passes first.
-    std::optional<QString> waitFor(std::chrono::milliseconds deadline)
-    {
-        std::unique_lock lock(m_mutex);
-        m_given.wait_for(lock, deadline, [this] { return m_problem.has_value(); });
-        return m_problem;
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_given;
-    std::optional<QString> m_problem;
 };
 
 } // namespace sound

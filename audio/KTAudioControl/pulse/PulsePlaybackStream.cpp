@@ -3,6 +3,8 @@
 
 #include "audio/KTAudioControl/pulse/PulsePlaybackStream.h"
 
+#include "audio/KTAudioControl/pulse/PulseClientGate.h"
+
 namespace sound {
 
 using namespace Qt::StringLiterals;
@@ -79,7 +81,7 @@ void PulsePlaybackStream::OnLoop::connectStream(pa_stream *stream)
     pa_stream_set_write_callback(stream, writable, this);
     pa_buffer_attr buffer{};
     buffer.maxlength = std::uint32_t(-1);
-    buffer.tlength = bytesIn(latency);
+    buffer.tlength = spec().bytesIn(latency);
     buffer.prebuf = std::uint32_t(-1);
     buffer.minreq = std::uint32_t(-1);
     const auto flags = PA_STREAM_ADJUST_LATENCY | (m_paused ? PA_STREAM_START_CORKED : 0);
@@ -98,6 +100,7 @@ void PulsePlaybackStream::OnLoop::streamReady()
 
 void PulsePlaybackStream::OnLoop::fill(std::size_t bytes)
 {
+    connection().loop().assertOnLoop();
     while (bytes > 0 && !m_atEnd && !m_finished) {
         void *buffer = nullptr;
         std::size_t size = bytes;
@@ -143,6 +146,7 @@ void PulsePlaybackStream::OnLoop::drain()
 
 void PulsePlaybackStream::OnLoop::finish(PlaybackEnd end, const QString &problem)
 {
+    connection().loop().assertOnLoop();
     m_drain.reset();
     m_stalled.stop();
     if (!std::exchange(m_finished, true))
@@ -153,6 +157,7 @@ void PulsePlaybackStream::OnLoop::finish(PlaybackEnd end, const QString &problem
 // back and asked again.
 void PulsePlaybackStream::OnLoop::setPaused(bool paused)
 {
+    connection().loop().assertOnLoop();
     m_paused = paused;
     if (!isReady() || m_finished)
         return;
@@ -185,6 +190,7 @@ PulsePlaybackStream::~PulsePlaybackStream()
 
 void PulsePlaybackStream::setPaused(bool paused)
 {
+    platform::assertMainThread();
     m_connection->loop().post([onLoop = m_onLoop, paused] { onLoop->setPaused(paused); });
 }
 

@@ -39,10 +39,10 @@ void PulseSoundSystem::setDevicesChanged(std::function<void()> changed)
 }
 
 Opened<CaptureStream> PulseSoundSystem::openCapture(
-    const QString &sourceKey, const SampleSpec &spec, CaptureClient *client)
+    const QString &sourceKey, const SampleSpec &spec, CaptureClient *client, QDeadlineTimer deadline)
 {
     auto stream = std::make_unique<PulseCaptureStream>(m_connection, sourceKey, spec, client);
-    const QString problem = stream->open();
+    const QString problem = stream->open(deadline);
     return {problem.isEmpty() ? std::move(stream) : nullptr, problem};
 }
 

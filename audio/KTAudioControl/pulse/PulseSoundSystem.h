@@ -20,8 +20,8 @@ public:
     DeviceList devices() const override;
     void waitForDevices(std::chrono::milliseconds deadline) override;
     void setDevicesChanged(std::function<void()> changed) override;
-    Opened<CaptureStream> openCapture(
-        const QString &sourceKey, const SampleSpec &spec, CaptureClient *client) override;
+    Opened<CaptureStream> openCapture(const QString &sourceKey, const SampleSpec &spec, CaptureClient *client,
+        QDeadlineTimer deadline) override;
     Opened<PlaybackStream> openPlayback(const SampleSpec &spec, PlaybackClient *client) override;
 
 private:

@@ -6,7 +6,6 @@
 namespace sound {
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -50,6 +49,7 @@ void PulseStream::open()
 
 void PulseStream::close()
 {
+    connection().loop().assertOnLoop();
     m_connection->removeListener(this);
     m_stream.reset();
 }
@@ -62,6 +62,7 @@ void PulseStream::connected()
 
 void PulseStream::start()
 {
+    connection().loop().assertOnLoop();
     const pa_sample_spec spec = pulseSpec(m_spec);
     m_stream.reset(pa_stream_new(m_connection->readyContext(), m_title, &spec, nullptr));
     if (!m_stream)
@@ -86,18 +87,13 @@ void PulseStream::stateChanged()
 
 void PulseStream::streamFailed(const QString &problem)
 {
+    connection().loop().assertOnLoop();
     const bool ran = m_stream && m_hasRun;
     m_stream.reset();
     if (ran)
         streamLost();
     else if (!m_hasRun)
         streamRefused(problem);
-}
-
-std::uint32_t PulseStream::bytesIn(std::chrono::milliseconds time) const
-{
-    return std::uint32_t(std::uint64_t(m_spec.rate) * std::uint64_t(time.count()) / 1000)
-        * m_spec.bytesPerFrame();
 }
 
 } // namespace sound

@@ -6,34 +6,7 @@
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseConnection.h"
 
-#include <mutex>
-
 namespace sound {
-
-// Whom a stream calls, until it is closed from another thread. Closing waits for a call under way, and
-// clients are quick.
-template <typename Client> class PulseClientGate {
-public:
-    explicit PulseClientGate(Client *client)
-        : m_client(client)
-    {
-    }
-    template <typename Call> void call(const Call &call)
-    {
-        const std::scoped_lock lock(m_mutex);
-        if (m_client)
-            call(*m_client);
-    }
-    void close()
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_client = nullptr;
-    }
-
-private:
-    std::mutex m_mutex;
-    Client *m_client;
-};
 
 // What capture and playback have in common: one stream on the connection. Belongs to the loop's thread; held
 // by shared pointers, because what was posted to that thread may wait there for longer than its caller does.
@@ -63,7 +36,6 @@ protected:
     pa_stream *stream() const { return m_stream.get(); }
     PulseConnection &connection() const { return *m_connection; }
     const SampleSpec &spec() const { return m_spec; }
-    std::uint32_t bytesIn(std::chrono::milliseconds time) const;
 
     void connected() override;
     void disconnected() override { streamFailed(m_connection->problem()); }

@@ -8,6 +8,7 @@
 #include "KTAudioControl/KTAudioMissing.h"
 #include "KTAudioControl/KTAudioTransportState.h"
 
+#include <QDeadlineTimer>
 #include <QString>
 #include <memory>
 
@@ -45,17 +46,19 @@ public:
     // Captures in the requested format where possible and in one that currentDataFormat() tells otherwise:
     // linear PCM, native-endian, interleaved and packed, one or two channels, 16, 24 or 32 bits, a rate that
     // MPEG audio knows. False, and still stopped, when the device is unknown, the server refuses or does not
-    // answer within a second, or something else than linear PCM is requested. After the first successful
-    // start every later one captures in the format of the first. What is captured is delivered from the next
-    // turn of the main loop on, or after a second.
-    bool startRecordWithFormat(const AudioStreamBasicDescription &format);
+    // answer in time, or something else than linear PCM is requested. After the first successful start every
+    // later one captures in the format of the first. What is captured is delivered from the next turn of the
+    // main loop on, or after a second.
+    bool startRecordWithFormat(
+        const AudioStreamBasicDescription &format, QDeadlineTimer deadline = QDeadlineTimer(900));
     // The same object with the same content from a successful start on, as long as the recorder lives.
     const AudioStreamBasicDescription &currentDataFormat() const;
     std::int32_t state() const; // KTAudioTransportState
 
     // All that had been captured before the call is delivered before it returns, also what the sound server
-    // still held, and nothing that is captured until resumeRecord(). It takes 900 ms at most: only a delegate
-    // that has not taken everything by then gets the rest after it has returned.
+    // still held, and nothing that is captured until resumeRecord(). It takes 900 ms at most. What the server
+    // has not given by then is missing. A delegate that has not taken everything by then gets the rest after
+    // it has returned: as an exception, data arrives in the states paused and stopped while isDelivering().
     void pauseRecord();
     void resumeRecord();
     // Ends capture as a pause does.
@@ -71,6 +74,8 @@ public:
     // For how long it was away since the last start, pauses left out. Nothing stands in the place of that
     // sound. Any thread.
     std::chrono::milliseconds away() const;
+    // Whether something that was captured still waits for the delegate, whatever the state.
+    bool isDelivering() const;
     // Why the last start failed, in words that end a sentence; empty when it did not.
     QString startProblem() const;
 

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/CaptureFeed.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace sound {
+
+CaptureFeed::CaptureFeed(CaptureClient *client, const SampleSpec &spec)
+    : m_client(client)
+    , m_spec(spec)
+{
+}
+
+void CaptureFeed::prepare()
+{
+    m_collected.reserve(2 * qsizetype(m_spec.bytesIn(piece)));
+}
+
+// Up to a hole, up to the cut.
+void CaptureFeed::take(const std::byte *data, std::size_t bytes)
+{
+    while (bytes > 0 && m_untilCut != 0) {
+        if (m_hole.frames > 0 && m_untilHole == 0)
+            deliverHole();
+        std::size_t part = bytes;
+        if (m_hole.frames > 0)
+            part = std::min(part, std::size_t(m_untilHole));
+        if (m_untilCut)
+            part = std::min(part, std::size_t(*m_untilCut));
+        collect(data, part);
+        data = data ? data + part : nullptr;
+        bytes -= part;
+        m_untilHole -= m_hole.frames > 0 ? qint64(part) : 0;
+        if (m_untilCut)
+            *m_untilCut -= qint64(part);
+    }
+}
+
+// The server sends sound as its source has it, often in pieces of a few milliseconds. Each delivery wakes the
+// threads that follow it, so short pieces are put together first.
+void CaptureFeed::collect(const std::byte *data, std::size_t bytes)
+{
+    if (!data) {
+        deliverCollected();
+        return callWithHole(bytes, KTAudioMissingCause::SoundServerStalled);
+    }
+    m_collected.append(reinterpret_cast<const char *>(data), qsizetype(bytes));
+    if (std::size_t(m_collected.size()) >= m_spec.bytesIn(piece))
+        deliverCollected();
+}
+
+void CaptureFeed::deliverCollected()
+{
+    if (m_collected.isEmpty())
+        return;
+    m_client.call([&](CaptureClient &client) {
+        if (!m_silent)
+            client.captured(m_collected.constData(), std::size_t(m_collected.size()));
+    });
+    m_collected.resize(0);
+}
+
+void CaptureFeed::lose(const CaptureClock::Loss &loss, qint64 after)
+{
+    deliverHole(); // one that is still to come
+    m_hole = loss;
+    m_untilHole = after;
+    if (after == 0)
+        deliverHole();
+}
+
+void CaptureFeed::loseUpToCut(KTAudioMissingCause cause)
+{
+    const qint64 frames = std::exchange(m_untilCut, 0).value_or(0) / m_spec.bytesPerFrame();
+    if (frames > 0 && m_hole.frames == 0)
+        m_hole = {0, cause};
+    m_hole.frames += frames;
+}
+
+void CaptureFeed::deliverHole()
+{
+    const auto [frames, cause] = std::exchange(m_hole, {});
+    if (frames == 0)
+        return;
+    deliverCollected();
+    callWithHole(std::size_t(frames) * m_spec.bytesPerFrame(), cause);
+}
+
+void CaptureFeed::callWithHole(std::size_t bytes, KTAudioMissingCause cause)
+{
+    m_client.call([&](CaptureClient &client) {
+        if (!m_silent)
+            client.captureHole(bytes, cause);
+    });
+}
+
+void CaptureFeed::flush()
+{
+    deliverHole();
+    deliverCollected();
+}
+
+} // namespace sound

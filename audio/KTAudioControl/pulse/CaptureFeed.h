@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "audio/KTAudioControl/CaptureClock.h"
+#include "audio/KTAudioControl/SoundSystem.h"
+#include "audio/KTAudioControl/pulse/PulseClientGate.h"
+
+#include <QByteArray>
+#include <atomic>
+#include <optional>
+
+namespace sound {
+
+// What was read from the server, on its way to the client: put together to pieces that are worth a delivery,
+// with what is lost as a hole in its place, and up to the cut of a pause. The loop's thread, unless it says
+// otherwise.
+class CaptureFeed {
+public:
+    // Short enough for a level meter, long enough to be cheap.
+    static constexpr std::chrono::milliseconds piece{20};
+
+    CaptureFeed(CaptureClient *client, const SampleSpec &spec);
+
+    // Any thread.
+    PulseClientGate<CaptureClient> &client() { return m_client; }
+    // Nothing is delivered any more, whatever the loop is at. Any thread.
+    void silence() { m_silent = true; }
+    void speak() { m_silent = false; }
+
+    // Makes room, so that nothing is allocated while sound comes in.
+    void prepare();
+    // Bytes of whole frames, in capture order; a null pointer for what the server itself says is lost. What
+    // lies beyond the cut is dropped.
+    void take(const std::byte *data, std::size_t bytes);
+    // What comes after the next so many bytes is lost.
+    void lose(const CaptureClock::Loss &loss, qint64 after);
+    // Delivers all that was taken, and a hole that was still to come.
+    void flush();
+
+    // Nothing is taken after the next so many bytes, until endCut().
+    void cutAfter(qint64 bytes) { m_untilCut = bytes; }
+    bool hasCut() const { return m_untilCut.has_value(); }
+    bool isCut() const { return m_untilCut == 0; }
+    // What has not come up to the cut will not come: it is lost.
+    void loseUpToCut(KTAudioMissingCause cause);
+    void endCut() { m_untilCut.reset(); }
+
+private:
+    void collect(const std::byte *data, std::size_t bytes);
+    void deliverCollected();
+    void deliverHole();
+    void callWithHole(std::size_t bytes, KTAudioMissingCause cause);
+
+    PulseClientGate<CaptureClient> m_client;
+    std::atomic<bool> m_silent = false;
+    const SampleSpec m_spec;
+    QByteArray m_collected; // taken, not delivered yet; less than a piece
+    CaptureClock::Loss m_hole; // to be delivered
+    qint64 m_untilHole = 0; // bytes that come before it
+    std::optional<qint64> m_untilCut; // bytes
+};
+
+} // namespace sound
