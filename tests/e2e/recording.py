@@ -156,14 +156,23 @@ class Recording(RecorderTest):
                 shown = recorder.elapsed
                 if end == "close":
                     recorder.click("Close")
-                elif end == "terminate":
+                elif end == "terminate":  # with sound that the server still holds
+                    os.kill(recorder.program.pid, signal.SIGSTOP)
+                    heard = self.heard() + 2
+                    wait_until(lambda enough=heard: self.heard() >= enough, "two more seconds")
+                    shown += 2
                     os.kill(recorder.program.pid, signal.SIGTERM)
+                    os.kill(recorder.program.pid, signal.SIGCONT)
                 else:
                     self.desktop.key("ctrl+q")
                 self.assertEqual(recorder.program.wait_for_exit(5), 0)
                 # A stop would have shown the file.
                 self.stand_ins.expect_nothing()
                 self.assertGreater(decoded_seconds(self.recordings()[-1]), shown - 0.15)
+
+    def heard(self):
+        """How many seconds the microphone has heard."""
+        return self.sound.tell(f"position {MICROPHONE}")["frames"] / 48000
 
     def test_a_killed_recording_is_there_up_to_its_last_moment(self):
         recorder = self.start()
