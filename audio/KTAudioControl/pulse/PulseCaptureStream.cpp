@@ -196,7 +196,7 @@ void PulseCaptureStream::OnLoop::readAvailable()
     if (frames == 0 || !m_deliver)
         return;
     connection().start(m_tick, CaptureClock::longestGap);
-    if (!m_clock.read(Moment::now(), frames))
+    if (!m_clock.read(Moment::now(), frames) || m_pause) // which asks itself
         return;
     m_backlog.cancel(); // an answer from before knows nothing of it
     if (m_clock.sawServerStall())
