@@ -4,11 +4,11 @@
 #include "app/TakeHandle.h"
 
 #include "app/AppDelegate.h"
+#include "platform/desktop/Opener.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QDrag>
 #include <QMenu>
 #include <QMimeData>
@@ -38,8 +38,8 @@ void TakeHandle::offerMenu(QWidget *widget)
 void TakeHandle::fillMenu()
 {
     QAction *const open = m_menu->addAction(tr("Open"));
-    connect(open, &QAction::triggered, this,
-        [this] { QDesktopServices::openUrl(m_delegate->currentOutputURL()); });
+    connect(
+        open, &QAction::triggered, this, [this] { platform::openOnDesktop(m_delegate->currentOutputURL()); });
     connect(m_menu, &QMenu::aboutToShow, open,
         [this, open] { open->setEnabled(m_delegate->visibleShowInFinder()); });
     connect(m_menu->addAction(tr("Show in Folder")), &QAction::triggered, this,
