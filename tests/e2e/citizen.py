@@ -264,7 +264,8 @@ class Buses(CardTest):
         wait_until(lambda: opened() == folder, "the folder to be opened")
         bus.end()
         self.desktop.key("ctrl+shift+r")
-        wait_until(lambda: opened() == 2 * folder, "the folder to be opened without a bus")
+        # On a busy machine the key repeats.
+        wait_until(lambda: opened().startswith(2 * folder), "the folder to be opened without a bus")
 
     def test_only_suspend_is_inhibited(self):
         bus = self.own_bus()
