@@ -308,13 +308,31 @@ def pieces_without(begin, end, away):
     return spans
 
 
+class SideBySide(Desktop):
+    """A session bus that keeps the program's name from everybody: the programs on it are strangers to each other, which
+    they would be in the sessions of several users."""
+
+    CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+        "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+        <busconfig><include>/usr/share/dbus-1/session.conf</include>
+        <policy context="mandatory"><deny own="io.github.flipside_recorder.Flipside"/></policy></busconfig>"""
+
+    def spawn(self, command, *arguments, **options):
+        if command[0] == "dbus-daemon":
+            path = os.path.join(self.folder, "bus.conf")
+            with open(path, "w") as file:
+                file.write(self.CONFIGURATION)
+            command = [f"--config-file={path}" if word == "--session" else word for word in command]
+        return super().spawn(command, *arguments, **options)
+
+
 class Bench:
     """One private desktop, and all that runs on it."""
 
     def __enter__(self):
         self.stack = contextlib.ExitStack()
         self.runs, self.sounds, self.troubles = [], {}, []
-        self.desktop = self.stack.enter_context(Desktop(compositor=None))
+        self.desktop = self.stack.enter_context(SideBySide(compositor=None))
         self.bus = bus_of(self.desktop)
         return self
 
