@@ -4,25 +4,14 @@
 #include "platform/desktop/MotionPreference.h"
 
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/SettingsPortal.h"
 
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QSettings>
 #include <QStandardPaths>
-#include <algorithm>
 
 namespace platform {
 
 namespace {
-
-using Groups = QMap<QString, QVariantMap>;
-
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
 
 const QString gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
@@ -46,23 +35,21 @@ std::optional<bool> statedByKde(const QString &file)
 
 MotionPreference &MotionPreference::shared()
 {
-    // Never destroyed: the bus is gone before static objects are.
-    static auto *const preference = new MotionPreference;
-    return *preference;
+    static MotionPreference preference;
+    return preference;
 }
 
 MotionPreference::MotionPreference()
 {
-    QDBusConnection::sessionBus().connect(portalService, portalPath, portalInterface,
-        QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QString, QString, QDBusVariant)));
-    askService();
+    SettingsPortal::shared();
 }
 
 bool MotionPreference::animationsAllowed() const
 {
     assertMainThread();
-    if (!m_stated.isEmpty())
-        return std::all_of(m_stated.begin(), m_stated.end(), [](bool allowed) { return allowed; });
+    const QList<bool> answers = SettingsPortal::shared().answersTo(stated);
+    if (!answers.isEmpty())
+        return !answers.contains(false);
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     return statedByFiles(folder).value_or(true);
 }
@@ -86,38 +73,6 @@ std::optional<bool> MotionPreference::statedByFiles(const QString &configFolder)
             return allowed;
     }
     return statedByKde(configFolder + QStringLiteral("/kdeglobals"));
-}
-
-void MotionPreference::askService()
-{
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        portalService, portalPath, portalInterface, QStringLiteral("ReadAll"));
-    question << QStringList{gnomeGroup, appearanceGroup, kdeGroup};
-    // A desktop that runs without the service is not made to start it.
-    question.setAutoStartService(false);
-    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        const QDBusPendingReply<> reply = *watcher;
-        if (reply.isError() || reply.reply().arguments().isEmpty())
-            return;
-        const auto groups = qdbus_cast<Groups>(reply.reply().arguments().constFirst());
-        for (auto group = groups.begin(); group != groups.end(); ++group) {
-            for (auto entry = group->begin(); entry != group->end(); ++entry)
-                keep(group.key(), entry.key(), entry.value());
-        }
-    });
-}
-
-void MotionPreference::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
-{
-    keep(group, key, value.variant());
-}
-
-void MotionPreference::keep(const QString &group, const QString &key, const QVariant &value)
-{
-    if (const auto allowed = stated(group, key, value))
-        m_stated.insert(group + u'.' + key, *allowed);
 }
 
 } // namespace platform
