@@ -10,8 +10,8 @@
 #include <QAbstractButton>
 #include <QKeySequence>
 #include <QLabel>
+#include <QPalette>
 
-using namespace Qt::StringLiterals;
 using platform::AttributedString;
 
 namespace {
@@ -19,12 +19,17 @@ namespace {
 void applyAttributes(QWidget *control, const AttributedString &title)
 {
     control->setFont(CardStyle::font(title.systemFontSize));
-    const QColor color = title.foregroundColor;
-    const QString rgb = u"%1, %2, %3"_s.arg(color.red()).arg(color.green()).arg(color.blue());
-    const auto rule
-        = [&rgb](double opacity) { return u"color: rgba(%1, %2%);"_s.arg(rgb).arg(opacity * 100); };
-    control->setStyleSheet(u"*{%1} *:disabled{%2}"_s.arg(
-        rule(color.alphaF()), rule(color.alphaF() * CardStyle::disabledOpacity)));
+    // The grey of labels is every control's own; where the desktop asks for a high contrast it is brighter.
+    if (title.foregroundColor == CardStyle::labelGrey)
+        return;
+    QPalette colours;
+    QColor faded = title.foregroundColor;
+    faded.setAlphaF(faded.alphaF() * CardStyle::disabledOpacity);
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText}) {
+        colours.setColor(role, title.foregroundColor);
+        colours.setColor(QPalette::Disabled, role, faded);
+    }
+    control->setPalette(colours);
 }
 
 } // namespace

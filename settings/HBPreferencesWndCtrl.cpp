@@ -13,10 +13,10 @@
 #include "settings/PreferencesCard.h"
 #include "settings/RecordingEstimate.h"
 #include "settings/WorkingFolder.h"
+#include "ui/CardStyle.h"
 #include "ui/flip/NSWindow_Flipr.h"
 
 #include <QAction>
-#include <QFileInfo>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -25,7 +25,6 @@ namespace {
 
 const QString configDataKey = u"HBConfigDataKey"_s;
 const QString noWorkingPath = u"Please select a location to save the recording"_s;
-constexpr QColor labelGrey(164, 173, 178);
 constexpr std::chrono::seconds diskAnswersWithin(1);
 
 // An archive that holds no configuration counts as none; the decoder has logged why.
@@ -78,7 +77,7 @@ platform::AttributedString HBPreferencesWndCtrl::attributeTitle(
 
 platform::AttributedString HBPreferencesWndCtrl::attributeTitle(const QString &title) const
 {
-    return attributeTitle(title, labelGrey, Qt::AlignLeft);
+    return attributeTitle(title, CardStyle::labelGrey, Qt::AlignLeft);
 }
 
 platform::AttributedString HBPreferencesWndCtrl::attributeTitleForDone() const
@@ -136,7 +135,7 @@ QString HBPreferencesWndCtrl::recordingEstimate() const
 QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) const
 {
     if (m_diskIsSilent)
-        return u" Waiting for the disk of %1."_s.arg(QFileInfo(m_folder->path()).fileName());
+        return u" Waiting for the disk."_s; // its folder stands above
     if (!m_disk)
         return {};
     switch (m_disk->folder) {

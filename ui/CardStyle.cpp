@@ -2,23 +2,17 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/CardStyle.h"
+#include "platform/desktop/ContrastPreference.h"
 #include "ui/CardProxyStyle.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QFontInfo>
 #include <QGridLayout>
 #include <QPalette>
-#include <QRegularExpression>
+#include <QToolTip>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
-
-static void initialiseResources()
-{
-    // A static library's resources are not registered by themselves.
-    Q_INIT_RESOURCE(style);
-}
 
 namespace CardStyle {
 
@@ -35,46 +29,82 @@ double measuredTextScale()
     return pixels <= largestUsualFontPixels ? 1 : std::min(pixels / usualFontPixels, largestTextScale);
 }
 
+constexpr Colours usual{
+    .text{0xf2, 0xf4, 0xf5},
+    .label = labelGrey,
+    .outline{0x85, 0x8f, 0x96},
+    .raised{0x3f, 0x46, 0x4c},
+    .sunken{0x1e, 0x21, 0x24},
+    .menu{0x2b, 0x30, 0x35},
+    .selected{0x64, 0x6f, 0x77},
+    .selectedText{255, 255, 255},
+    .done{0x27, 0x75, 0xaa},
+    .doneEdge{0x5a, 0xa5, 0xd8},
+    .record{0xe5, 0x48, 0x4d},
+    .warning{0xf0, 0xb4, 0x29},
+    .focusRing{0x7f, 0xc4, 0xf0},
+};
+
+constexpr Colours high{
+    .text{255, 255, 255},
+    .label{0xe3, 0xe8, 0xea},
+    .outline{0xc9, 0xd0, 0xd4},
+    .raised{0x2a, 0x2f, 0x33},
+    .sunken{0x0f, 0x11, 0x12},
+    .menu{0x14, 0x17, 0x19},
+    .selected{0xe3, 0xe8, 0xea},
+    .selectedText{0x0f, 0x11, 0x12},
+    .done{0x17, 0x52, 0x7e},
+    .doneEdge{0xb9, 0xe1, 0xff},
+    .record{0xc8, 0x28, 0x2d},
+    .warning{0xff, 0xd1, 0x66},
+    .focusRing{0xb9, 0xe1, 0xff},
+};
+
+const Colours *current = &usual;
+
 QPalette palette()
 {
-    QPalette colours(gradientTop, gradientBottom);
-    colours.setColor(QPalette::WindowText, text);
-    colours.setColor(QPalette::Text, text);
-    colours.setColor(QPalette::ButtonText, text);
-    colours.setColor(QPalette::BrightText, Qt::white);
-    colours.setColor(QPalette::Base, sunken);
-    colours.setColor(QPalette::AlternateBase, gradientBottom);
-    colours.setColor(QPalette::ToolTipBase, sunken);
-    colours.setColor(QPalette::ToolTipText, text);
-    colours.setColor(QPalette::PlaceholderText, label);
-    colours.setColor(QPalette::Highlight, done);
-    colours.setColor(QPalette::HighlightedText, Qt::white);
-    colours.setColor(QPalette::Link, done);
+    const Colours &now = *current;
+    QPalette shades(gradientTop, gradientBottom);
+    shades.setColor(QPalette::WindowText, now.label);
+    shades.setColor(QPalette::Text, now.text);
+    shades.setColor(QPalette::ButtonText, now.text);
+    shades.setColor(QPalette::BrightText, now.warning);
+    shades.setColor(QPalette::Base, now.sunken);
+    shades.setColor(QPalette::AlternateBase, gradientBottom);
+    shades.setColor(QPalette::ToolTipBase, now.sunken);
+    shades.setColor(QPalette::ToolTipText, now.text);
+    shades.setColor(QPalette::PlaceholderText, now.label);
+    shades.setColor(QPalette::Highlight, now.done);
+    shades.setColor(QPalette::HighlightedText, Qt::white);
+    shades.setColor(QPalette::Link, now.doneEdge);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        QColor faded = text;
+        QColor faded = shades.color(QPalette::Active, role);
         faded.setAlphaF(disabledOpacity);
-        colours.setColor(QPalette::Disabled, role, faded);
+        shades.setColor(QPalette::Disabled, role, faded);
     }
-    return colours;
+    return shades;
 }
 
-// Lengths in the sheet are points of the card ("12pt"); Qt gets them as pixels.
-QString styleSheet()
+void usePalette()
 {
-    QFile file(QStringLiteral(":/flipside/style.qss"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QString source = QString::fromUtf8(file.readAll());
-    static const QRegularExpression length(QStringLiteral("(-?\\d+)pt\\b"));
-    QString sheet;
-    qsizetype end = 0;
-    for (const auto &match : length.globalMatch(source)) {
-        sheet += QStringView(source).mid(end, match.capturedStart() - end);
-        sheet += QString::number(scaled(match.capturedView(1).toInt())) + QStringLiteral("px");
-        end = match.capturedEnd();
-    }
-    sheet += QStringView(source).mid(end);
-    return sheet;
+    QApplication::setPalette(palette());
+    QToolTip::setPalette(palette());
+}
+
+// An interface file says it in points of the card.
+void scaleSmallestSize(QWidget *widget)
+{
+    widget->setMinimumSize(scaled(widget->minimumWidth()), scaled(widget->minimumHeight()));
+}
+
+void scaleSpacer(QSpacerItem *spacer)
+{
+    const QSize size = spacer->sizeHint();
+    const QSizePolicy policy = spacer->sizePolicy();
+    spacer->changeSize(
+        scaled(size.width()), scaled(size.height()), policy.horizontalPolicy(), policy.verticalPolicy());
 }
 
 } // namespace
@@ -106,8 +136,16 @@ void scaleLayout(QLayout *layout)
     }
     for (int i = 0; i < layout->count(); ++i) {
         QLayoutItem *item = layout->itemAt(i);
-        scaleLayout(item->widget() ? item->widget()->layout() : item->layout());
+        if (QWidget *widget = item->widget()) {
+            scaleSmallestSize(widget);
+            scaleLayout(widget->layout());
+        } else if (QSpacerItem *spacer = item->spacerItem()) {
+            scaleSpacer(spacer);
+        } else {
+            scaleLayout(item->layout());
+        }
     }
+    layout->invalidate();
 }
 
 QFont font(double points, QFont::Weight weight)
@@ -124,16 +162,34 @@ QSize cardSize()
     return {scaled(cardWidth), scaled(cardHeight)};
 }
 
+const Colours &colours()
+{
+    return *current;
+}
+
+void setHighContrast(bool wanted)
+{
+    const Colours *const wish = wanted ? &high : &usual;
+    if (std::exchange(current, wish) == wish)
+        return;
+    usePalette();
+    const auto widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets)
+        widget->update();
+}
+
 void install()
 {
     static bool installed = false;
     if (std::exchange(installed, true))
         return;
-    initialiseResources();
+    auto &contrast = platform::ContrastPreference::shared();
+    current = contrast.isHigh() ? &high : &usual;
+    QObject::connect(&contrast, &platform::ContrastPreference::changed, qApp,
+        [&contrast] { setHighContrast(contrast.isHigh()); });
     QApplication::setFont(font(labelFontSize));
     QApplication::setStyle(new CardProxyStyle);
-    QApplication::setPalette(palette());
-    qApp->setStyleSheet(styleSheet());
+    usePalette();
 }
 
 } // namespace CardStyle

@@ -9,7 +9,7 @@
 
 class QLayout;
 
-// How the cards look on every desktop theme: palette, style sheet, fonts and measures. Measures are in points
+// How the cards look on every desktop theme: palette, style, fonts and measures. Measures are in points
 // of the card as drawn for the usual desktop font; `scaled` turns them into device-independent pixels.
 namespace CardStyle {
 
@@ -21,17 +21,33 @@ inline constexpr int labelFontSize = 13;
 inline constexpr int focusRingWidth = 2;
 inline constexpr double disabledOpacity = 0.4;
 
-inline constexpr QColor text{0xf2, 0xf4, 0xf5};
-inline constexpr QColor label{164, 173, 178};
+// Of the card itself, whatever the contrast.
 inline constexpr QColor gradientTop{0x34, 0x3a, 0x40};
 inline constexpr QColor gradientBottom{0x25, 0x29, 0x2d};
+inline constexpr QColor labelGrey{164, 173, 178};
 inline constexpr QColor hairline{255, 255, 255, 18};
-inline constexpr QColor raised{0x3f, 0x46, 0x4c};
-inline constexpr QColor sunken{0x1e, 0x21, 0x24};
-inline constexpr QColor done{0x46, 0xa0, 0xd8};
-// The one accent: the record control and the top of the level meter, nothing else.
-inline constexpr QColor record{0xe5, 0x48, 0x4d};
-inline constexpr QColor focusRing{0x7f, 0xc4, 0xf0};
+
+// Of what is on the card. Text has a contrast of 4.5 to its ground, and edges and marks of controls one of 3;
+// 7 and 4.5 where the desktop asks for a high contrast.
+struct Colours {
+    QColor text;
+    QColor label;
+    QColor outline; // of every control, and the groove of a slider
+    QColor raised;
+    QColor sunken;
+    QColor menu;
+    QColor selected; // the segment that is chosen
+    QColor selectedText;
+    QColor done; // and the chosen item of a menu
+    QColor doneEdge;
+    // The one accent: the record control and the top of the level meter, nothing else.
+    QColor record;
+    QColor warning;
+    QColor focusRing;
+};
+const Colours &colours();
+// Changes what is on the screen as well.
+void setHighContrast(bool high);
 
 // Makes the application dark, whatever theme the desktop has. Done once, by the first card at the latest.
 void install();
@@ -40,8 +56,8 @@ void install();
 // text.
 double textScale();
 int scaled(double points);
-// Converts the margins and spacings of a layout from Designer, and of every layout inside it, from points to
-// pixels. Call it once.
+// Converts the lengths of a layout from Designer, and of everything inside it, from points to pixels:
+// margins, spacings, spacers and smallest sizes. Call it once.
 void scaleLayout(QLayout *layout);
 
 // The desktop's own font at a size in points of the card.

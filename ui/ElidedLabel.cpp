@@ -27,10 +27,9 @@ void ElidedLabel::setText(const QString &text)
     setToolTip(TextDisplay::toolTip(text));
 }
 
-QString ElidedLabel::displayedText() const
+QString ElidedLabel::shortened(int width) const
 {
     const QString line = TextDisplay::singleLine(text());
-    const int width = contentsRect().width();
     // The last name of a path says the most; it is only shortened when it does not fit by itself.
     const qsizetype name = line.startsWith(u'/') ? line.lastIndexOf(u'/') : 0;
     const int room = width - fontMetrics().horizontalAdvance(line.mid(name));
@@ -41,24 +40,31 @@ QString ElidedLabel::displayedText() const
 
 QSize ElidedLabel::sizeHint() const
 {
-    const QMargins margins = contentsMargins();
     const int width = fontMetrics().horizontalAdvance(TextDisplay::singleLine(text()));
-    return {width + margins.left() + margins.right(), minimumSizeHint().height()};
+    return {width + 2 * margin(), minimumSizeHint().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
 {
-    const QMargins margins = contentsMargins();
-    return {0, fontMetrics().height() + margins.top() + margins.bottom()};
+    return {0, fontMetrics().height()};
 }
 
-void ElidedLabel::paintEvent(QPaintEvent *event)
+QRect ElidedLabel::textRect() const
+{
+    return rect().adjusted(margin(), 0, -margin(), 0);
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     drawFrame(&painter);
+    paintText(painter, textRect());
+}
+
+void ElidedLabel::paintText(QPainter &painter, const QRect &place)
+{
     const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine
         | Qt::TextForceLeftToRight;
     style()->drawItemText(
-        &painter, contentsRect(), flags, palette(), isEnabled(), displayedText(), foregroundRole());
-    Q_UNUSED(event);
+        &painter, place, flags, palette(), isEnabled(), shortened(place.width()), foregroundRole());
 }

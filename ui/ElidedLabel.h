@@ -18,11 +18,15 @@ public:
 
     void setText(const QString &text);
     // What is drawn at the present width.
-    QString displayedText() const;
+    QString displayedText() const { return shortened(textRect().width()); }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
+    // Where the text may stand: the label without its margin at both sides.
+    virtual QRect textRect() const;
+    QString shortened(int width) const;
+    void paintText(QPainter &painter, const QRect &place);
     void paintEvent(QPaintEvent *event) override;
 };

@@ -123,7 +123,7 @@ void FocusRing::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double line = CardStyle::scaled(CardStyle::focusRingWidth);
-    painter.setPen(QPen(CardStyle::focusRing, line));
+    painter.setPen(QPen(CardStyle::colours().focusRing, line));
     const QRectF ring = QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2);
     painter.drawRoundedRect(ring, radius(), radius());
 }

@@ -3,6 +3,7 @@
 
 #include "ui/IconButton.h"
 #include "ui/CardStyle.h"
+#include "ui/ControlPaint.h"
 #include "ui/IconPaths.h"
 
 #include <QEvent>
@@ -34,6 +35,8 @@ QPainterPath pathOf(IconButton::Icon shape)
     return {};
 }
 
+// Of a lit button's diameter; the gap inside the ring is as wide as the ring.
+constexpr double ringShare = 0.055;
 constexpr int hoverLighter = 112;
 constexpr int pressedDarker = 118;
 
@@ -119,7 +122,7 @@ QColor IconButton::discColor() const
         const int alpha = isDown() ? 15 : 26;
         return isDown() || isHovered() ? QColor(255, 255, 255, alpha) : QColor(Qt::transparent);
     }
-    const QColor base = m_look == Accent ? CardStyle::record : CardStyle::raised;
+    const QColor base = m_look == Accent ? CardStyle::colours().record : CardStyle::colours().raised;
     if (isDown())
         return base.darker(pressedDarker);
     return isHovered() ? base.lighter(hoverLighter) : base;
@@ -128,8 +131,8 @@ QColor IconButton::discColor() const
 QColor IconButton::iconColor() const
 {
     if (m_look == Plain && !isHovered() && !isDown())
-        return CardStyle::label;
-    return m_look == Accent ? QColor(Qt::white) : CardStyle::text;
+        return CardStyle::colours().label;
+    return m_look == Accent ? QColor(Qt::white) : CardStyle::colours().text;
 }
 
 double IconButton::iconShare() const
@@ -142,20 +145,27 @@ void IconButton::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(isEnabled() || m_lit ? 1 : CardStyle::disabledOpacity);
-    const QRectF circle = disc();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(discColor());
-    painter.drawEllipse(circle);
-    if (m_look == Disc) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(CardStyle::hairline, 1));
-        painter.drawEllipse(circle.adjusted(0.5, 0.5, -0.5, -0.5));
-    }
-    painter.translate(circle.center());
-    const double scale = circle.width() * iconShare() / IconPaths::side;
-    painter.scale(scale, scale);
-    painter.translate(-IconPaths::side / 2, -IconPaths::side / 2);
-    painter.fillPath(m_path, iconColor());
+    QRectF circle = disc();
+    if (m_look == Accent && m_lit)
+        circle = paintRing(painter, circle);
+    ControlPaint::box(painter, circle, circle.width() / 2, discColor(),
+        m_look == Disc ? CardStyle::colours().outline : QColor());
+    const double side = circle.width() * iconShare();
+    QRectF square(0, 0, side, side);
+    square.moveCenter(circle.center());
+    ControlPaint::icon(painter, square, m_path, iconColor());
+}
+
+// Returns the room inside it.
+QRectF IconButton::paintRing(QPainter &painter, const QRectF &circle) const
+{
+    const double line = circle.width() * ringShare;
+    const double half = line / 2;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(discColor(), line));
+    painter.drawEllipse(circle.adjusted(half, half, -half, -half));
+    const double inset = 2 * line;
+    return circle.adjusted(inset, inset, -inset, -inset);
 }
 
 bool IconButton::hitButton(const QPoint &position) const

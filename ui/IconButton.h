@@ -35,7 +35,8 @@ public:
     void setShape(Icon shape);
     Look look() const { return m_look; }
     void setLook(Look look);
-    // Shows that what the button started is still going on: in full colour, even while it is disabled.
+    // Shows that what the button started is still going on: with a ring around the disc, so that the shape
+    // alone tells, and in full colour even while the button is disabled.
     bool isLit() const { return m_lit; }
     void setLit(bool lit);
     // In points of the card.
@@ -61,6 +62,7 @@ private:
     QColor discColor() const;
     QColor iconColor() const;
     double iconShare() const;
+    QRectF paintRing(QPainter &painter, const QRectF &circle) const;
 
     Icon m_shape = Play;
     Look m_look = Plain;

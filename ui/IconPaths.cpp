@@ -123,4 +123,26 @@ QPainterPath chevronDown()
     return stroked(line, 2.4);
 }
 
+QPainterPath tick()
+{
+    QPainterPath line;
+    line.moveTo(5.4, 12.6);
+    line.lineTo(10.05, 17.2);
+    line.lineTo(18.9, 7.4);
+    return stroked(line, 3);
+}
+
+QPainterPath warning()
+{
+    QPainterPath triangle;
+    triangle.moveTo(12, 4);
+    triangle.lineTo(21.6, 20.4);
+    triangle.lineTo(2.4, 20.4);
+    triangle.closeSubpath();
+    QPainterPath mark;
+    mark.addRoundedRect(QRectF(10.8, 9, 2.4, 6.4), 1.2, 1.2);
+    mark.addEllipse(QPointF(12, 17.8), 1.45, 1.45);
+    return triangle.united(stroked(triangle, 2.6)).subtracted(mark);
+}
+
 } // namespace IconPaths

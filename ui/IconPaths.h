@@ -18,6 +18,9 @@ QPainterPath pause();
 QPainterPath stop();
 QPainterPath play();
 QPainterPath chevronDown();
+QPainterPath tick();
+// A triangle with an exclamation mark cut out.
+QPainterPath warning();
 
 inline constexpr double side = 24;
 

@@ -3,6 +3,7 @@
 
 #include "ui/PopupButton.h"
 #include "ui/CardStyle.h"
+#include "ui/ControlPaint.h"
 #include "ui/IconPaths.h"
 #include "ui/TextDisplay.h"
 
@@ -13,7 +14,7 @@
 
 namespace {
 
-constexpr int fieldHeight = 32;
+constexpr int fieldHeight = 30;
 constexpr int fieldPadding = 11;
 constexpr int chevronSide = 12;
 
@@ -49,7 +50,15 @@ QSize PopupButton::minimumSizeHint() const
 QRect PopupButton::textRect() const
 {
     const int padding = CardStyle::scaled(fieldPadding);
-    return rect().adjusted(padding, 0, -2 * padding - CardStyle::scaled(chevronSide), 0);
+    const QRect room = rect().adjusted(padding, 0, -2 * padding - CardStyle::scaled(chevronSide), 0);
+    return QStyle::visualRect(layoutDirection(), rect(), room);
+}
+
+QRect PopupButton::chevronRect() const
+{
+    const int side = CardStyle::scaled(chevronSide);
+    const QRect chevron(width() - CardStyle::scaled(fieldPadding) - side, (height() - side) / 2, side, side);
+    return QStyle::visualRect(layoutDirection(), rect(), chevron);
 }
 
 void PopupButton::paintEvent(QPaintEvent *)
@@ -58,18 +67,13 @@ void PopupButton::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     QStyleOptionButton option;
     initStyleOption(&option);
-    option.text.clear();
-    option.features &= ~QStyleOptionButton::HasMenu;
-    painter.drawControl(QStyle::CE_PushButton, option);
+    painter.drawPrimitive(QStyle::PE_PanelButtonCommand, option);
 
     painter.setOpacity(isEnabled() ? 1 : CardStyle::disabledOpacity);
-    painter.setPen(CardStyle::text);
+    painter.setPen(CardStyle::colours().text);
     const QString line = TextDisplay::singleLine(text());
     const QString shown = fontMetrics().elidedText(line, Qt::ElideMiddle, textRect().width());
-    painter.drawText(textRect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
-
-    const double side = CardStyle::scaled(chevronSide);
-    painter.translate(width() - CardStyle::scaled(fieldPadding) - side, (height() - side) / 2);
-    painter.scale(side / IconPaths::side, side / IconPaths::side);
-    painter.fillPath(IconPaths::chevronDown(), CardStyle::label);
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
+    painter.drawText(textRect(), side | Qt::TextSingleLine, shown);
+    ControlPaint::icon(painter, chevronRect(), IconPaths::chevronDown(), CardStyle::colours().label);
 }

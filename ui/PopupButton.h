@@ -6,7 +6,7 @@
 #include <QPushButton>
 
 // The sunken field under which a menu pops up: its text shortened in the middle with the whole text as tool
-// tip, and a chevron at its right.
+// tip, and a chevron at its end.
 class PopupButton : public QPushButton {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
@@ -24,4 +24,5 @@ protected:
 
 private:
     QRect textRect() const;
+    QRect chevronRect() const;
 };

@@ -3,6 +3,7 @@
 
 #include "ui/SegmentButton.h"
 #include "ui/CardStyle.h"
+#include "ui/ControlPaint.h"
 
 #include <QPainter>
 
@@ -35,7 +36,7 @@ bool SegmentButton::hitButton(const QPoint &position) const
 QColor SegmentButton::ground() const
 {
     if (isChecked())
-        return isDown() ? CardStyle::raised : CardStyle::raised.lighter(118);
+        return isDown() ? CardStyle::colours().selected.darker(110) : CardStyle::colours().selected;
     const int alpha = isDown() ? 10 : 18;
     return isEnabled() && underMouse() ? QColor(255, 255, 255, alpha) : QColor(Qt::transparent);
 }
@@ -45,10 +46,7 @@ void SegmentButton::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(isEnabled() ? 1 : CardStyle::disabledOpacity);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground());
-    const double radius = CardStyle::scaled(cornerRadius);
-    painter.drawRoundedRect(QRectF(rect()), radius, radius);
-    painter.setPen(isChecked() ? CardStyle::text : CardStyle::label);
+    ControlPaint::box(painter, rect(), CardStyle::scaled(cornerRadius), ground(), {});
+    painter.setPen(isChecked() ? CardStyle::colours().selectedText : CardStyle::colours().label);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
 }

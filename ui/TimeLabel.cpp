@@ -32,6 +32,15 @@ TimeLabel::TimeLabel(QWidget *parent)
     m_digitWidth = widestDigit(QFontMetricsF(font()));
 }
 
+void TimeLabel::setLive(bool live)
+{
+    if (m_live == live)
+        return;
+    m_live = live;
+    update();
+    Q_EMIT liveChanged();
+}
+
 void TimeLabel::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange)
@@ -69,7 +78,7 @@ void TimeLabel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.translate(width() / 2.0, height() / 2.0);
     painter.scale(scale, scale);
-    painter.setPen(CardStyle::text);
+    painter.setPen(m_live ? CardStyle::colours().text : CardStyle::colours().label);
     const QFontMetricsF metrics(font());
     const double baseline = metrics.capHeight() / 2;
     // Fonts place the colon for lower-case letters; between digits it belongs at half their height.

@@ -9,9 +9,14 @@
 // that no digit moves when another changes; a text that grows too long for its place is drawn smaller.
 class TimeLabel : public QLabel {
     Q_OBJECT
+    Q_PROPERTY(bool live READ isLive WRITE setLive NOTIFY liveChanged)
 
 public:
     explicit TimeLabel(QWidget *parent = nullptr);
+
+    // Whether the time runs: bright digits, else the grey of labels.
+    bool isLive() const { return m_live; }
+    void setLive(bool live);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -20,10 +25,14 @@ public:
     // Public for the tests.
     QList<double> cellEdges() const;
 
+Q_SIGNALS:
+    void liveChanged();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
+    bool m_live = false;
     double m_digitWidth = 0; // of the widest digit
 };

@@ -73,7 +73,7 @@ void TitleStrip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setFont(CardStyle::font(CardStyle::labelFontSize, QFont::DemiBold));
-    painter.setPen(CardStyle::label);
+    painter.setPen(CardStyle::colours().label);
     // The same room on both sides, so that the title is in the middle of the card.
     const int side = widestSide() + CardStyle::scaled(sideMargin + toolSpacing);
     const QRect room = rect().adjusted(side, 0, -side, 0);

@@ -33,11 +33,16 @@ TEST_F(CardWindowTest, GrowsWithTheUsersTextUpToTwice)
     EXPECT_EQ(card.size(), QSize(920, 784));
     EXPECT_EQ(card.titleStrip()->height(), 72);
     EXPECT_EQ(QApplication::font().pixelSize(), 26);
-    EXPECT_TRUE(qApp->styleSheet().contains(QStringLiteral("border-radius: 14px")));
     QVBoxLayout layout(card.content());
     layout.setContentsMargins(1, 2, 3, 4);
+    QWidget wide;
+    wide.setMinimumSize(30, 8);
+    layout.addWidget(&wide);
+    layout.addSpacing(5);
     CardStyle::scaleLayout(&layout);
     EXPECT_EQ(layout.contentsMargins(), QMargins(2, 4, 6, 8));
+    EXPECT_EQ(wide.minimumSize(), QSize(60, 16));
+    EXPECT_EQ(layout.itemAt(1)->sizeHint().height(), 10);
 }
 
 TEST_F(CardWindowTest, IsMovedByItsStripMinimisedAndClosedByItsButtons)
