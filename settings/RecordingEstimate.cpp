@@ -57,9 +57,9 @@ QString RecordingEstimate::rateSentence() const
     const QString rate = number(std::round(megabytesPerHour()));
     if (!m_aimsAtBitrate)
         return u"About %1 MB an hour."_s.arg(rate);
-    const QString bitrate = number(m_kilobitsPerSecond);
-    return m_isConstant ? u"%1 MB an hour at %2kbps."_s.arg(rate, bitrate)
-                        : u"About %1 MB an hour at %2kbps."_s.arg(rate, bitrate);
+    const QString size = m_isConstant ? u"%1 MB an hour"_s.arg(rate) : u"about %1 MB an hour"_s.arg(rate);
+    return u"A recording sets the bitrate to %1kbps when it starts: %2."_s.arg(
+        number(m_kilobitsPerSecond), size);
 }
 
 QString RecordingEstimate::roomSentence(qint64 writableBytes) const
@@ -82,7 +82,6 @@ QString RecordingEstimate::roomSentence(qint64 writableBytes) const
 QString RecordingEstimate::explanation() const
 {
     if (m_aimsAtBitrate)
-        return u"A recording with a bitrate target always starts at %1kbps."_s.arg(
-            number(m_kilobitsPerSecond));
+        return u"Whatever bitrate is chosen here, a recording takes the highest.\nA quality target makes smaller files."_s;
     return u"With a quality target the size depends on the sound:\nmusic needs most, speech and silence less."_s;
 }

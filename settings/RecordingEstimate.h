@@ -16,11 +16,12 @@ public:
     // In units of 1,000,000 bytes.
     double megabytesPerHour() const;
 
-    // "About 58 MB an hour."
+    // "About 58 MB an hour." With a bitrate target it says why that is not what the chosen bitrate would
+    // need.
     QString rateSentence() const;
     // "213 hours fit on this disk."
     QString roomSentence(qint64 writableBytes) const;
-    // Why the rate is what it is, for a tool tip.
+    // What else there is to know about the rate, for a tool tip.
     QString explanation() const;
 
 private:

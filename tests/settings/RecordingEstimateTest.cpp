@@ -16,8 +16,8 @@ TEST(RecordingEstimate, CountsWithTheBitrateOfRecordingsOrTheMeanOfTheQuality)
 {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     for (const auto &[target, isCBR, quality, sentence] : {
-             std::tuple{0, false, 0.0, u"About 144 MB an hour at 320kbps."_s},
-             {0, true, 0.0, u"144 MB an hour at 320kbps."_s},
+             std::tuple{0, false, 0.0, u"A recording sets the bitrate to 320kbps when it starts: about 144 MB an hour."_s},
+             {0, true, 0.0, u"A recording sets the bitrate to 320kbps when it starts: 144 MB an hour."_s},
              {1, true, 0.5, u"About 106 MB an hour."_s},
              {7, false, 5.0, u"About 59 MB an hour."_s},
              {1, false, 9.999, u"About 20 MB an hour."_s},
