@@ -18,6 +18,7 @@
 #include "settings/HBPreferencesWndCtrl.h"
 #include "ui/flip/Stage.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QIcon>
 #include <QShortcut>
@@ -64,10 +65,12 @@ QIcon icon()
 
 // The icon is decoded and the back of the card is built while the user already looks at the front.
 // The encoder configuration comes with the back.
-void finishStart(const AppDelegate &delegate, Stage &stage)
+void finishStart(AppDelegate &delegate, Stage &stage)
 {
     QApplication::setWindowIcon(icon());
     delegate.preferencesIsShow();
+    platform::bind(delegate.preferencesWndCtrl()->revealSwitch, "checked", &delegate,
+        u"showInFinderWhenFinishRecording"_s, platform::BindingDirection::TwoWay);
     QWidget *preferences = delegate.preferencesWndCtrl()->window();
     stage.addCard(preferences);
     // The front has the same key on its close button.

@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 
+class QAbstractButton;
 class QMenu;
 class PreferencesCard;
 class RecordingEstimate;
@@ -64,6 +65,8 @@ public:
     QPointer<QWidget> boxVbrMode;
     QPointer<QMenu> encodeEngineMenu;
     QPointer<QWidget> boxEncoderEngine;
+    // The switch of a setting that is not the controller's: whoever owns it binds it.
+    QPointer<QAbstractButton> revealSwitch;
 
     // Built afresh on every read.
     platform::AttributedString attributeTitle(

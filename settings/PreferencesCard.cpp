@@ -32,6 +32,8 @@ PreferencesCard::PreferencesCard(HBPreferencesWndCtrl *controller)
     setWindowTitle(u"Preferences"_s);
     m_ui->setupUi(content());
     CardStyle::scaleLayout(content()->layout());
+    // The longest sentence takes two lines. Nothing moves when it comes or goes.
+    m_ui->estimate->setMinimumHeight(2 * m_ui->estimate->fontMetrics().lineSpacing());
     connectOutlets();
     bindControls();
     connectCommands();
@@ -46,6 +48,7 @@ void PreferencesCard::connectOutlets()
     m_controller->boxVbrMode = encoder.boxVbrMode;
     m_controller->encodeEngineMenu = encoder.encodeEngineMenu;
     m_controller->boxEncoderEngine = encoder.boxEncoderEngine;
+    m_controller->revealSwitch = m_ui->reveal;
 }
 
 void PreferencesCard::bindControls()

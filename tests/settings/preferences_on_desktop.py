@@ -46,11 +46,12 @@ class Preferences(RecorderTest):
         self.choose_from_menu(recorder, "VBR mode", "alt+v", "Down", "Down", "Return", title="fast")
         self.desktop.key("alt+b")
         self.tab_reaches(recorder, "Bitrate target", "Bitrate", "Restrict encoder to constant bitrate",
-                         "Engine quality", "Choose folder", "Show folder", "Done", "Bitrate target")
+                         "Engine quality", "Choose folder", "Show folder",
+                         "Show each recording in the file manager", "Done", "Bitrate target")
         recorder.wait_for("label", "Bitrate")
         recorder.wait_for("slider", "Bitrate").set_value(100)
         self.desktop.key("alt+r")
-        self.reads(recorder, Bitrate_value="100kbps", Recording_estimate="144 MB an hour at 320kbps.")
+        self.reads(recorder, Bitrate_value="100kbps", Recording_estimate="A recording sets the bitrate to 320kbps when it starts: 144 MB an hour.")
         self.desktop.key("Escape")
         recorder.wait_for_side("Preferences")
         recorder.turn_over("Preferences", "Done")
