@@ -16,7 +16,6 @@
 
 #include <QAccessible>
 #include <QMenu>
-#include <QStyle>
 
 using namespace Qt::StringLiterals;
 using platform::bind;
@@ -24,6 +23,21 @@ using platform::bind;
 namespace {
 
 constexpr int footerHeight = 44; // points of the card
+
+StatusLabel::Mark markOf(int state)
+{
+    switch (state) {
+    case RecorderStateRecording:
+        return StatusLabel::RecordingMark;
+    case RecorderStatePlaying:
+        return StatusLabel::PlayingMark;
+    case RecorderStateRecordingPaused:
+    case RecorderStatePlayingPaused:
+        return StatusLabel::PausedMark;
+    default:
+        return StatusLabel::NoMark;
+    }
+}
 
 } // namespace
 
@@ -67,8 +81,15 @@ void MainCard::followState()
         m_sound.stop();
     m_ui->levelMeter->setRunning(records);
     m_ui->recordButton->setLit(records);
+    m_ui->elapsedTime->setLive(records || m_delegate->state() == RecorderStatePlaying);
+    markStatus();
     if (!records)
         tellTime();
+}
+
+void MainCard::markStatus()
+{
+    m_ui->status->setMark(m_status->isWarning() ? StatusLabel::WarningMark : markOf(m_delegate->state()));
 }
 
 // Once it stands still. Whoever wants to know it while it runs asks.
@@ -100,11 +121,7 @@ void MainCard::bindControls()
     bindVisible(m_ui->outputFile, u"visibleOutputFile"_s);
 
     bind(m_ui->status, "text", m_status, u"text"_s);
-    bind(m_ui->status, m_status, u"warning"_s, [this](const QVariant &warning) {
-        m_ui->status->setProperty("important", warning);
-        m_ui->status->style()->unpolish(m_ui->status);
-        m_ui->status->style()->polish(m_ui->status);
-    });
+    bind(m_ui->status, m_status, u"warning"_s, [this](const QVariant &) { markStatus(); });
     m_ui->levelMeter->setSource([this] { return m_sound.takePeaks(); });
 }
 

@@ -31,6 +31,7 @@ public:
 private:
     void followState();
     void tellTime();
+    void markStatus();
     void connectOutlets();
     void bindControls();
     void showDevice(const QString &device);

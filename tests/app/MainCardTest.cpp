@@ -4,6 +4,7 @@
 #include "app/MainCard.h"
 #include "testbed/Waiting.h"
 #include "tests/app/RecorderRig.h"
+#include "ui/StatusLabel.h"
 
 namespace {
 
@@ -32,17 +33,16 @@ protected:
 TEST_F(MainCardTest, ShowsThatItRecordsAndHowLoudAndWarnsWhenNothingCame)
 {
     const auto meter = [this] { return named("levelMeter")->grab().toImage(); };
-    const auto brightness
-        = [this] { return named("status")->palette().color(QPalette::WindowText).lightness(); };
+    const auto mark = [this] { return named("status")->property("mark").toInt(); };
     const QImage silent = meter();
     const QColor red = colourAtTop("recordButton");
     bringTo(RecorderStateRecording);
-    const int calm = brightness();
+    EXPECT_EQ(mark(), StatusLabel::RecordingMark);
     EXPECT_EQ(colourAtTop("recordButton"), red); // though it is disabled
     EXPECT_TRUE(waitUntil([&] { return meter() != silent; }));
-    EXPECT_TRUE(waitUntil([&] { return brightness() > calm; }));
+    EXPECT_TRUE(waitUntil([&] { return mark() == StatusLabel::WarningMark; }));
     hear();
-    EXPECT_TRUE(waitUntil([&] { return brightness() == calm; }));
+    EXPECT_TRUE(waitUntil([&] { return mark() == StatusLabel::RecordingMark; }));
 
     delegate.stopAction();
     EXPECT_TRUE(waitUntil([&] { return meter() == silent; }));
