@@ -3,12 +3,14 @@
 """The program is killed, or stands still."""
 
 import contextlib
+import os
 import random
 import signal
 import subprocess
+import tempfile
 import time
 
-from bench import CBR, VBR
+from bench import CBR, VBR, wait_until
 from tally import WAITING, Tally, case
 
 SETTINGS = (
@@ -64,6 +66,40 @@ def end(bench, quick):
         counted.take(run)
     bench.together([lambda h=h: one(h) for h in ((signal.SIGTERM,), (signal.SIGTERM, signal.SIGTERM), (signal.SIGHUP,),
                                                  (signal.SIGINT,), "close")])
+    yield counted
+
+
+@case("session", minutes=0.5, quick=True)
+def session(bench, quick):
+    """A real session manager ends the session, as when the user logs out."""
+    counted = Tally("the session manager ends the session while recording, while paused, at rest")
+    home = tempfile.mkdtemp(dir=bench.desktop.folder)
+    address = os.path.join(home, "address")
+    with open(os.path.join(home, ".xsmstartup"), "w") as startup:
+        startup.write(f'echo "$SESSION_MANAGER" >{address}\n')
+    places = {"HOME": home, "SM_SAVE_DIR": home, "ICEAUTHORITY": os.path.join(home, "authority")}
+    manager = bench.desktop.spawn(["xsm"], places)
+    wait_until(lambda: os.path.exists(address) and open(address).read().strip(), "the session manager")
+    with open(address) as file:
+        environment = {"SESSION_MANAGER": file.read().strip(), "ICEAUTHORITY": places["ICEAUTHORITY"]}
+    runs = [bench.start(environment=environment) for _ in range(3)]
+    for run in runs[:2]:
+        run.record()
+    time.sleep(3)
+    runs[1].pause()
+    for run in runs:
+        run.until(None)
+        run.asked_to_end = time.monotonic()
+    manager.terminate()
+    for run in runs:
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            run.program.process.wait(10)
+        counted.check(run.program.process.poll() == 0, f"ended with {run.program.process.poll()}")
+        run.finish()
+        if run.wanted:
+            counted.take(run)
+        else:
+            counted.hear(run, tried=True)
     yield counted
 
 
