@@ -38,9 +38,11 @@ void countAllocation(std::size_t bytes)
 // The sanitizers bring an allocator of their own.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier): these are the C library's own names
 void *__libc_malloc(std::size_t);
 void *__libc_realloc(void *, std::size_t);
 void *__libc_calloc(std::size_t, std::size_t);
+// NOLINTEND(bugprone-reserved-identifier)
 
 void *malloc(std::size_t size) noexcept
 {

@@ -30,7 +30,7 @@ namespace {
 
 constexpr qint64 framesPerBuffer = 960; // 20 ms
 constexpr qint64 bytesPerBuffer = framesPerBuffer * 4;
-constexpr qint64 bytesPerSecond = 48000 * 4;
+constexpr qint64 bytesPerSecond = 48000LL * 4;
 constexpr qint64 bytesPerHour = 3600LL * 48000 * 4;
 
 // Reports never go back, and the last one must be exact: the time of all buffers.

@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::size_t secondOfSound = 48000 * 4;
+constexpr std::size_t secondOfSound = 48000UL * 4;
 
 long residentKilobytes()
 {

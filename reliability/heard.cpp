@@ -116,7 +116,7 @@ Samples decoded(const char *path)
     Samples result;
     if (mpg123_open(handle.get(), path) != MPG123_OK)
         return result;
-    std::array<std::int16_t, 1152 * step> block;
+    std::array<std::int16_t, 1152UL * step> block;
     int error = MPG123_OK;
     float sum = 0;
     int summed = 0;
