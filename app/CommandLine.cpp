@@ -53,11 +53,10 @@ std::size_t takenByToolkit(std::string_view argument)
 CommandLine CommandLine::parse(std::span<char *const> arguments)
 {
     CommandLine line;
-    const auto take = [&line](Command command) {
-        if (line.command != Command::Present && line.command != command)
-            line.problem
-                = "--" + nameOf(line.command) + " and --" + nameOf(command) + " contradict each other";
-        line.command = command;
+    const auto take = [&line](Command asked) {
+        if (line.command != Command::Present && line.command != asked)
+            line.problem = "--" + nameOf(line.command) + " and --" + nameOf(asked) + " contradict each other";
+        line.command = asked;
     };
     for (std::size_t i = 0; i < arguments.size() && line.problem.isEmpty(); ++i) {
         const QByteArray argument = arguments[i];
