@@ -5,6 +5,9 @@
 
 #include "platform/desktop/X11.h"
 
+#include <QCoreApplication>
+#include <xcb/xfixes.h>
+
 namespace platform {
 
 namespace {
@@ -12,6 +15,10 @@ namespace {
 // The compositor of the first screen owns this selection. In practice all other screens of the display share
 // it.
 constexpr char compositorSelection[] = "_NET_WM_CM_S0";
+
+constexpr uint32_t everyChangeOfOwner = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
+    | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
+    | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
 
 bool selectionIsOwned(xcb_connection_t *connection)
 {
@@ -28,6 +35,37 @@ bool compositorRuns()
     xcb_connection_t *connection = x11Connection();
     // Only the X window system can be without one.
     return !connection || selectionIsOwned(connection);
+}
+
+CompositorWatch &CompositorWatch::shared()
+{
+    // Never destroyed: windows that listen to it may go after the application object.
+    static auto *const watch = new CompositorWatch;
+    return *watch;
+}
+
+CompositorWatch::CompositorWatch()
+{
+    xcb_connection_t *connection = x11Connection();
+    const auto *extension = connection ? xcb_get_extension_data(connection, &xcb_xfixes_id) : nullptr;
+    if (!extension || !extension->present)
+        return;
+    m_event = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
+    m_selection = x11Atom(connection, compositorSelection);
+    xcb_xfixes_select_selection_input(
+        connection, x11Screen(connection)->root, m_selection, everyChangeOfOwner);
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+bool CompositorWatch::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    constexpr uint8_t sentByAProgram = 0x80;
+    const auto *event = static_cast<const xcb_generic_event_t *>(message);
+    if (eventType != "xcb_generic_event_t" || (event->response_type & ~sentByAProgram) != m_event)
+        return false;
+    if (static_cast<const xcb_xfixes_selection_notify_event_t *>(message)->selection == m_selection)
+        Q_EMIT changed();
+    return false;
 }
 
 } // namespace platform

@@ -5,24 +5,9 @@
 
 #include "platform/desktop/X11.h"
 
-#include <QGuiApplication>
 #include <QWidget>
-#include <optional>
 
 namespace platform {
-
-namespace {
-
-std::optional<QPoint> cornerOnScreen(xcb_connection_t *connection, const QWidget *window)
-{
-    const auto cookie = xcb_translate_coordinates(
-        connection, static_cast<xcb_window_t>(window->internalWinId()), x11Screen(connection)->root, 0, 0);
-    const X11Reply<xcb_translate_coordinates_reply_t> reply(
-        xcb_translate_coordinates_reply(connection, cookie, nullptr));
-    return reply ? std::optional(QPoint(reply->dst_x, reply->dst_y)) : std::nullopt;
-}
-
-} // namespace
 
 bool canPlaceOverlays()
 {
@@ -31,8 +16,14 @@ bool canPlaceOverlays()
 
 void prepareOverlay(QWidget *overlay, QWidget *)
 {
-    if (x11Connection())
-        overlay->setWindowOpacity(0);
+    xcb_connection_t *connection = x11Connection();
+    if (!connection)
+        return;
+    const auto id = static_cast<xcb_window_t>(overlay->winId());
+    // Each of these keeps some compositor from drawing a shadow around a window that is mostly empty.
+    x11SetNumbers(connection, id, "_COMPTON_SHADOW", {0});
+    x11SetNumbers(connection, id, "_GTK_FRAME_EXTENTS", {0, 0, 0, 0});
+    overlay->setWindowOpacity(0);
 }
 
 void revealOverlay(QWidget *overlay)
@@ -51,8 +42,8 @@ QPoint cornerInOverlay(const QWidget *overlay, const QWidget *window, const QPoi
     xcb_connection_t *connection = x11Connection();
     if (!connection)
         return expected;
-    const auto upper = cornerOnScreen(connection, overlay);
-    const auto lower = cornerOnScreen(connection, window);
+    const auto upper = x11Corner(connection, overlay);
+    const auto lower = x11Corner(connection, window);
     return upper && lower ? *lower - *upper : expected;
 }
 

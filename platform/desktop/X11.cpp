@@ -6,6 +6,7 @@
 #include "platform/ThreadCheck.h"
 
 #include <QGuiApplication>
+#include <QWidget>
 #include <cstring>
 
 namespace platform {
@@ -27,6 +28,23 @@ xcb_atom_t x11Atom(xcb_connection_t *connection, const char *name)
 xcb_screen_t *x11Screen(xcb_connection_t *connection)
 {
     return xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+}
+
+std::optional<QPoint> x11Corner(xcb_connection_t *connection, const QWidget *window)
+{
+    const auto cookie = xcb_translate_coordinates(
+        connection, static_cast<xcb_window_t>(window->internalWinId()), x11Screen(connection)->root, 0, 0);
+    const X11Reply<xcb_translate_coordinates_reply_t> reply(
+        xcb_translate_coordinates_reply(connection, cookie, nullptr));
+    return reply ? std::optional(QPoint(reply->dst_x, reply->dst_y)) : std::nullopt;
+}
+
+void x11SetNumbers(xcb_connection_t *connection, xcb_window_t window, const char *property,
+    std::initializer_list<uint32_t> numbers)
+{
+    constexpr uint8_t bits = 32;
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, x11Atom(connection, property),
+        XCB_ATOM_CARDINAL, bits, static_cast<uint32_t>(numbers.size()), numbers.begin());
 }
 
 } // namespace platform

@@ -3,9 +3,14 @@
 
 #pragma once
 
+#include <QPoint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
+#include <optional>
 #include <xcb/xcb.h>
+
+class QWidget;
 
 // What several files need of the X window system. Main thread only.
 namespace platform {
@@ -20,5 +25,10 @@ xcb_connection_t *x11Connection();
 // The number of a name. One round trip for each name; XCB_ATOM_NONE when the server is gone.
 xcb_atom_t x11Atom(xcb_connection_t *connection, const char *name);
 xcb_screen_t *x11Screen(xcb_connection_t *connection);
+// Where a window that has its handle begins on the screen, in pixels. One round trip.
+std::optional<QPoint> x11Corner(xcb_connection_t *connection, const QWidget *window);
+// Sets a property of a window to these numbers.
+void x11SetNumbers(xcb_connection_t *connection, xcb_window_t window, const char *property,
+    std::initializer_list<uint32_t> numbers);
 
 } // namespace platform
