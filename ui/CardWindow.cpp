@@ -40,6 +40,11 @@ CardWindow::CardWindow(TitleButtons buttons, QWidget *parent)
     if (buttons.testFlag(CloseButton))
         m_titleStrip->addCloseButton();
     new FocusRing(this);
+    // Without a compositor the corners would be black.
+    connect(&platform::CompositorWatch::shared(), &platform::CompositorWatch::changed, this, [this] {
+        m_roundedCorners = platform::compositorRuns();
+        update();
+    });
 }
 
 void CardWindow::paintEvent(QPaintEvent *)
@@ -61,7 +66,6 @@ void CardWindow::paintEvent(QPaintEvent *)
 
 void CardWindow::showEvent(QShowEvent *event)
 {
-    // Without a compositor the corners would be black.
     m_roundedCorners = platform::compositorRuns();
     QWidget::showEvent(event);
     // All buttons exist by now; installing the filter on one for a second time does no harm.

@@ -38,7 +38,7 @@ const QImage &FlipFrame::composed(
         m_image = QImage(area.size().expandedTo(m_image.size()), QImage::Format_ARGB32_Premultiplied);
     const QTransform transform = picture.transformTo(corners);
     const QRectF bounds = corners.boundingRect();
-    m_shadow.begin(picture, transform, bounds, devicePixelRatio);
+    m_shadow.begin(picture.outline(), transform, bounds, devicePixelRatio);
 
     const QRect covered = coveredPart(picture, transform) & area;
     QRect card = bounds.toAlignedRect().adjusted(-1, -1, 1, 1) & area;

@@ -11,9 +11,6 @@
 
 namespace {
 
-// In a shadow this soft, a finer outline would not show.
-constexpr double shapePixelsPerPoint = 0.5;
-
 QImage transparentImage(const QSize &size)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -67,12 +64,10 @@ bool isOpaque(const QRgb *pixels, int count)
 } // namespace
 
 FlipPicture::FlipPicture(QWidget *window, double devicePixelRatio)
-    : m_shapeScale(std::min(1.0, shapePixelsPerPoint / devicePixelRatio))
+    : m_outline(window, devicePixelRatio)
 {
     QImage image = rendered(window, devicePixelRatio);
     m_size = image.size();
-    const QSize small = (QSizeF(m_size) * m_shapeScale).toSize().expandedTo(QSize(1, 1));
-    m_shape = padded(image.scaled(small, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     int columns = 1;
     for (Face &face : m_faces) {
         face = {padded(image), columns};

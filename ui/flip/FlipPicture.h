@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "ui/flip/FlipShadow.h"
+
 #include <QImage>
 #include <QTransform>
 #include <array>
@@ -24,13 +26,11 @@ public:
         int columns = 1;
     };
 
-    bool isNull() const { return m_shape.isNull(); }
+    bool isNull() const { return m_size.isEmpty(); }
     // For a picture that is seen this wide: if it were squeezed further, the warp would leave columns out,
     // and text would flicker.
     const Face &face(double seenWidth) const;
-    // A small copy of the same for shadows, and its size as a share of the picture's.
-    const QImage &shape() const { return m_shape; }
-    double shapeScale() const { return m_shapeScale; }
+    const FlipOutline &outline() const { return m_outline; }
 
     // From the pixels of the face, without its padding, to a quadrilateral with its corners in the order top
     // left, top right, bottom right, bottom left. Not invertible when the quadrilateral is seen edge-on.
@@ -45,7 +45,6 @@ private:
     QSize m_size;
     // The widest first.
     std::array<Face, 4> m_faces;
-    QImage m_shape;
-    double m_shapeScale = 1;
+    FlipOutline m_outline;
     QRect m_opaquePart;
 };

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/flip/FlipShadow.h"
-#include "ui/flip/FlipPicture.h"
 
+#include <QPainter>
+#include <QWidget>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -21,6 +22,8 @@ constexpr double shadowReach = 36;
 // visible difference.
 constexpr double screenShare = 0.25;
 constexpr double finestPixelsPerPoint = 0.5;
+
+constexpr double outlinePixelsPerPoint = 0.5;
 
 using BoxRadii = std::array<int, 3>;
 
@@ -61,13 +64,27 @@ void blurAndTurn(const uchar *source, uchar *target, int width, int height, int 
 
 } // namespace
 
+FlipOutline::FlipOutline(QWidget *card, double devicePixelRatio)
+    : scale(outlinePixelsPerPoint / devicePixelRatio)
+{
+    const QSizeF size = QSizeF(card->size()) * outlinePixelsPerPoint;
+    constexpr int padding = FlipWarp::padding;
+    image = QImage(static_cast<int>(std::ceil(size.width())) + 2 * padding,
+        static_cast<int>(std::ceil(size.height())) + 2 * padding, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.translate(padding, padding);
+    painter.scale(outlinePixelsPerPoint, outlinePixelsPerPoint);
+    card->render(&painter, QPoint(), QRegion(), QWidget::RenderFlags());
+}
+
 QRectF FlipShadow::reach(const QRectF &bounds)
 {
     return bounds.adjusted(-shadowReach, -shadowReach, shadowReach, shadowReach).translated(shadowOffset);
 }
 
 void FlipShadow::begin(
-    const FlipPicture &picture, const QTransform &transform, const QRectF &bounds, double devicePixelRatio)
+    const FlipOutline &outline, const QTransform &transform, const QRectF &bounds, double devicePixelRatio)
 {
     m_scale = std::min(screenShare, finestPixelsPerPoint / devicePixelRatio);
     m_offset = shadowOffset.y() * devicePixelRatio;
@@ -82,17 +99,17 @@ void FlipShadow::begin(
     const auto pixels = static_cast<std::size_t>(m_size.width()) * m_size.height();
     m_plane.assign(pixels, 0);
     m_turnedPlane.resize(pixels);
-    takeOutline(picture, transform);
+    takeOutline(outline, transform);
     blur(shadowSigma * devicePixelRatio * m_scale);
 }
 
-void FlipShadow::takeOutline(const FlipPicture &picture, const QTransform &transform)
+void FlipShadow::takeOutline(const FlipOutline &outline, const QTransform &transform)
 {
-    const double faceScale = 1 / picture.shapeScale();
+    const double faceScale = 1 / outline.scale;
     const QTransform toMask = QTransform::fromTranslate(-FlipWarp::padding, -FlipWarp::padding)
         * QTransform::fromScale(faceScale, faceScale) * transform * QTransform::fromScale(m_scale, m_scale)
         * QTransform::fromTranslate(-m_origin.x(), -m_origin.y());
-    if (!m_warp.begin(picture.shape(), toMask, m_size.width()))
+    if (!m_warp.begin(outline.image, toMask, m_size.width()))
         return;
     uchar *alpha = m_plane.data();
     for (int y = 0; y < m_size.height(); ++y) {

@@ -25,15 +25,25 @@ constexpr double slowFlipSeconds = 3.75;
 // Drawn once before the clock starts, to measure what a frame costs.
 constexpr float measuredProgress = 0.05F;
 
-// From the flipping window's first paint to the screen: compositors need up to three frames to bring up a
-// window.
+// From the flipping window's first paint to the screen where the screen does not tell: compositors need up to
+// three frames to bring up a window.
 constexpr auto coverTime = 80ms;
-// A flipping window that is never drawn must not keep the user waiting.
+// A flipping window that is never drawn must not keep the user waiting, and one that fades in not for ever.
 constexpr auto coverDeadline = 500ms;
+constexpr auto lookInterval = 8ms;
+// Where the mark is on the card: so many pixels below the middle of its upper edge.
+constexpr int markDepth = 6;
 // The card at rest, in the flipping window: two frames of a usual screen.
 constexpr auto restTime = 34ms;
 // What compositors need to show what was drawn last.
 constexpr auto leaveTime = 60ms;
+
+QPoint markOn(const Stage &stage)
+{
+    const QRectF card = stage.cardRect();
+    return (QPointF(card.center().x(), card.top()) * stage.devicePixelRatioF()).toPoint()
+        + QPoint(0, markDepth);
+}
 
 } // namespace
 
@@ -84,6 +94,8 @@ void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, b
     m_animation->setFrameRate(stage->screen()->refreshRate());
     m_animation->setCurrentProgress(0);
     m_statistics = {};
+    m_mark.emplace(stage, markOn(*stage));
+    m_coverTime.invalidate();
     enter(Phase::Covering, coverDeadline);
     platform::prepareOverlay(window(), stage);
     window()->setGeometry(frame.toRect());
@@ -115,7 +127,7 @@ void FliprView::phaseEnded()
 {
     switch (m_phase) {
     case Phase::Covering:
-        begin();
+        waitForMark();
         break;
     case Phase::Beginning:
         turn();
@@ -132,6 +144,25 @@ void FliprView::phaseEnded()
     }
 }
 
+void FliprView::waitForMark()
+{
+    // Never drawn, no longer waited for, or there.
+    if (!m_coverTime.isValid() || m_coverTime.hasExpired(coverDeadline.count()) || !m_mark->colour()
+        || m_mark->isThere())
+        begin();
+    else
+        m_phaseTimer.start(lookInterval);
+}
+
+// In pixels of the screen, counted from the corner of this view.
+QPoint FliprView::cardCorner() const
+{
+    const double ratio = devicePixelRatioF();
+    const QPointF byPoints = QPointF(m_originalRect.x(), height() - m_originalRect.bottom()) * ratio;
+    const QPoint onStage = (QPointF(m_stage->cardRect().topLeft()) * ratio).toPoint();
+    return platform::cornerInOverlay(window(), m_stage, byPoints.toPoint() - onStage) + onStage;
+}
+
 // The cards are exchanged behind the curtain. Both pictures are taken now, and not when the flip was asked
 // for, so that they are what is seen at its two ends.
 void FliprView::begin()
@@ -139,9 +170,6 @@ void FliprView::begin()
     if (!m_stage || !m_finalWindow)
         return;
     const double ratio = m_stage->devicePixelRatioF();
-    const QPointF expected
-        = pixels({QPointF(m_originalRect.x(), height() - m_originalRect.bottom())}).first();
-    const QPoint corner = m_stage->cardRect().topLeft() * ratio;
     if (m_initialWindow)
         m_picture = FlipPicture(m_initialWindow, ratio);
     m_stage->setCurtainDrawn(true);
@@ -149,17 +177,22 @@ void FliprView::begin()
     m_finalImage = FlipPicture(m_finalWindow, ratio);
     if (m_picture.isNull())
         m_picture = m_finalImage;
-    m_shift = platform::cornerInOverlay(window(), m_stage, (expected - corner).toPoint()) + corner
-        - expected.toPoint();
-    enter(Phase::Beginning, restTime);
-    const platform::ScreenUpdatesDisabled together;
+    m_shift = QPoint();
+    m_shift = cardCorner() - pixels(quadrilateral(0)).first().toPoint();
+    m_phase = Phase::Beginning;
     m_drawn = rect();
-    repaint();
-    m_stage->repaint();
+    {
+        const platform::ScreenUpdatesDisabled together;
+        repaint();
+        m_stage->repaint();
+    }
+    qCDebug(lcUi, "Flip begins");
+    enter(Phase::Beginning, restTime);
 }
 
 void FliprView::turn()
 {
+    qCDebug(lcUi, "Flip turns");
     m_phase = Phase::Turning;
     const float firstFrameTime = m_frameTime;
     m_animation->setCurrentProgress(measuredProgress);
@@ -220,9 +253,23 @@ void FliprView::display()
 void FliprView::paintEvent(QPaintEvent *event)
 {
     drawRect(event->rect());
-    if (m_phase == Phase::Covering) {
-        platform::revealOverlay(window());
-        m_phaseTimer.start(coverTime);
+    if (m_phase == Phase::Covering)
+        drawMark();
+}
+
+void FliprView::drawMark()
+{
+    if (m_mark->colour()) {
+        QPainter painter(this);
+        painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
+        const QPoint onCard
+            = markOn(*m_stage) - (QPointF(m_stage->cardRect().topLeft()) * devicePixelRatioF()).toPoint();
+        painter.fillRect(QRect(cardCorner() + onCard, QSize(1, 1)), *m_mark->colour());
+    }
+    platform::revealOverlay(window());
+    if (!m_coverTime.isValid()) {
+        m_coverTime.start();
+        m_phaseTimer.start(m_mark->colour() ? lookInterval : coverTime);
     }
 }
 
@@ -232,8 +279,9 @@ void FliprView::animationDidEnd(FliprAnimation *)
     m_statistics.droppedFrames = m_animation->droppedFrames();
     qCDebug(lcUi, "Flip: %d frames in %.3f s, %d dropped, the longest took %.1f ms", m_statistics.frames,
         m_statistics.seconds, m_statistics.droppedFrames, double(m_statistics.longestFrameTime) * 1e3);
-    enter(Phase::Ending, restTime);
     display();
+    qCDebug(lcUi, "Flip rests");
+    enter(Phase::Ending, restTime);
 }
 
 void FliprView::end()
@@ -247,6 +295,7 @@ void FliprView::end()
         }
         repaint();
     }
+    qCDebug(lcUi, "Flip ends");
     forget();
     enter(Phase::Leaving, leaveTime);
     Q_EMIT flipEnded();

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "platform/desktop/ScreenMark.h"
 #include "ui/flip/FlipFrame.h"
 #include "ui/flip/FlipPicture.h"
 #include "ui/flip/FliprAnimation.h"
@@ -78,7 +79,10 @@ private:
     QRectF placeOver(const QRectF &initialFrame);
     void enter(Phase phase, std::chrono::milliseconds time);
     void phaseEnded();
+    void waitForMark();
+    void drawMark();
     void begin();
+    QPoint cardCorner() const;
     void turn();
     void end();
     void windowDestroyed();
@@ -95,6 +99,9 @@ private:
     QPointer<QWidget> m_initialWindow;
     QPointer<QWidget> m_finalWindow;
     QPointer<Stage> m_stage;
+    // Drawn while the flipping window comes up.
+    std::optional<platform::ScreenMark> m_mark;
+    QElapsedTimer m_coverTime;
     // From where the card should lie by its device-independent place to where it lies, in pixels of the
     // screen.
     QPoint m_shift;

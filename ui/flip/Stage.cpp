@@ -3,14 +3,28 @@
 
 #include "ui/flip/Stage.h"
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/Compositor.h"
+#include "platform/desktop/WindowMargins.h"
 
 #include <QEvent>
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace {
 
 constexpr Qt::WindowFlags stageFlags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
     | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
+
+// Within its corners a card covers its shadow.
+constexpr int cornerReach = 48;
+
+// Whole pixels of the screen at quarter scale factors, so that the card at rest lies on the pixels that its
+// picture lies on.
+QMargins shadowMargins()
+{
+    const QRect reach = FlipShadow::reach(QRectF(0, 0, 0, 0)).toAlignedRect();
+    return {-reach.left(), -reach.top(), reach.right() + 1, reach.bottom() + 1};
+}
 
 // The first control that the keyboard would reach by itself.
 QWidget *firstControl(QWidget *card)
@@ -49,6 +63,7 @@ Stage::Stage(QWidget *parent)
     , m_curtain(new Curtain(this))
 {
     setAttribute(Qt::WA_TranslucentBackground);
+    connect(&platform::CompositorWatch::shared(), &platform::CompositorWatch::changed, this, &Stage::fit);
 }
 
 Stage::~Stage() = default;
@@ -105,7 +120,7 @@ void Stage::prepareCard(QWidget *card)
 
 QRect Stage::cardRect() const
 {
-    return {QPoint(0, 0), m_card ? m_card->size() : QSize()};
+    return {QPoint(m_margins.left(), m_margins.top()), m_card ? m_card->size() : QSize()};
 }
 
 void Stage::setCurtainDrawn(bool drawn)
@@ -122,10 +137,70 @@ bool Stage::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+// The card stays where it is.
 void Stage::fit()
 {
     if (!m_card)
         return;
-    setFixedSize(cardRect().size());
+    const QPoint corner = geometry().topLeft() + cardRect().topLeft();
+    m_margins = platform::compositorRuns() ? shadowMargins() : QMargins();
+    const QSize size = cardRect().marginsAdded(m_margins).size();
+    const QPoint place = corner - cardRect().topLeft();
+    if (size != this->size()) {
+        // In one step: a window manager that sees a size and then a place may find a place of its own
+        // between.
+        setMinimumSize(size.boundedTo(minimumSize()));
+        setMaximumSize(size.expandedTo(maximumSize()));
+        testAttribute(Qt::WA_Moved) || isVisible() ? setGeometry(QRect(place, size)) : resize(size);
+        setFixedSize(size);
+    }
+    m_card->move(cardRect().topLeft());
     m_curtain->setGeometry(rect());
+    m_shadowSize = QSize();
+    if (testAttribute(Qt::WA_WState_Created))
+        platform::setWindowMargins(this, m_margins);
+    update();
+}
+
+void Stage::showEvent(QShowEvent *)
+{
+    fit();
+}
+
+void Stage::prepareShadow()
+{
+    const double ratio = devicePixelRatioF();
+    if (m_shadowSize == m_card->size() && m_shadowRatio == ratio)
+        return;
+    m_shadowSize = m_card->size();
+    m_shadowRatio = ratio;
+    const QRectF card(QPointF(cardRect().topLeft()) * ratio, QSizeF(cardRect().size()) * ratio);
+    m_shadow.begin(FlipOutline(m_card, ratio), QTransform::fromTranslate(card.x(), card.y()), card, ratio);
+}
+
+void Stage::drawShadow(QPainter &painter, const QRect &part)
+{
+    const QTransform toPixels = QTransform::fromScale(m_shadowRatio, m_shadowRatio);
+    const QRect pixels = toPixels.mapRect(QRectF(part)).toAlignedRect();
+    QImage image(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < image.height(); ++y)
+        m_shadow.writePixels(
+            reinterpret_cast<QRgb *>(image.scanLine(y)), pixels.x(), pixels.y() + y, image.width());
+    painter.drawImage(pixels.topLeft(), image);
+}
+
+void Stage::paintEvent(QPaintEvent *event)
+{
+    if (!m_card || m_margins.isNull())
+        return;
+    prepareShadow();
+    const QRect card = cardRect();
+    const QRegion covered = QRegion(card.adjusted(cornerReach, 1, -cornerReach, -1))
+        + card.adjusted(1, cornerReach, -1, -cornerReach);
+    QPainter painter(this);
+    painter.scale(1 / m_shadowRatio, 1 / m_shadowRatio);
+    // At odd scale factors parts share a row of pixels.
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const QRect &part : event->region().subtracted(covered))
+        drawShadow(painter, part);
 }

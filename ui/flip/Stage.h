@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "ui/flip/FlipShadow.h"
+
 #include <QHash>
 #include <QPointer>
 #include <QWidget>
@@ -39,11 +41,20 @@ public:
     void setCurtainDrawn(bool drawn);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void fit();
+    void prepareShadow();
+    void drawShadow(QPainter &painter, const QRect &part);
 
+    QMargins m_margins;
+    FlipShadow m_shadow;
+    // What the shadow was prepared for.
+    QSize m_shadowSize;
+    double m_shadowRatio = 0;
     QPointer<QWidget> m_card;
     // Where the keyboard was on a card before it came onto the stage, which the toolkit forgets then.
     QHash<QWidget *, QPointer<QWidget>> m_controls;

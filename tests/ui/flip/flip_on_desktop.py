@@ -12,7 +12,7 @@ import sys
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "..", "testbed"))
-from desktop import Desktop, Failure, Watch, wait_until  # noqa: E402
+from desktop import Desktop, Failure, Watch, end_process, wait_until  # noqa: E402
 from recorder import StandIns  # noqa: E402
 
 DESKTOPS = {
@@ -121,6 +121,24 @@ class Flip:
         self.check_place()
 
 
+    def margins(self):
+        return self.desktop.active_window_geometry()[2] - self.card()[2]
+
+    def corner(self):
+        x, y = self.place[:2]
+        return self.desktop.ask("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "txt:-")[-20:]
+
+    def follow_compositor(self):
+        """Round and with a shadow while there is a compositor, and always at its place."""
+        square = self.corner()
+        compositor = self.desktop.spawn(("picom", "--backend", "xrender", "--config", "/dev/null"))
+        wait_until(lambda: self.margins() == 72 and self.corner() != square, "the card's corners to be round")
+        self.check_place()
+        end_process(compositor)
+        wait_until(lambda: self.margins() == 0 and self.corner() == square, "the card's corners to be square")
+        self.check_place()
+
+
 def main():
     binary, name = sys.argv[1:3]
     with Desktop(**DESKTOPS[name]) as desktop:
@@ -133,6 +151,8 @@ def main():
                 flip.check_place()
             if flip.flips():
                 raise Failure(f"there was a flip: {flip.flips()}")
+            if name == "without-compositor":
+                flip.follow_compositor()
         else:
             flip.turn("Preferences", "Preferences", forward=True)
             flip.turn("Done", "Flipside", forward=False)
