@@ -192,7 +192,7 @@ void HBPreferencesWndCtrl::followFolder()
     m_disk.reset();
     m_diskIsSilent = false;
     m_question.cancel();
-    if (m_card && m_card->isVisible())
+    if (m_card)
         askForRoom();
     Q_EMIT workingPathChanged();
     Q_EMIT workingFolderTextChanged();
@@ -209,6 +209,8 @@ void HBPreferencesWndCtrl::windowDidLoad()
     if (!m_config)
         setConfig(storedConfig());
     m_folder->restore();
+    // So that the estimate is on the card already when it turns up for the first time.
+    askForRoom();
 }
 
 void HBPreferencesWndCtrl::popupEncodeEngineQuality(QObject *)
