@@ -11,9 +11,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <cstdint>
 #include <cstring>
-#include <ctime>
 #include <fcntl.h>
 #include <unistd.h>
 #include <utility>
@@ -27,26 +25,14 @@ constexpr std::array handledSignals = {SIGTERM, SIGINT, SIGHUP};
 // A signal handler may do next to nothing; writing a byte to a pipe that the main loop reads is allowed.
 std::array<int, 2> pipeEnds = {-1, -1};
 
-std::int64_t patienceInNanoseconds = 0;
-std::atomic<std::int64_t> firstReceived = 0; // 0 before the first signal
+unsigned secondsLeft = 0;
+std::atomic<bool> isAsked = false;
 
-std::int64_t now()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec * std::int64_t(1'000'000'000) + time.tv_nsec;
-}
-
-void wakeMainLoop(int signal)
+void wakeMainLoop(int)
 {
     const int savedErrno = errno;
-    std::int64_t first = 0;
-    if (!firstReceived.compare_exchange_strong(first, now()) && now() - first > patienceInNanoseconds) {
-        // Delivered when this returns.
-        ::signal(signal, SIG_DFL);
-        raise(signal);
-        return;
-    }
+    if (!isAsked.exchange(true))
+        alarm(secondsLeft);
     const char byte = 0;
     // A full pipe already holds a byte that nobody has read, which is all that is needed.
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
@@ -69,7 +55,7 @@ void setHandler(void (*handler)(int))
 
 } // namespace
 
-TerminationSignals::TerminationSignals(std::chrono::milliseconds patience, QObject *parent)
+TerminationSignals::TerminationSignals(std::chrono::seconds patience, QObject *parent)
     : QObject(parent)
 {
     assertMainThread();
@@ -79,8 +65,8 @@ TerminationSignals::TerminationSignals(std::chrono::milliseconds patience, QObje
     }
     m_notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::receive);
-    patienceInNanoseconds = std::chrono::nanoseconds(patience).count();
-    firstReceived = 0;
+    secondsLeft = unsigned(patience.count());
+    isAsked = false;
     setHandler(wakeMainLoop);
 }
 
@@ -89,6 +75,7 @@ TerminationSignals::~TerminationSignals()
     if (!m_notifier)
         return;
     setHandler(SIG_DFL);
+    alarm(0);
     delete m_notifier;
     for (int &end : pipeEnds)
         close(std::exchange(end, -1));

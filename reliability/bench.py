@@ -69,6 +69,14 @@ class Sound:
         """Seconds of the microphone's sound that programs can have heard by now; PipeWire's is fed ahead of its time."""
         return self.tell("position " + MICROPHONE)["frames"] / RATE - self.lead
 
+    def settle(self):
+        """Until the microphone is the one that programs are offered first."""
+        def is_default():
+            answer = subprocess.run(["pactl", "get-default-source"], env={**os.environ, **self.environment},
+                                    capture_output=True, text=True, check=False)
+            return answer.stdout.strip() and not answer.stdout.strip().endswith(".monitor")
+        wait_until(is_default, "the microphone", 15)
+
     def missing(self, gone, back, seconds):
         """The microphone is not there for so long; nobody can record what it would have given."""
         begin = self.position()
@@ -350,6 +358,7 @@ class Bench:
     def sound(self, server="pulseaudio"):
         if server not in self.sounds:
             self.sounds[server] = Sound(server == "pipewire")
+            self.sounds[server].settle()
         return self.sounds[server]
 
     def start(self, server="pulseaudio", **options):

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -22,7 +23,7 @@ protected:
     }
 };
 
-TEST_P(TerminationSignals, ArriveOnceFromTheMainLoopAndEndTheProcessOnlyWhenTheyInsist)
+TEST_P(TerminationSignals, ArriveOnceFromTheMainLoopAndEndAProcessThatHangs)
 {
     const int inheritableBefore = inheritableFiles();
     int received = 0;
@@ -36,9 +37,13 @@ TEST_P(TerminationSignals, ArriveOnceFromTheMainLoopAndEndTheProcessOnlyWhenThey
         EXPECT_TRUE(testbed::waitUntil([&] { return received == 1; }));
     }
     {
-        const platform::TerminationSignals impatient(std::chrono::milliseconds(0));
-        raise(GetParam());
-        EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
+        const platform::TerminationSignals impatient(std::chrono::seconds(1));
+        const auto hang = [] {
+            raise(GetParam());
+            for (;;)
+                pause();
+        };
+        EXPECT_EXIT(hang(), testing::KilledBySignal(SIGALRM), "");
     }
     EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
 }
