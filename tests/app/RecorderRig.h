@@ -38,7 +38,10 @@ public:
     int authorizationStatusForAudio() const override { return authorization; }
     void requestAccessForAudio(std::function<void(bool granted)> answer) override { answer(false); }
 
-    QTemporaryDir home;
+    // Goes when nobody looks for a file in it any more: the end of a recording does.
+    struct Home : QTemporaryDir {
+        ~Home();
+    } home;
     ScriptedSoundSystemScope sound;
     LogCapture log;
     int authorization = Authorized;
