@@ -5,11 +5,11 @@
 
 #include "platform/Logging.h"
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/PendingCall.h"
+#include "platform/desktop/SessionBus.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusPendingCall>
 #include <QGuiApplication>
 #include <chrono>
 
@@ -52,6 +52,7 @@ QDBusMessage closeNotification(uint id)
 DesktopNotice::DesktopNotice(QObject *parent)
     : QObject(parent)
 {
+    connect(&SessionBus::shared(), &SessionBus::cameBack, this, &DesktopNotice::beginAnew);
 }
 
 DesktopNotice::~DesktopNotice()
@@ -82,34 +83,61 @@ void DesktopNotice::settle()
     if (!m_wanted.isEmpty())
         return ask();
     m_shown.clear();
+    if (m_throughPortal)
+        return sayToPortal(u"RemoveNotification"_s, {});
     if (const uint id = std::exchange(m_id, 0))
-        QDBusConnection::sessionBus().send(closeNotification(id));
+        SessionBus::shared().connection().send(closeNotification(id));
 }
 
 void DesktopNotice::ask()
 {
-    QDBusConnection bus = QDBusConnection::sessionBus();
+    QDBusConnection bus = SessionBus::shared().connection();
     if (!bus.isConnected())
         return;
+    if (m_throughPortal) {
+        m_shown = m_wanted;
+        return sayToPortal(
+            u"AddNotification"_s, {QVariantMap{{u"title"_s, m_shown}, {u"priority"_s, u"urgent"_s}}});
+    }
     if (!std::exchange(m_listening, true))
         bus.connect(service, path, service, u"NotificationClosed"_s, this, SLOT(closed(uint, uint)));
     m_asking = true;
     m_shown = m_wanted;
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(notify(m_id, m_shown), deadline.count()), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        answered(*watcher);
-    });
+    whenEnded(bus.asyncCall(notify(m_id, m_shown), deadline.count()), this,
+        [this](const QDBusMessage &answer) { answered(answer); });
 }
 
-void DesktopNotice::answered(const QDBusPendingCallWatcher &answer)
+void DesktopNotice::answered(const QDBusMessage &answer)
 {
-    const QDBusPendingReply<uint> reply = answer;
     m_asking = false;
-    if (reply.isError())
-        qCDebug(lcPlatform, "No notification: %s", qUtf8Printable(reply.error().message()));
-    m_id = reply.isError() ? 0 : reply.value();
+    m_throughPortal = answer.type() != QDBusMessage::ReplyMessage;
+    if (m_throughPortal) {
+        qCDebug(lcPlatform, "Notifications: %s", qUtf8Printable(answer.errorMessage()));
+        m_shown.clear();
+    } else {
+        m_id = answer.arguments().value(0).toUInt();
+    }
     settle();
+}
+
+// The services of another bus know nothing of what was shown.
+void DesktopNotice::beginAnew()
+{
+    m_id = 0;
+    m_listening = false;
+    m_throughPortal = false;
+    m_shown.clear();
+    settle();
+}
+
+// Nothing is asked: the portal knows the message by a name that the program gives it. Without a portal
+// nobody hears this.
+void DesktopNotice::sayToPortal(const QString &method, const QVariantList &more) const
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(u"org.freedesktop.portal.Desktop"_s,
+        u"/org/freedesktop/portal/desktop"_s, u"org.freedesktop.portal.Notification"_s, method);
+    call.setArguments(QVariantList{u"warning"_s} + more);
+    SessionBus::shared().connection().send(call);
 }
 
 // By the user, who has read it: the same text is not shown again.

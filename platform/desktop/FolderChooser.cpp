@@ -4,8 +4,8 @@
 #include "platform/desktop/FolderChooser.h"
 
 #include "platform/desktop/PortalFolderChooser.h"
+#include "platform/desktop/SessionBus.h"
 
-#include <QDBusConnection>
 #include <QDir>
 #include <QFileDialog>
 #include <QStandardPaths>
@@ -86,7 +86,7 @@ void askDesktop(QWidget *window, const FolderQuestion &question, FolderChoice ch
     FolderQuestion whole = question;
     if (whole.beginIn.isEmpty())
         whole.beginIn = usersMusic();
-    if (!QDBusConnection::sessionBus().isConnected())
+    if (!SessionBus::shared().connection().isConnected())
         return openSheet(window, whole, std::move(choice));
     new PortalFolderChooser(window, whole, std::move(choice),
         [window, whole](FolderChoice taken) { openSheet(window, whole, std::move(taken)); });

@@ -4,12 +4,12 @@
 #include "platform/desktop/PortalFolderChooser.h"
 
 #include "platform/Logging.h"
+#include "platform/desktop/PendingCall.h"
+#include "platform/desktop/SessionBus.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QFile>
 #include <QGuiApplication>
@@ -62,9 +62,8 @@ PortalFolderChooser::PortalFolderChooser(
     , m_otherwise(std::move(otherwise))
 {
     setAttribute(Qt::WA_DontShowOnScreen);
-    setWindowTitle(question.title);
     m_deadline.setSingleShot(true);
-    connect(&m_deadline, &QTimer::timeout, this, [this] { giveUp("it does not answer"); });
+    connect(&m_deadline, &QTimer::timeout, this, [this] { giveUp(u"it does not answer"_s); });
     open();
     ask(question);
 }
@@ -89,37 +88,41 @@ QDBusMessage PortalFolderChooser::openFile(const FolderQuestion &question, const
 
 void PortalFolderChooser::ask(const FolderQuestion &question)
 {
-    QDBusConnection bus = QDBusConnection::sessionBus();
+    QDBusConnection bus = SessionBus::shared().connection();
     auto *watcher = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForUnregistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { giveUp("it has ended"); });
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { giveUp(u"it has ended"_s); });
+    bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
+        this, SLOT(busHasGone()));
     const QString token = newToken();
     listenTo(requestPath(bus, token));
     m_deadline.start(firstAnswerWithin);
     // The deadline is kept here, because what is opened after it must be closed again.
     constexpr int noTimeout = std::numeric_limits<int>::max();
-    auto *first = new QDBusPendingCallWatcher(bus.asyncCall(openFile(question, token), noTimeout), this);
-    connect(first, &QDBusPendingCallWatcher::finished, this, [this, first] {
-        first->deleteLater();
-        opened(*first);
-    });
+    whenEnded(bus.asyncCall(openFile(question, token), noTimeout), this,
+        [this](const QDBusMessage &first) { opened(first); });
 }
 
 void PortalFolderChooser::listenTo(const QString &request)
 {
     m_request = request;
-    QDBusConnection::sessionBus().connect(
+    SessionBus::shared().connection().connect(
         service, request, requestInterface, u"Response"_s, this, SLOT(answered(uint, QVariantMap)));
 }
 
-void PortalFolderChooser::opened(const QDBusPendingCallWatcher &first)
+void PortalFolderChooser::opened(const QDBusMessage &first)
 {
     m_deadline.stop();
-    const QDBusPendingReply<QDBusObjectPath> reply = first;
-    if (reply.isError())
-        return giveUp(qUtf8Printable(reply.error().message()));
+    if (first.type() != QDBusMessage::ReplyMessage)
+        return giveUp(first.errorMessage());
     // Only services from before the paths were agreed on use another one.
-    if (!m_request.isEmpty() && reply.value().path() != m_request)
-        listenTo(reply.value().path());
+    const QString request = first.arguments().value(0).value<QDBusObjectPath>().path();
+    if (!m_request.isEmpty() && request != m_request)
+        listenTo(request);
+}
+
+void PortalFolderChooser::busHasGone()
+{
+    giveUp(u"the session bus has gone"_s);
 }
 
 void PortalFolderChooser::answered(uint response, const QVariantMap &results)
@@ -127,16 +130,16 @@ void PortalFolderChooser::answered(uint response, const QVariantMap &results)
     if (m_request.isEmpty())
         return;
     if (response != chosen && response != cancelled)
-        return giveUp("it could not ask");
+        return giveUp(u"it could not ask"_s);
     m_request.clear();
     const QUrl folder(results.value(u"uris"_s).toStringList().value(0));
     if (const FolderChoice choice = end())
         choice(response == chosen && folder.isLocalFile() ? std::optional(folder) : std::nullopt);
 }
 
-void PortalFolderChooser::giveUp(const char *reason)
+void PortalFolderChooser::giveUp(const QString &reason)
 {
-    qCInfo(lcPlatform, "The desktop's folder chooser is not used: %s", reason);
+    qCInfo(lcPlatform, "The desktop's folder chooser is not used: %s", qUtf8Printable(reason));
     const Otherwise otherwise = m_otherwise;
     if (FolderChoice choice = end())
         otherwise(std::move(choice));
@@ -159,7 +162,7 @@ FolderChoice PortalFolderChooser::end()
     if (const QString request = std::exchange(m_request, {}); !request.isEmpty()) {
         QDBusMessage close = QDBusMessage::createMethodCall(service, request, requestInterface, u"Close"_s);
         close.setAutoStartService(false);
-        QDBusConnection::sessionBus().send(close);
+        SessionBus::shared().connection().send(close);
     }
     hide();
     deleteLater();

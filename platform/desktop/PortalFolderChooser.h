@@ -9,7 +9,6 @@
 #include <QTimer>
 
 class QDBusMessage;
-class QDBusPendingCallWatcher;
 
 namespace platform {
 
@@ -20,7 +19,7 @@ class PortalFolderChooser : public QDialog {
 
 public:
     // `otherwise` takes over the choice where there is no such service, where it does not answer within some
-    // seconds, and where it ends before the user has chosen.
+    // seconds, and where it ends, or the bus, before the user has chosen.
     using Otherwise = std::function<void(FolderChoice choice)>;
 
     PortalFolderChooser(
@@ -32,13 +31,14 @@ public:
 
 private Q_SLOTS:
     void answered(uint response, const QVariantMap &results);
+    void busHasGone();
 
 private:
     QDBusMessage openFile(const FolderQuestion &question, const QString &token) const;
     void ask(const FolderQuestion &question);
     void listenTo(const QString &request);
-    void opened(const QDBusPendingCallWatcher &first);
-    void giveUp(const char *reason);
+    void opened(const QDBusMessage &first);
+    void giveUp(const QString &reason);
     FolderChoice end();
 
     FolderChoice m_choice;
