@@ -4,6 +4,7 @@
 #include "app/CardAccessibility.h"
 
 #include "ui/CardWindow.h"
+#include "ui/LevelMeter.h"
 #include "ui/TimeLabel.h"
 
 #include <QAccessibleWidget>
@@ -69,6 +70,14 @@ private:
     QString time() const { return static_cast<TimeLabel *>(object())->text(); }
 };
 
+// What the toolkit has no role for.
+QAccessible::Role roleOf(const QWidget *widget)
+{
+    if (qobject_cast<const LevelMeter *>(widget))
+        return QAccessible::Indicator;
+    return widget->property("separator").toBool() ? QAccessible::Separator : QAccessible::NoRole;
+}
+
 // Asked for each class that the object has, its own first.
 QAccessibleInterface *interfaceFor(const QString &className, QObject *object)
 {
@@ -77,6 +86,8 @@ QAccessibleInterface *interfaceFor(const QString &className, QObject *object)
     if (auto *clock = qobject_cast<TimeLabel *>(object))
         return new AccessibleClock(clock);
     auto *widget = static_cast<QWidget *>(object);
+    if (const QAccessible::Role role = roleOf(widget))
+        return new QAccessibleWidget(widget, role);
     const bool isOwnWindow = widget->windowType() == Qt::Window && !className.startsWith(u'Q');
     return isOwnWindow || qobject_cast<CardWindow *>(widget) ? new AccessibleSurface(widget) : nullptr;
 }
