@@ -66,11 +66,12 @@ TEST(Troubles, TellTheCauseBeforeItsSymptomsAndLossBeforeDanger)
         {{.disk = Disk::FileGone, .sound = nothing}, u"The file is gone"_s},
         {{.disk = Disk::Full, .sound = nothing}, u"The disk is full"_s},
         {{.disk = Disk::NotWritten, .missing = 3s, .sound = nothing}, u"No sound is arriving from X"_s},
-        {{.disk = Disk::NotWritten, .sound = mute}, u"The file cannot be written"_s},
+        {{.disk = Disk::NotWritten, .sound = mute, .muted = true}, u"The file cannot be written"_s},
         {{.disk = Disk::NearlyFull, .timeLeft = 150s, .missing = 3s, .sound = mute},
             u"The disk is nearly full: 2 minutes left"_s},
         {{.disk = Disk::NearlyFull, .timeLeft = 59s}, u"The disk is nearly full: less than a minute left"_s},
         {{.missing = 3s, .sound = mute}, u"Only silence from X"_s},
+        {{.disk = Disk::NearlyFull, .missing = 3s, .sound = mute, .muted = true}, u"X is muted"_s},
         {{.missing = 3840ms, .missingBecause = busy}, u"3.8 s are missing: the computer was busy"_s},
         {{.waiting = 99ms, .unwritten = 99ms, .missing = 99ms}, QString()},
     };

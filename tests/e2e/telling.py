@@ -154,7 +154,7 @@ class Chooser(TellingTest):
             desktop.expect(f"chooser x11:{int(window):x} {music} {self.QUESTION}")
             # The window is blocked, and another request is none.
             recorder.click("Preferences")
-            recorder.press("Record")
+            subprocess.run([self.binary, "--record"], capture_output=True, timeout=10)
             desktop.answer(response, "file://" + recorder.folder if response == 0 else "")
             recorder.wait_status(status)
             self.assertIsNone(recorder.program.find("button", "Done"))
