@@ -11,7 +11,9 @@
 enum class Command { Present, Record, Pause, Stop, Toggle, Play, Show, Status, Quit };
 
 // What the process ends with. Stated in the help text.
-enum ExitCode { Done = 0, Refused = 1, WrongUsage = 2, NoCard = 3, NoAnswer = 4 };
+struct ExitCode {
+    enum { Done = 0, Refused = 1, WrongUsage = 2, NoCard = 3, NoAnswer = 4 };
+};
 
 // What the program was asked for. Needs no application object.
 struct CommandLine {

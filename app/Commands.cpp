@@ -51,7 +51,7 @@ QVariantMap Commands::status() const
 {
     return {{u"state"_s, nameOfState(m_state)}, {u"elapsed"_s, m_delegate->lengthOfRecording()},
         {u"device"_s, isRecording(m_state) ? m_device : m_delegate->currentDevice()},
-        {u"file"_s, m_delegate->currentOutputFile()}, {u"problem"_s, m_delegate->problem()}};
+        {u"file"_s, m_delegate->currentOutputFile()}};
 }
 
 void Commands::run(Command command, const Report &report)

@@ -14,7 +14,7 @@ class AppDelegate;
 // What became of a command.
 struct CommandOutcome {
     bool refused = false;
-    // Why it was refused, or what is still to come; for people and in no language but English. Often empty.
+    // Why it was refused, or what is still to come; for people. Often empty.
     QString words;
 };
 
@@ -33,8 +33,8 @@ public:
     // Quit, which are not the controller's.
     void run(Command command, const Report &report);
 
-    // Texts, empty where there is none: "state" as named below, "elapsed" as on the card, "device" of the
-    // recording or else of the next one, "file" with its whole path, "problem" of the last command.
+    // Texts, empty where there is none and the same in all languages: "state" as named below, "elapsed" as on
+    // the card, "device" of the recording or else of the next one, "file" with its whole path.
     QVariantMap status() const;
 
     // One word for each RecorderState, for scripts.

@@ -116,19 +116,19 @@ int exitCode(const CommandLine &line, const CardAnswer &answer)
             printStatus(answer.status, line.json);
         else if (!answer.words.isEmpty())
             complain(answer.words);
-        return Done;
+        return ExitCode::Done;
     case CardAnswer::Refused:
         complain(answer.words);
-        return Refused;
+        return ExitCode::Refused;
     case CardAnswer::Silent:
         complain(u"the card that is open does not answer; it may still do it later"_s);
-        return NoAnswer;
+        return ExitCode::NoAnswer;
     default:
         if (line.command == Command::Status)
             printStatus({{u"state"_s, u"not-running"_s}}, line.json);
         else
             complain(u"no card is open"_s);
-        return NoCard;
+        return ExitCode::NoCard;
     }
 }
 
@@ -167,7 +167,7 @@ std::optional<int> handOver(const CommandLine &line, const QString &token, char 
     if (!answer) {
         complain(u"there is no answer from the session bus"_s);
         // The library would wait for its thread.
-        std::_Exit(NoAnswer);
+        std::_Exit(ExitCode::NoAnswer);
     }
     const bool nobodyThere = answer->kind == CardAnswer::NoCard || answer->kind == CardAnswer::NoBus;
     if (nobodyThere && startsCard(line.command))

@@ -38,13 +38,13 @@ std::optional<int> answerAtOnce(const CommandLine &line)
     if (!line.problem.isEmpty()) {
         std::fprintf(
             stderr, "flipside: %s\n\n%s", line.problem.constData(), CommandLine::helpText().constData());
-        return WrongUsage;
+        return ExitCode::WrongUsage;
     }
     if (line.help)
         std::printf("%s", CommandLine::helpText().constData());
     else if (line.version)
         std::printf("flipside %s\n", FLIPSIDE_VERSION);
-    return line.help || line.version ? std::optional<int>(Done) : std::nullopt;
+    return line.help || line.version ? std::optional<int>(ExitCode::Done) : std::nullopt;
 }
 
 void nameApplication()

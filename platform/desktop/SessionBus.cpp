@@ -8,7 +8,9 @@
 #include "platform/ThreadCheck.h"
 
 #include <QTimer>
+#include <atomic>
 #include <chrono>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +27,15 @@ QString connectionName(int number)
     return u"flipside-%1"_s.arg(number);
 }
 
+std::atomic<int> connecting = 0;
+
+// The library's end would wait for its own thread, and with it for the bus.
+void leaveSilentBusBehind()
+{
+    if (connecting > 0)
+        std::_Exit(0);
+}
+
 } // namespace
 
 SessionBus &SessionBus::shared()
@@ -34,20 +45,33 @@ SessionBus &SessionBus::shared()
     return *bus;
 }
 
+// What is to be done at the end before this has been asked for later, and is done by then; the library's own
+// end is still to come.
 QDBusConnection SessionBus::open()
 {
-    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName(1));
+    const auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName(1));
+    std::atexit(leaveSilentBusBehind);
+    return bus;
 }
 
-QDBusConnection SessionBus::connection() const
+QDBusConnection SessionBus::openAnother(QDBusConnection::BusType bus, const QString &name)
 {
-    return QDBusConnection(connectionName(m_connections));
+    ++connecting;
+    const auto connection = QDBusConnection::connectToBus(bus, name);
+    --connecting;
+    return connection;
+}
+
+SessionBus::SessionBus()
+    : m_connection(QString())
+{
 }
 
 void SessionBus::watch()
 {
     assertMainThread();
-    if (connection().isConnected())
+    m_connection = QDBusConnection(connectionName(m_number));
+    if (m_connection.isConnected())
         listen();
 }
 
@@ -55,7 +79,7 @@ void SessionBus::watch()
 void SessionBus::listen()
 {
     const QString local = u"org.freedesktop.DBus.Local"_s;
-    connection().connect({}, u"/org/freedesktop/DBus/Local"_s, local, u"Disconnected"_s, this, SLOT(lost()));
+    m_connection.connect({}, u"/org/freedesktop/DBus/Local"_s, local, u"Disconnected"_s, this, SLOT(lost()));
 }
 
 void SessionBus::lost()
@@ -66,25 +90,26 @@ void SessionBus::lost()
 
 void SessionBus::lookForIt()
 {
-    QDBusConnection::disconnectFromBus(connectionName(m_connections));
-    ++m_connections;
     QTimer::singleShot(looksEvery, this, [this] {
-        static auto *const inquiry = new Inquiry<bool>;
-        const auto connects = [name = connectionName(m_connections)] {
-            return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name).isConnected();
+        static auto *const inquiry = new Inquiry<QDBusConnection>;
+        ++m_number;
+        const auto connects = [dead = connectionName(m_number - 1), name = connectionName(m_number)] {
+            QDBusConnection::disconnectFromBus(dead);
+            return openAnother(QDBusConnection::SessionBus, name);
         };
-        inquiry->ask(connects, answersWithin, LateAnswer::Adopted, [this](std::optional<bool> connected) {
-            if (connected)
-                found(*connected);
+        inquiry->ask(connects, answersWithin, LateAnswer::Adopted, [this](const auto &connection) {
+            if (connection)
+                found(*connection);
         });
     });
 }
 
-void SessionBus::found(bool connected)
+void SessionBus::found(const QDBusConnection &connection)
 {
-    if (!connected)
+    if (!connection.isConnected())
         return lookForIt();
     qCInfo(lcPlatform, "The session bus is back.");
+    m_connection = connection;
     listen();
     Q_EMIT cameBack();
 }

@@ -20,12 +20,14 @@ public:
 
     // Makes the connection, and takes as long as the bus does. Once, on a thread that can be spared.
     static QDBusConnection open();
+    // Any other connection of this process, in the same way; after the first.
+    static QDBusConnection openAnother(QDBusConnection::BusType bus, const QString &name);
 
-    // Not connected before open(), without a bus, and while it is away.
-    QDBusConnection connection() const;
-
-    // For the bus to be missed and found again. Needs the application object.
+    // Takes up what open() has made, and is told when the bus goes away.
     void watch();
+
+    // Not connected before watch(), without a bus, and while it is away.
+    QDBusConnection connection() const { return m_connection; }
 
 Q_SIGNALS:
     // There is another connection, to which nobody of this program is known.
@@ -35,12 +37,14 @@ private Q_SLOTS:
     void lost();
 
 private:
-    SessionBus() = default;
+    SessionBus();
     void listen();
     void lookForIt();
-    void found(bool connected);
+    void found(const QDBusConnection &connection);
 
-    int m_connections = 1; // made so far
+    // Kept, because to look it up by its name is to wait for whoever connects to a bus.
+    QDBusConnection m_connection;
+    int m_number = 1; // of the connections that were tried
 };
 
 } // namespace platform

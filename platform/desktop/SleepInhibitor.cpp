@@ -12,7 +12,7 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
-#include <QDBusUnixFileDescriptor>
+#include <QFile>
 #include <QPointer>
 #include <algorithm>
 #include <chrono>
@@ -59,6 +59,12 @@ SleepService serviceOfSystem(const QString &reason)
         {u"sleep"_s, QCoreApplication::applicationName(), reason, u"block"_s}, {}};
 }
 
+// There the portal is the only service that can be asked, and one that no program has needed yet must start.
+bool isSandboxed()
+{
+    return QFile::exists(u"/.flatpak-info"_s);
+}
+
 } // namespace
 
 // The agreement with one service. Its answer may come when it is no longer wanted; it is then given back
@@ -98,7 +104,7 @@ private:
         m_state = State::Asking;
         QDBusMessage call = QDBusMessage::createMethodCall(
             m_service.name, m_service.path, m_service.interface, u"Inhibit"_s);
-        call.setAutoStartService(false);
+        call.setAutoStartService(isSandboxed());
         call.setArguments(m_service.arguments);
         whenEnded(m_bus.asyncCall(call), this, [this](const QDBusMessage &reply) { answered(reply); });
     }
@@ -189,7 +195,7 @@ void SleepInhibitor::askSystem()
     if (inquiry->isPending())
         return;
     const auto connects
-        = [] { return QDBusConnection::connectToBus(QDBusConnection::SystemBus, u"flipside-system"_s); };
+        = [] { return SessionBus::openAnother(QDBusConnection::SystemBus, u"flipside-system"_s); };
     inquiry->ask(connects, systemAnswersWithin, LateAnswer::Adopted,
         [self = QPointer(this)](const std::optional<QDBusConnection> &bus) {
             if (!self || !bus)
