@@ -14,6 +14,13 @@ from recorder import Desktop, Failure, Recorder, SoundServer, wait_until  # noqa
 GROUNDS = {"light": ("#E9ECEF", "#CED4DA"), "dark": ("#1D2023", "#121416")}
 
 
+def extents(control):
+    """(x, y, width, height) on the desktop, in points."""
+    import pyatspi
+    box = control.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    return box.x, box.y, box.width, box.height
+
+
 class Desk(contextlib.ExitStack):
     def __init__(self, binary, screen=(1280, 900), ground="light"):
         super().__init__()
@@ -65,8 +72,7 @@ class Desk(contextlib.ExitStack):
 
     def open_preferences(self):
         self.recorder.press("Preferences")
-        self.recorder.wait_for("button", "Done")
-        wait_until(lambda: self.recorder.windows() == 1, "the exchange of the cards")
+        self.recorder.wait_for_side("Done")
 
     def picture(self, path, margin=0):
         """The card with so many points of the ground around it."""

@@ -8,6 +8,7 @@
 #include "ui/ControlPaint.h"
 #include "ui/FocusRing.h"
 #include "ui/PopupButton.h"
+#include "ui/SegmentButton.h"
 
 #include <QLabel>
 #include <QMenu>
@@ -169,6 +170,15 @@ QRect CardProxyStyle::subControlRect(
     const int left = sliderPositionFromValue(
         slider->minimum, slider->maximum, slider->sliderPosition, all.width() - side, slider->upsideDown);
     return {all.left() + left, all.top() + (all.height() - side) / 2, side, side};
+}
+
+QRect CardProxyStyle::subElementRect(
+    SubElement element, const QStyleOption *option, const QWidget *widget) const
+{
+    // Where assistive technology finds it, and clicks.
+    if (element == SE_RadioButtonClickRect && qobject_cast<const SegmentButton *>(widget))
+        return option->rect;
+    return QProxyStyle::subElementRect(element, option, widget);
 }
 
 void CardProxyStyle::drawPrimitive(

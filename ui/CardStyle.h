@@ -42,6 +42,7 @@ struct Colours {
     QColor doneEdge;
     // The one accent: the record control and the top of the level meter, nothing else.
     QColor record;
+    QColor recordEdge; // none, where the disc stands out by itself
     QColor warning;
     QColor focusRing;
 };

@@ -128,6 +128,12 @@ QColor IconButton::discColor() const
     return isHovered() ? base.lighter(hoverLighter) : base;
 }
 
+QColor IconButton::edgeColor() const
+{
+    const CardStyle::Colours &colours = CardStyle::colours();
+    return m_look == Disc ? colours.outline : m_look == Accent ? colours.recordEdge : QColor();
+}
+
 QColor IconButton::iconColor() const
 {
     if (m_look == Plain && !isHovered() && !isDown())
@@ -148,8 +154,7 @@ void IconButton::paintEvent(QPaintEvent *)
     QRectF circle = disc();
     if (m_look == Accent && m_lit)
         circle = paintRing(painter, circle);
-    ControlPaint::box(painter, circle, circle.width() / 2, discColor(),
-        m_look == Disc ? CardStyle::colours().outline : QColor());
+    ControlPaint::box(painter, circle, circle.width() / 2, discColor(), edgeColor());
     const double side = circle.width() * iconShare();
     QRectF square(0, 0, side, side);
     square.moveCenter(circle.center());
@@ -162,7 +167,7 @@ QRectF IconButton::paintRing(QPainter &painter, const QRectF &circle) const
     const double line = circle.width() * ringShare;
     const double half = line / 2;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(discColor(), line));
+    painter.setPen(QPen(edgeColor().isValid() ? edgeColor() : discColor(), line));
     painter.drawEllipse(circle.adjusted(half, half, -half, -half));
     const double inset = 2 * line;
     return circle.adjusted(inset, inset, -inset, -inset);

@@ -60,6 +60,7 @@ private:
     bool isHovered() const { return isEnabled() && underMouse(); }
     QRectF disc() const;
     QColor discColor() const;
+    QColor edgeColor() const;
     QColor iconColor() const;
     double iconShare() const;
     QRectF paintRing(QPainter &painter, const QRectF &circle) const;
