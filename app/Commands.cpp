@@ -20,11 +20,6 @@ constexpr std::chrono::milliseconds startsWithin{500};
 
 constexpr std::array stateNames = {"idle", "recording", "recording-paused", "playing", "playing-paused"};
 
-bool isRecording(int state)
-{
-    return state == RecorderStateRecording || state == RecorderStateRecordingPaused;
-}
-
 } // namespace
 
 Commands::Commands(AppDelegate *delegate, QObject *parent)

@@ -19,7 +19,7 @@ using platform::SessionBus;
 
 namespace {
 
-constexpr std::chrono::milliseconds busAnswersWithin{1000};
+constexpr std::chrono::milliseconds nameIsGivenWithin{1000};
 
 // Answers of the bus to a request for a name.
 constexpr uint nameExists = 3;
@@ -73,7 +73,7 @@ bool DesktopService::claim()
     if (!announce())
         return true;
     const QDBusMessage reply
-        = SessionBus::shared().connection().call(requestName(), QDBus::Block, int(busAnswersWithin.count()));
+        = SessionBus::shared().connection().call(requestName(), QDBus::Block, int(nameIsGivenWithin.count()));
     if (reply.type() == QDBusMessage::ReplyMessage)
         return reply.arguments().value(0).toUInt() != nameExists;
     qCWarning(lcApp, "No name on the session bus: %s", qUtf8Printable(reply.errorMessage()));
@@ -84,7 +84,7 @@ void DesktopService::claimAgain()
 {
     announce();
     const auto call
-        = SessionBus::shared().connection().asyncCall(requestName(), int(busAnswersWithin.count()));
+        = SessionBus::shared().connection().asyncCall(requestName(), int(nameIsGivenWithin.count()));
     platform::whenEnded(call, this, [](const QDBusMessage &reply) {
         if (reply.arguments().value(0).toUInt() == nameExists)
             qCWarning(lcApp, "Another card has the name on the session bus now.");

@@ -27,3 +27,14 @@ enum RecorderState : std::int32_t {
     RecorderStatePlaying = 3,
     RecorderStatePlayingPaused = 4
 };
+
+// Paused or not.
+inline bool isRecording(int state)
+{
+    return state == RecorderStateRecording || state == RecorderStateRecordingPaused;
+}
+
+inline bool isPlaying(int state)
+{
+    return state == RecorderStatePlaying || state == RecorderStatePlayingPaused;
+}

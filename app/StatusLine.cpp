@@ -33,16 +33,6 @@ std::chrono::milliseconds recordedTime(const HBRecordingTask &task)
         bytesPerSecond > 0 ? qint64(double(task.bytesOfEncoded()) * 1000 / bytesPerSecond) : 0);
 }
 
-bool isRecording(int state)
-{
-    return state == RecorderStateRecording || state == RecorderStateRecordingPaused;
-}
-
-bool isPlaying(int state)
-{
-    return state == RecorderStatePlaying || state == RecorderStatePlayingPaused;
-}
-
 QString whyMissing(KTAudioMissingCause cause)
 {
     switch (cause) {

@@ -20,7 +20,6 @@ using CardStyle::scaled;
 
 namespace {
 
-constexpr int fieldHeight = 30;
 constexpr int fieldPadding = 10;
 constexpr int buttonPadding = 15;
 constexpr QSize primarySize(140, 36);
@@ -58,7 +57,7 @@ void polishLabel(QLabel *label)
         label->setFont(CardStyle::font(CardStyle::labelFontSize, QFont::DemiBold));
     if (is(label, "field")) {
         label->setMargin(scaled(fieldPadding));
-        label->setMinimumHeight(scaled(fieldHeight));
+        label->setMinimumHeight(scaled(ControlPaint::fieldHeight));
     }
 }
 
@@ -80,7 +79,7 @@ QSize pushButtonSize(const QSize &text, const QWidget *widget)
     const bool isQuiet = is(widget, "quiet");
     const bool isLow = isQuiet || is(widget, "low");
     return {text.width() + scaled(2 * (isQuiet ? quietPadding : buttonPadding)),
-        std::max(text.height(), scaled(isLow ? lowHeight : fieldHeight))};
+        std::max(text.height(), scaled(isLow ? lowHeight : ControlPaint::fieldHeight))};
 }
 
 } // namespace

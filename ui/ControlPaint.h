@@ -17,6 +17,7 @@ class QWidget;
 // rectangle gives them.
 namespace ControlPaint {
 
+inline constexpr int fieldHeight = 30;
 inline constexpr int fieldRadius = 7;
 inline constexpr int sliderHandle = 18; // its diameter
 inline constexpr int menuRadius = 8;

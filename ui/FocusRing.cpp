@@ -15,7 +15,7 @@
 namespace {
 
 // Between the control and the ring.
-constexpr int gap = 2;
+constexpr int ringGap = 2;
 constexpr int controlRadius = 7;
 
 // For all windows: a card that is brought up with a key shows where the keyboard is.
@@ -23,7 +23,7 @@ bool lastInputWasKey = false;
 
 int reach()
 {
-    return CardStyle::scaled(gap + CardStyle::focusRingWidth);
+    return CardStyle::scaled(ringGap + CardStyle::focusRingWidth);
 }
 
 } // namespace
@@ -113,7 +113,7 @@ double FocusRing::radius() const
 {
     const double largest = std::min(width(), height()) / 2.0;
     const bool round = qobject_cast<IconButton *>(m_control) || m_control->property("primary").toBool();
-    return round ? largest : std::min<double>(largest, CardStyle::scaled(controlRadius + gap));
+    return round ? largest : std::min<double>(largest, CardStyle::scaled(controlRadius + ringGap));
 }
 
 void FocusRing::paintEvent(QPaintEvent *)

@@ -14,8 +14,7 @@
 
 namespace {
 
-constexpr int fieldHeight = 30;
-constexpr int fieldPadding = 11;
+constexpr int sidePadding = 11;
 constexpr int chevronSide = 12;
 
 } // namespace
@@ -38,18 +37,18 @@ void PopupButton::setText(const QString &text)
 
 QSize PopupButton::sizeHint() const
 {
-    const int around = CardStyle::scaled(3 * fieldPadding + chevronSide);
-    return {fontMetrics().horizontalAdvance(text()) + around, CardStyle::scaled(fieldHeight)};
+    const int around = CardStyle::scaled(3 * sidePadding + chevronSide);
+    return {fontMetrics().horizontalAdvance(text()) + around, CardStyle::scaled(ControlPaint::fieldHeight)};
 }
 
 QSize PopupButton::minimumSizeHint() const
 {
-    return {CardStyle::scaled(4 * fieldPadding + chevronSide), CardStyle::scaled(fieldHeight)};
+    return {CardStyle::scaled(4 * sidePadding + chevronSide), CardStyle::scaled(ControlPaint::fieldHeight)};
 }
 
 QRect PopupButton::textRect() const
 {
-    const int padding = CardStyle::scaled(fieldPadding);
+    const int padding = CardStyle::scaled(sidePadding);
     const QRect room = rect().adjusted(padding, 0, -2 * padding - CardStyle::scaled(chevronSide), 0);
     return QStyle::visualRect(layoutDirection(), rect(), room);
 }
@@ -57,7 +56,7 @@ QRect PopupButton::textRect() const
 QRect PopupButton::chevronRect() const
 {
     const int side = CardStyle::scaled(chevronSide);
-    const QRect chevron(width() - CardStyle::scaled(fieldPadding) - side, (height() - side) / 2, side, side);
+    const QRect chevron(width() - CardStyle::scaled(sidePadding) - side, (height() - side) / 2, side, side);
     return QStyle::visualRect(layoutDirection(), rect(), chevron);
 }
 
