@@ -48,7 +48,7 @@ void TakeHandle::fillMenu()
         [this] { QApplication::clipboard()->setText(m_delegate->currentOutputFile()); });
 }
 
-// A file that is still written is no one's to have.
+// A file that is still being written is not given away.
 void TakeHandle::followState()
 {
     m_line->setCursor(m_delegate->visibleShowInFinder() ? Qt::OpenHandCursor : Qt::ArrowCursor);

@@ -27,7 +27,7 @@ WorkingFolder::Place searchDisk(const QString &path, const QByteArray &token)
 {
     if (const auto found = platform::folderForBookmarkData(token))
         return {found->toLocalFile(), true};
-    // Another folder under its name is none: one that waits for a disk to be mounted, for example.
+    // Another folder of that name does not count: one that waits for a disk to be mounted, for example.
     const QFileInfo entry(path);
     return {path, !path.isEmpty() && entry.exists() && (token.isEmpty() || !entry.isDir())};
 }

@@ -166,7 +166,7 @@ TEST_F(KTAudioRecorderTest, KeepsWhatASlowDelegateHasNotTakenYet)
     EXPECT_EQ(qsizetype(slow.bytes().size()), frames.size() + tenSeconds.size());
 }
 
-// The status line tells of it, and a pause is nobody's loss.
+// The status line tells of it, and a pause loses nothing.
 TEST_F(KTAudioRecorderTest, CountsForHowLongItsDeviceWasAway)
 {
     const auto pass = [](std::chrono::milliseconds time) {
