@@ -64,7 +64,8 @@ void askPortal(const QUrl &fileUrl)
             return openFolder(fileUrl);
         const QString noWindow = u""_s;
         PortalRequest::send(u"org.freedesktop.portal.OpenURI"_s, u"OpenDirectory"_s,
-            {noWindow, QVariant::fromValue(*file)}, answersWithin, [fileUrl](PortalRequest::Outcome outcome) {
+            {noWindow, QVariant::fromValue(*file)}, {}, answersWithin,
+            [fileUrl](PortalRequest::Outcome outcome, const QVariantMap &) {
                 if (outcome == PortalRequest::Outcome::Failed)
                     openFolder(fileUrl);
             });

@@ -4,11 +4,10 @@
 #pragma once
 
 #include "platform/desktop/FolderChooser.h"
+#include "platform/desktop/PortalRequest.h"
 
 #include <QDialog>
-#include <QTimer>
-
-class QDBusMessage;
+#include <QPointer>
 
 namespace platform {
 
@@ -18,8 +17,7 @@ class PortalFolderChooser : public QDialog {
     Q_OBJECT
 
 public:
-    // `otherwise` takes over the choice where there is no such service, where it does not answer within some
-    // seconds, and where it ends, or the bus, before the user has chosen.
+    // `otherwise` takes over the choice where the portal fails.
     using Otherwise = std::function<void(FolderChoice choice)>;
 
     PortalFolderChooser(
@@ -29,22 +27,14 @@ public:
 
     void done(int result) override;
 
-private Q_SLOTS:
-    void answered(uint response, const QVariantMap &results);
-    void busHasGone();
-
 private:
-    QDBusMessage openFile(const FolderQuestion &question, const QString &token) const;
     void ask(const FolderQuestion &question);
-    void listenTo(const QString &request);
-    void opened(const QDBusMessage &first);
-    void giveUp(const QString &reason);
+    void answered(PortalRequest::Outcome outcome, const QVariantMap &results);
     FolderChoice end();
 
     FolderChoice m_choice;
-    Otherwise m_otherwise;
-    QString m_request; // the path of what was asked; empty when it has ended
-    QTimer m_deadline;
+    const Otherwise m_otherwise;
+    QPointer<PortalRequest> m_request;
 };
 
 } // namespace platform

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/PortalRequest.h"
 
+#include "platform/Logging.h"
 #include "platform/ThreadCheck.h"
 #include "platform/desktop/PendingCall.h"
 #include "platform/desktop/SessionBus.h"
@@ -10,6 +11,8 @@
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QDBusServiceWatcher>
+#include <limits>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +23,7 @@ namespace {
 
 const QString service = u"org.freedesktop.portal.Desktop"_s;
 const QString servicePath = u"/org/freedesktop/portal/desktop"_s;
+const QString requestInterface = u"org.freedesktop.portal.Request"_s;
 
 QString newToken()
 {
@@ -33,45 +37,88 @@ PortalRequest::PortalRequest(Report report)
     : QObject(QCoreApplication::instance())
     , m_report(std::move(report))
 {
-}
-
-void PortalRequest::send(const QString &interface, const QString &method, QVariantList arguments,
-    std::chrono::milliseconds deadline, Report report)
-{
-    assertMainThread();
-    auto *const request = new PortalRequest(std::move(report));
-    request->ask(interface, method, std::move(arguments), deadline);
-}
-
-// The portal names the request after who asks, so that the second part is not missed when it comes early.
-void PortalRequest::ask(const QString &interface, const QString &method, QVariantList arguments,
-    std::chrono::milliseconds deadline)
-{
-    QDBusConnection bus = SessionBus::shared().connection();
-    const QString token = newToken();
-    const QString sender = bus.baseService().mid(1).replace(u'.', u'_');
-    bus.connect(service, u"%1/request/%2/%3"_s.arg(servicePath, sender, token),
-        u"org.freedesktop.portal.Request"_s, u"Response"_s, this, SLOT(answered(uint, QVariantMap)));
-
-    QDBusMessage call = QDBusMessage::createMethodCall(service, servicePath, interface, method);
-    arguments.append(QVariantMap{{u"handle_token"_s, token}});
-    call.setArguments(arguments);
-    whenEnded(bus.asyncCall(call, int(deadline.count())), this, [this](const QDBusMessage &taken) {
-        if (taken.type() != QDBusMessage::ReplyMessage)
-            end(Outcome::Failed);
+    m_deadline.setSingleShot(true);
+    connect(&m_deadline, &QTimer::timeout, this, [this] {
+        // It may still take the question, and open what nobody waits for any more.
+        close();
+        fail();
     });
 }
 
-void PortalRequest::answered(uint response, const QVariantMap &)
+PortalRequest::~PortalRequest()
 {
-    end(response == 0 ? Outcome::Done : response == 1 ? Outcome::Cancelled : Outcome::Failed);
+    if (m_report)
+        close();
 }
 
-void PortalRequest::end(Outcome outcome)
+PortalRequest *PortalRequest::send(const QString &interface, const QString &method, QVariantList arguments,
+    const QVariantMap &options, std::chrono::milliseconds deadline, Report report)
+{
+    assertMainThread();
+    auto *const request = new PortalRequest(std::move(report));
+    request->m_deadline.start(deadline);
+    request->ask(interface, method, std::move(arguments), options);
+    return request;
+}
+
+// The portal names the request after who asks, so that the second part is not missed when it comes early.
+void PortalRequest::ask(
+    const QString &interface, const QString &method, QVariantList arguments, QVariantMap options)
+{
+    const QDBusConnection bus = SessionBus::shared().connection();
+    const QString token = newToken();
+    const QString sender = bus.baseService().mid(1).replace(u'.', u'_');
+    m_path = u"%1/request/%2/%3"_s.arg(servicePath, sender, token);
+    follow();
+
+    QDBusMessage call = QDBusMessage::createMethodCall(service, servicePath, interface, method);
+    options.insert(u"handle_token"_s, token);
+    arguments.append(options);
+    call.setArguments(arguments);
+    // The deadline of the call itself would leave open what comes after it.
+    constexpr int noDeadline = std::numeric_limits<int>::max();
+    whenEnded(bus.asyncCall(call, noDeadline), this, [this](const QDBusMessage &taken) {
+        m_deadline.stop();
+        if (taken.type() != QDBusMessage::ReplyMessage) {
+            qCInfo(lcPlatform, "The portal: %s", qUtf8Printable(taken.errorMessage()));
+            fail();
+        }
+    });
+}
+
+void PortalRequest::follow()
+{
+    QDBusConnection bus = SessionBus::shared().connection();
+    bus.connect(service, m_path, requestInterface, u"Response"_s, this, SLOT(answered(uint, QVariantMap)));
+    bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
+        this, SLOT(fail()));
+    auto *const watcher
+        = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForUnregistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &PortalRequest::fail);
+}
+
+void PortalRequest::close() const
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(service, m_path, requestInterface, u"Close"_s);
+    call.setAutoStartService(false);
+    SessionBus::shared().connection().send(call);
+}
+
+void PortalRequest::answered(uint response, const QVariantMap &results)
+{
+    end(response == 0 ? Outcome::Done : response == 1 ? Outcome::Cancelled : Outcome::Failed, results);
+}
+
+void PortalRequest::fail()
+{
+    end(Outcome::Failed, {});
+}
+
+void PortalRequest::end(Outcome outcome, const QVariantMap &results)
 {
     if (const Report report = std::exchange(m_report, {})) {
         deleteLater();
-        report(outcome);
+        report(outcome, results);
     }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 #include <QVariantMap>
 #include <chrono>
 #include <functional>
@@ -12,30 +13,36 @@ namespace platform {
 
 // One question to the desktop's portal, the service that does for a program what it may not do itself. The
 // answer comes in two parts: that it was taken, and, after the user has been asked if need be, what became of
-// it. Deletes itself at the end. Main thread only.
+// it. Deletes itself at the end; whoever deletes it before closes what is open, and is told nothing more.
+// Main thread only.
 class PortalRequest : public QObject {
     Q_OBJECT
 
 public:
     enum class Outcome { Done, Cancelled, Failed };
-    // From the main loop, once; `Failed` also where there is no portal, and where it has not taken the
-    // question by the deadline.
-    using Report = std::function<void(Outcome outcome)>;
+    // From the main loop, once; `Failed` also where there is no portal, where it has not taken the question
+    // by the deadline, and where it ends before it has answered, or the bus.
+    using Report = std::function<void(Outcome outcome, const QVariantMap &results)>;
 
     // The arguments without the options that end them all.
-    static void send(const QString &interface, const QString &method, QVariantList arguments,
-        std::chrono::milliseconds deadline, Report report);
+    static PortalRequest *send(const QString &interface, const QString &method, QVariantList arguments,
+        const QVariantMap &options, std::chrono::milliseconds deadline, Report report);
+    ~PortalRequest() override;
 
 private Q_SLOTS:
     void answered(uint response, const QVariantMap &results);
+    void fail();
 
 private:
     explicit PortalRequest(Report report);
-    void ask(const QString &interface, const QString &method, QVariantList arguments,
-        std::chrono::milliseconds deadline);
-    void end(Outcome outcome);
+    void ask(const QString &interface, const QString &method, QVariantList arguments, QVariantMap options);
+    void follow();
+    void close() const;
+    void end(Outcome outcome, const QVariantMap &results);
 
     Report m_report;
+    QString m_path; // of the request itself, on the bus
+    QTimer m_deadline;
 };
 
 } // namespace platform

@@ -23,12 +23,16 @@ def say(*words):
 
 
 class Portal(dbus.service.Object):
-    @dbus.service.method("org.freedesktop.portal.OpenURI", in_signature="sha{sv}", out_signature="o")
-    def OpenDirectory(self, window, handle, options):
+    @dbus.service.method("org.freedesktop.portal.OpenURI", in_signature="sha{sv}", out_signature="o",
+                         sender_keyword="sender")
+    def OpenDirectory(self, window, handle, options, sender):
         descriptor = handle.take()
         say("revealed", os.path.basename(os.readlink(f"/proc/self/fd/{descriptor}")))
         os.close(descriptor)
-        return "/org/freedesktop/portal/desktop/request/1/reveal"
+        path = f"/org/freedesktop/portal/desktop/request/{sender[1:].replace('.', '_')}/{options['handle_token']}"
+        request = Request(self.connection, path)
+        GLib.idle_add(request.Response, 0, dbus.Dictionary(signature="sv"))
+        return path
 
     @dbus.service.method("org.freedesktop.portal.Inhibit", in_signature="sua{sv}", out_signature="o")
     def Inhibit(self, window, flags, options):
@@ -40,6 +44,10 @@ class Request(dbus.service.Object):
     @dbus.service.method("org.freedesktop.portal.Request")
     def Close(self):
         say("released")
+
+    @dbus.service.signal("org.freedesktop.portal.Request", signature="ua{sv}")
+    def Response(self, response, results):
+        pass
 
 
 class Session(dbus.service.Object):
