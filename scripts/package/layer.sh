@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: MIT
 # For the scripts beside it that work in bare systems: over TREE FOLDER puts a fresh layer over one and sets root; what is
 # done there leaves the tree as it was. there COMMAND... runs a command in it; apt_there writes to $log. They are for a
-# script with mounts of its own, which go when it ends. A mirror that has stood still for a
-# while will do, and nothing has to outlive a power cut.
+# script with mounts of its own, which go when it ends. A mirror that has stood still for a while will do, and nothing has
+# to outlive a power cut.
 # shellcheck shell=bash
 
 over() {
