@@ -169,7 +169,8 @@ def main():
     rows = run_all(chosen(options.names), quick, options.jobs)
     broken = sum(bool(row["problems"]) for row in rows)
     minutes = (time.monotonic() - began) / 60
-    summary = f"{len(rows)} rows in {minutes:.0f} minutes, {broken} promises broken."
+    commit = subprocess.run(["git", "describe", "--always", "--dirty"], cwd=HERE, capture_output=True, text=True, check=False)
+    summary = f"{len(rows)} rows in {minutes:.0f} minutes, {broken} promises broken. Commit {commit.stdout.strip()}."
     print(f"\n{summary}")
     if not options.names:
         write_table([time.strftime("%Y-%m-%d: ") + summary, "", *HEADER, *map(shown, rows)], "table")
