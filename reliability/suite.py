@@ -165,11 +165,11 @@ def main():
         return None
     if not os.path.exists(NOISE):
         subprocess.run([os.path.join(TOOLS, "heard"), "--make", NOISE], check=True)
+    commit = subprocess.run(["git", "describe", "--always", "--dirty"], cwd=HERE, capture_output=True, text=True, check=False)
     began = time.monotonic()
     rows = run_all(chosen(options.names), quick, options.jobs)
     broken = sum(bool(row["problems"]) for row in rows)
     minutes = (time.monotonic() - began) / 60
-    commit = subprocess.run(["git", "describe", "--always", "--dirty"], cwd=HERE, capture_output=True, text=True, check=False)
     summary = f"{len(rows)} rows in {minutes:.0f} minutes, {broken} promises broken. Commit {commit.stdout.strip()}."
     print(f"\n{summary}")
     if not options.names:
