@@ -3,22 +3,12 @@
 
 #include "tests/app/RecorderRig.h"
 
-#include "platform/OutputState.h"
 #include "settings/HBPreferencesWndCtrl.h"
-#include "testbed/Waiting.h"
 #include "tests/support/MainLoop.h"
-
-#include <algorithm>
 
 namespace testbed {
 
 using namespace Qt::StringLiterals;
-
-RecorderRig::Home::~Home()
-{
-    waitUntil(
-        [] { return std::ranges::none_of(platform::outputStates(), &platform::OutputState::isEnding); });
-}
 
 RecorderRig::RecorderRig()
 {

@@ -12,8 +12,8 @@
 #include "testbed/Mp3Files.h"
 #include "testbed/ScriptedSoundSystem.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/TakeFolder.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <optional>
 
@@ -38,10 +38,7 @@ public:
     int authorizationStatusForAudio() const override { return authorization; }
     void requestAccessForAudio(std::function<void(bool granted)> answer) override { answer(false); }
 
-    // Goes when nobody looks for a file in it any more: the end of a recording does.
-    struct Home : QTemporaryDir {
-        ~Home();
-    } home;
+    testbed::TakeFolder home;
     ScriptedSoundSystemScope sound;
     LogCapture log;
     int authorization = Authorized;

@@ -9,6 +9,7 @@
 #include "testbed/Mp3Files.h"
 #include "testbed/Waiting.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/TakeFolder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -98,7 +99,7 @@ struct Take {
         return contents();
     }
 
-    const QTemporaryDir folder;
+    const testbed::TakeFolder folder;
     const QString path = folder.filePath(u"out.mp3"_s);
     const QSharedPointer<KTMp3LameConfig> config = QSharedPointer<KTMp3LameConfig>::create();
     std::unique_ptr<KTMp3Lame> writer = std::make_unique<KTMp3Lame>(config, path);
