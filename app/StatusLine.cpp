@@ -9,6 +9,7 @@
 #include "platform/ThreadCheck.h"
 
 #include <QFileInfo>
+#include <QTimer>
 #include <QTimerEvent>
 
 using namespace Qt::StringLiterals;
@@ -75,12 +76,19 @@ void StatusLine::followState()
         m_disk.start(steady_clock::now());
     }
     m_replacement.clear();
+    m_replacementIsNew = false;
     refresh();
 }
 
 void StatusLine::followReplacedDevice()
 {
     m_replacement = m_delegate->currentDevice();
+    // What the last recording lacks is told on after that.
+    m_replacementIsNew = m_state == RecorderStateIdle;
+    QTimer::singleShot(toldAtLeast, this, [this] {
+        m_replacementIsNew = false;
+        refresh();
+    });
     refresh();
 }
 
@@ -158,7 +166,8 @@ Troubles StatusLine::troubles()
 {
     Troubles troubles;
     lookAtOutputs(troubles);
-    lookForHoles(troubles);
+    if (!m_replacementIsNew)
+        lookForHoles(troubles);
     troubles.muted = isMuted();
     if (isRecording(m_state)) {
         troubles.diskIsSilent |= m_diskIsSilent;

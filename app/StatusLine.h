@@ -67,6 +67,7 @@ private:
     QString m_device; // of the recording; the choice for the next one may differ
     std::uint32_t m_deviceID = 0;
     QString m_replacement; // the device that came in place of the chosen one
+    bool m_replacementIsNew = false;
     QString m_text;
     bool m_warning = false;
 };
