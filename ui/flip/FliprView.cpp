@@ -31,6 +31,7 @@ constexpr auto coverTime = 80ms;
 // A flipping window that is never drawn must not keep the user waiting, and one that fades in not for ever.
 constexpr auto coverDeadline = 500ms;
 constexpr auto lookInterval = 8ms;
+constexpr auto quietTime = 24ms;
 // Where the mark is on the card: so many pixels below the middle of its upper edge.
 constexpr int markDepth = 6;
 // The card at rest, in the flipping window: two frames of a usual screen.
@@ -146,12 +147,15 @@ void FliprView::phaseEnded()
 
 void FliprView::waitForMark()
 {
-    // Never drawn, no longer waited for, or there.
-    if (!m_coverTime.isValid() || m_coverTime.hasExpired(coverDeadline.count()) || !m_mark->colour()
-        || m_mark->isThere())
+    const bool isDrawn = m_coverTime.isValid();
+    if (isDrawn && m_mark && m_mark->colour() && !m_coverTime.hasExpired(coverDeadline.count())) {
+        if (m_mark->isThere())
+            m_mark.reset();
+        // A compositor that is still drawing could show the half of an exchange.
+        m_phaseTimer.start(m_mark ? lookInterval : quietTime);
+    } else {
         begin();
-    else
-        m_phaseTimer.start(lookInterval);
+    }
 }
 
 // In pixels of the screen, counted from the corner of this view.
@@ -259,7 +263,7 @@ void FliprView::paintEvent(QPaintEvent *event)
 
 void FliprView::drawMark()
 {
-    if (m_mark->colour()) {
+    if (m_mark && m_mark->colour()) {
         QPainter painter(this);
         painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
         const QPoint onCard
@@ -269,7 +273,7 @@ void FliprView::drawMark()
     platform::revealOverlay(window());
     if (!m_coverTime.isValid()) {
         m_coverTime.start();
-        m_phaseTimer.start(m_mark->colour() ? lookInterval : coverTime);
+        m_phaseTimer.start(m_mark && m_mark->colour() ? lookInterval : coverTime);
     }
 }
 
