@@ -116,7 +116,7 @@ int main(int argc, char **argv)
         return *code;
 
     platform::raiseOpenFileLimit();
-    platform::preferPlatformThatPlacesWindows();
+    platform::preferNativePlatform();
     QApplication application(argc, argv);
     nameApplication();
     platform::SessionBus::shared().watch();

@@ -3,20 +3,33 @@
 
 #include "platform/desktop/Overlay.h"
 
+#include "platform/desktop/Wayland.h"
 #include "platform/desktop/X11.h"
 
 #include <QWidget>
+#include <QWindow>
 
 namespace platform {
 
 bool canPlaceOverlays()
 {
-    return x11Connection();
+    return x11Connection() || isOnWayland();
 }
 
-void prepareOverlay(QWidget *overlay, QWidget *)
+// A part of the window's surface, which may be larger than the window, and which a compositor neither moves
+// nor animates. A popup it would push on screen.
+bool overlaysAreRelative()
+{
+    return isOnWayland();
+}
+
+void prepareOverlay(QWidget *overlay, QWidget *window)
 {
     xcb_connection_t *connection = x11Connection();
+    if (isOnWayland()) {
+        overlay->winId();
+        overlay->windowHandle()->setParent(window->windowHandle());
+    }
     if (!connection)
         return;
     const auto id = static_cast<xcb_window_t>(overlay->winId());
@@ -34,7 +47,7 @@ void revealOverlay(QWidget *overlay)
 
 QRect overlayFrame(const QWidget *window, const QRect &part)
 {
-    return {window->mapToGlobal(part.topLeft()), part.size()};
+    return overlaysAreRelative() ? part : QRect(window->mapToGlobal(part.topLeft()), part.size());
 }
 
 QPoint cornerInOverlay(const QWidget *overlay, const QWidget *window, const QPoint &expected)

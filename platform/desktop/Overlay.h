@@ -12,6 +12,8 @@ namespace platform {
 
 // Whether the window system puts a window where it is asked to be.
 bool canPlaceOverlays();
+// Whether that is a place in the window below, because nobody knows where that one is on the desktop.
+bool overlaysAreRelative();
 
 // Before the overlay is shown: tells the window system what it belongs to, and compositors to leave it alone.
 void prepareOverlay(QWidget *overlay, QWidget *window);

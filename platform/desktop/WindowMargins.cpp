@@ -3,10 +3,11 @@
 
 #include "platform/desktop/WindowMargins.h"
 
+#include "platform/desktop/Wayland.h"
 #include "platform/desktop/X11.h"
 
 #include <QWidget>
-#include <cmath>
+#include <QWindow>
 #include <xcb/shape.h>
 
 namespace platform {
@@ -23,13 +24,8 @@ void letPointerThrough(
         0, 0, 1, &inner);
 }
 
-} // namespace
-
-void setWindowMargins(QWidget *window, const QMargins &margins)
+void setX11Margins(xcb_connection_t *connection, const QWidget *window, const QMargins &margins)
 {
-    xcb_connection_t *connection = x11Connection();
-    if (!connection)
-        return;
     const double ratio = window->devicePixelRatioF();
     const QMargins pixels = (QMarginsF(margins) * ratio).toMargins();
     const auto id = static_cast<xcb_window_t>(window->internalWinId());
@@ -39,6 +35,19 @@ void setWindowMargins(QWidget *window, const QMargins &margins)
     x11SetNumbers(connection, id, "_COMPTON_SHADOW", {0});
     letPointerThrough(connection, id, (QSizeF(window->size()) * ratio).toSize(), pixels);
     xcb_flush(connection);
+}
+
+} // namespace
+
+void setWindowMargins(QWidget *window, const QMargins &margins)
+{
+    if (xcb_connection_t *connection = x11Connection()) {
+        setX11Margins(connection, window, margins);
+    } else if (isOnWayland()) {
+        setWaylandMargins(window->windowHandle(), margins);
+        // There it is the pointer's alone, and cuts no picture.
+        window->windowHandle()->setMask(window->rect().marginsRemoved(margins));
+    }
 }
 
 } // namespace platform

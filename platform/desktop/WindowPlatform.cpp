@@ -7,12 +7,10 @@
 
 namespace platform {
 
-void preferPlatformThatPlacesWindows()
+void preferNativePlatform()
 {
-    const bool onWayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    const bool hasX11 = !qEnvironmentVariableIsEmpty("DISPLAY");
-    if (onWayland && hasX11 && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "wayland;xcb");
 }
 
 } // namespace platform

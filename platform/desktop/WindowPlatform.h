@@ -5,8 +5,9 @@
 
 namespace platform {
 
-// Cards are placed on the screen, which Wayland does not let a window do. Its X11 compatibility does, where
-// it is there; a platform that the user asked for is left alone. Before the application object is made.
-void preferPlatformThatPlacesWindows();
+// Has the toolkit speak to a Wayland compositor itself, wherever one runs: through XWayland, which some
+// releases of it prefer on some desktops, everything is blurred on a scaled screen. Where the toolkit has no
+// plugin for Wayland, and where the user has chosen, nothing changes. Before the application object is made.
+void preferNativePlatform();
 
 } // namespace platform

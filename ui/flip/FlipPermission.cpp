@@ -4,21 +4,15 @@
 #include "ui/flip/FlipPermission.h"
 #include "platform/desktop/Compositor.h"
 #include "platform/desktop/MotionPreference.h"
-
-#include <QGuiApplication>
+#include "platform/desktop/Overlay.h"
 
 namespace FlipPermission {
 
 namespace {
 
-bool windowsCanBePlaced()
-{
-    return QGuiApplication::platformName() == QLatin1String("xcb");
-}
-
 bool nothingIsAgainstIt()
 {
-    return windowsCanBePlaced() && platform::compositorRuns()
+    return platform::canPlaceOverlays() && platform::compositorRuns()
         && platform::MotionPreference::shared().animationsAllowed();
 }
 
@@ -31,7 +25,7 @@ bool granted()
 
 void prepare()
 {
-    if (windowsCanBePlaced())
+    if (platform::canPlaceOverlays())
         platform::MotionPreference::shared();
 }
 

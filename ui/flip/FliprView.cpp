@@ -112,7 +112,8 @@ QRectF FliprView::placeOver(const QRectF &initialFrame)
     QRectF frame = FlipGeometry::flippingFrame(initial, m_originalRect, m_uncutSize);
     m_uncutSize = frame.size();
     m_originalRect.setSize(initial.size());
-    frame = FlipGeometry::clippedToSize(frame, desktop.size());
+    if (!platform::overlaysAreRelative())
+        frame = FlipGeometry::clippedToSize(frame, desktop.size());
     return FlipGeometry::turnedOver(frame, desktop.height()).translated(desktop.topLeft());
 }
 
@@ -270,11 +271,12 @@ void FliprView::drawMark()
             = markOn(*m_stage) - (QPointF(m_stage->cardRect().topLeft()) * devicePixelRatioF()).toPoint();
         painter.fillRect(QRect(cardCorner() + onCard, QSize(1, 1)), *m_mark->colour());
     }
-    platform::revealOverlay(window());
-    if (!m_coverTime.isValid()) {
-        m_coverTime.start();
-        m_phaseTimer.start(m_mark && m_mark->colour() ? lookInterval : coverTime);
-    }
+    if (m_coverTime.isValid())
+        return;
+    m_coverTime.start();
+    m_phaseTimer.start(m_mark && m_mark->colour() ? lookInterval : coverTime);
+    // The picture reaches the window system at the end of this event.
+    QTimer::singleShot(0, this, [this] { platform::revealOverlay(window()); });
 }
 
 void FliprView::animationDidEnd(FliprAnimation *)
