@@ -158,12 +158,14 @@ class Seam:
         title = f"{self.name}@{self.scale}-{'forward' if button == 'Preferences' else 'back'}"
         for what, rest, start, stop in (
                 ("coming up", before, moments["begins"] - 0.04, moments["begins"]),
-                ("first frame", before, moments["begins"] + LATE, moments["turns"]),
+                ("first frame", before, moments["begins"], moments["turns"]),
                 ("last frame", after, moments["rests"] + LATE, moments["ends"]),
                 ("going", after, moments["ends"], moments["ends"] + AFTER)):
             seen = [(moment, picture) for moment, picture in frames if start <= moment < stop]
             if not seen and what != "coming up":
                 raise Failure(f"{title}: the {what} was not seen")
+            if what == "last frame":
+                seen = seen[-1:]  # a busy machine still shows the frames before it
             worst = max((largest_difference(rest, picture) for _, picture in seen), default=(0, 0))
             print(f"  {title:32} {what:12} {len(seen):3} looks, {worst[0]:3} levels, {worst[1]} beyond {LEVELS}", flush=True)
             self.worst = max(self.worst, worst[0])
