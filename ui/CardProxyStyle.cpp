@@ -55,6 +55,10 @@ void polishLabel(QLabel *label)
         label->setMinimumWidth(scaled(alertWidth));
     if (isAlert || is(label, "heading"))
         label->setFont(CardStyle::font(CardStyle::labelFontSize, QFont::DemiBold));
+    // A label would stand where its text's language begins; in a mirrored layout it stands where the layout
+    // does.
+    if (label->layoutDirection() == Qt::RightToLeft && !(label->alignment() & Qt::AlignAbsolute))
+        label->setAlignment(QStyle::visualAlignment(Qt::RightToLeft, label->alignment()) | Qt::AlignAbsolute);
     if (is(label, "field")) {
         label->setMargin(scaled(fieldPadding));
         label->setMinimumHeight(scaled(ControlPaint::fieldHeight));

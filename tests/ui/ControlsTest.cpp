@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "testbed/Waiting.h"
+#include "ui/CardStyle.h"
 #include "ui/ElidedLabel.h"
 #include "ui/LevelMeter.h"
 #include "ui/TimeLabel.h"
@@ -102,6 +103,25 @@ TEST(ValueSlider, IsDrawnToDetentsAndStepsWithItsKeys)
         QTest::keyClick(&slider, key);
         EXPECT_EQ(slider.amount(), expected);
     }
+}
+
+TEST(ValueSlider, IsFilledFromTheSideOfItsSmallestAmountInMirroredLayoutsToo)
+{
+    CardStyle::install();
+    ValueSlider slider;
+    slider.setScale(0, 1, 0.1);
+    slider.resize(200, 20);
+    slider.setAmount(0.5);
+    const auto thickness = [&slider](int x) {
+        const QImage picture = slider.grab({x, 0, 1, 20}).toImage();
+        int lit = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            lit += picture.pixelColor(0, y).lightness() > 200;
+        return lit;
+    };
+    EXPECT_GT(thickness(40), thickness(160));
+    slider.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_LT(thickness(40), thickness(160));
 }
 
 TEST(ValueSlider, KeepsAmountsExactAndAnnouncesThemOnceAlsoToScreenReaders)
