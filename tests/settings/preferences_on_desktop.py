@@ -72,6 +72,9 @@ class Preferences(RecorderTest):
         self.desktop.key("alt+s")
         # Of the two requests only this one had something to show.
         self.stand_ins.expect("shown file://.*/100%2520%20ok")
+        recorder.wait_for("check box", "Show each recording in the file manager").press()
+        settings = os.path.join(self.home, ".config", "flipside", "flipside.conf")
+        wait_until(lambda: "showInFinderWhenFinishRecording=false" in open(settings).read(), "the switch to be kept")
         recorder.turn_over("Done", "Preferences")
         recorder.end()
         self.reads(self.open(), Working_folder=folder, Quality_value="5.0", Bitrate_value="128kbps")
