@@ -97,6 +97,14 @@ class Measuring:
     def text(self, role, key):
         self.inside(f"{key}: text", "text", self.extents(role, key))
 
+    def mark(self, key):
+        """What stands before the text of a label."""
+        x, y, width, height = self.extents("label", key)
+        ground = self.picture.ground(x, y, width, height)
+        first = next(left for left in range(x, x + width)
+                     if contrast(self.picture.against(ground, left, y, 1, height), ground) > 1.5)
+        self.say(f"{key}: mark", "control", self.picture.against(ground, first, y, 9, height), ground)
+
     def icon(self, key):
         x, y, width, height = self.extents("button", key)
         self.inside(f"{key}: icon", "control", (x + width * 0.15, y + height * 0.15, width * 0.7, height * 0.7))
@@ -129,11 +137,13 @@ def main_card(measuring):
     measuring.edge("button", "Record", what="ring")
     measuring.text("label", "Elapsed time")
     measuring.text("label", "Status")
+    measuring.mark("Status")
     measuring.text("label", "Output file")
     shutil.rmtree(os.path.join(measuring.desk.home, "Music"))
     recorder.wait_status("The (folder|file) is gone.*")
     measuring.look("warning")
     measuring.text("label", "Status")
+    measuring.mark("Status")
     recorder.press("Stop")
     measuring.desk.desktop.xdotool("mousemove", 1, 1)
     recorder.button("Show in Folder")

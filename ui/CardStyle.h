@@ -40,9 +40,10 @@ struct Colours {
     QColor selectedText;
     QColor done; // and the chosen item of a menu
     QColor doneEdge;
-    // The one accent: the record control and the top of the level meter, nothing else.
+    // The one accent: for the record control, the mark of a recording and the top of the level meter alone.
     QColor record;
     QColor recordEdge; // none, where the disc stands out by itself
+    QColor recordMark; // on the card, without a disc: beside the status, and at the top of the level meter
     QColor warning;
     QColor focusRing;
 };

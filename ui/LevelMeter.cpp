@@ -32,7 +32,7 @@ QLinearGradient gradient(const QRectF &track)
     colours.setColorAt(0, green);
     colours.setColorAt(at(-18), green);
     colours.setColorAt(at(-9), yellow);
-    colours.setColorAt(at(-1), CardStyle::colours().record);
+    colours.setColorAt(at(-1), CardStyle::colours().recordMark);
     return colours;
 }
 
@@ -178,7 +178,7 @@ void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar
         painter.restore();
     }
     if (bar.clips) {
-        painter.setBrush(CardStyle::colours().record);
+        painter.setBrush(CardStyle::colours().recordMark);
         painter.drawRoundedRect(
             QRectF(track.right() - 3 * radius, track.top(), 3 * radius, track.height()), radius, radius);
     }

@@ -80,7 +80,7 @@ QRect StatusLabel::textRect() const
 
 QColor StatusLabel::markColour() const
 {
-    return m_mark == RecordingMark ? CardStyle::colours().record : palette().color(foregroundRole());
+    return m_mark == RecordingMark ? CardStyle::colours().recordMark : palette().color(foregroundRole());
 }
 
 void StatusLabel::paintEvent(QPaintEvent *)
