@@ -75,8 +75,8 @@ template <typename Stream> struct Opened {
 };
 
 // pause() lets through all that had been captured before the call, also what the server still held, as far as
-// 0.8 seconds allow, and nothing that was captured after it. The destructor ends capture at once. When either
-// has returned the client is not called with sound any more.
+// 0.8 seconds allow, and nothing that was captured after it; what the server does not give by then is a hole.
+// The destructor ends capture at once. When either has returned the client is not called with sound any more.
 class CaptureStream {
 public:
     virtual ~CaptureStream() = default;
