@@ -60,7 +60,9 @@ def server_frozen(bench, quick):
         time.sleep(5.5)
         sound.tell("thaw")
         sound.away.append((begin - 0.2, sound.position() + 1))
-        time.sleep(2)
+        # What has gathered before the server, half a second, it takes only a little faster than it comes: a program that
+        # is started now is as late.
+        time.sleep(4)
         runs[0].stop()
         for run in runs:
             run.finish()

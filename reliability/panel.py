@@ -73,8 +73,9 @@ class Panel:
 
     def walk(self, path=ROOT):
         for _, child in self.ask(path, "GetChildren"):
-            yield child
-            yield from self.walk(child)
+            if not child.endswith("/null"):  # of a list without rows
+                yield child
+                yield from self.walk(child)
 
     def find(self, role, key, deadline=20.0):
         """The path of the showing control with that role and that name or description; None at the deadline."""
