@@ -6,6 +6,7 @@
 #include "platform/Logging.h"
 #include "platform/PropertyListShape.h"
 
+#include <QScopedPointer>
 #include <cstdlib>
 #include <limits>
 #include <locale.h>
@@ -19,10 +20,6 @@ namespace {
 constexpr const char *archiverName = "NSKeyedArchiver";
 constexpr const char *rootClassName = "NSObject";
 constexpr quint64 archiveVersion = 100000;
-
-struct FreeDeleter {
-    void operator()(void *memory) const { std::free(memory); }
-};
 
 // Negative numbers have a constructor of their own since libplist 2.3; before, an unsigned one of 64 bits was
 // written as it is, and read by everyone as the negative number it stands for.
@@ -205,7 +202,7 @@ QByteArray KeyedEncoder::archive(const char *className) const
     char *bytes = nullptr;
     quint32 length = 0;
     plist_to_bin(archive.get(), &bytes, &length);
-    const std::unique_ptr<char, FreeDeleter> owner(bytes);
+    const std::unique_ptr<char, QScopedPointerPodDeleter> owner(bytes);
     return QByteArray(bytes, qsizetype(length));
 }
 

@@ -6,16 +6,13 @@
 #include <QDir>
 #include <QFile>
 #include <QHash>
+#include <QScopedPointer>
 #include <cstdlib>
 #include <memory>
 
 namespace platform {
 
 namespace {
-
-struct FreeDeleter {
-    void operator()(char *memory) const { std::free(memory); }
-};
 
 // Blanks and the like are written as a backslash and three octal digits.
 QByteArray unescaped(const QByteArray &field)
@@ -76,7 +73,7 @@ QByteArray joined(const QByteArray &folder, const QByteArray &below)
 
 QByteArray withoutLinks(const QByteArray &path)
 {
-    const std::unique_ptr<char, FreeDeleter> real(realpath(path.constData(), nullptr));
+    const std::unique_ptr<char, QScopedPointerPodDeleter> real(realpath(path.constData(), nullptr));
     return real ? QByteArray(real.get()) : path;
 }
 

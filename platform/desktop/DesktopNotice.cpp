@@ -20,10 +20,10 @@ namespace platform {
 namespace {
 
 // A service that the bus has to start first needs a while.
-constexpr std::chrono::milliseconds deadline = std::chrono::seconds(5);
+constexpr std::chrono::milliseconds notificationAnswersWithin = std::chrono::seconds(5);
 
-const QString service = u"org.freedesktop.Notifications"_s;
-const QString path = u"/org/freedesktop/Notifications"_s;
+const QString notifications = u"org.freedesktop.Notifications"_s;
+const QString notificationsPath = u"/org/freedesktop/Notifications"_s;
 
 // The text is the summary, which is always plain; a body may be read as markup. It stays until it is taken
 // back or the user closes it.
@@ -33,7 +33,8 @@ QDBusMessage notify(uint replaced, const QString &text)
     const QString identifier = QGuiApplication::desktopFileName();
     const QVariantMap hints{{u"desktop-entry"_s, identifier}, {u"category"_s, u"device.error"_s},
         {u"urgency"_s, QVariant::fromValue(uchar(2))}};
-    QDBusMessage call = QDBusMessage::createMethodCall(service, path, service, u"Notify"_s);
+    QDBusMessage call
+        = QDBusMessage::createMethodCall(notifications, notificationsPath, notifications, u"Notify"_s);
     call.setArguments({QGuiApplication::applicationDisplayName(), replaced, identifier, text, QString(),
         QStringList(), hints, untilTakenBack});
     return call;
@@ -41,7 +42,8 @@ QDBusMessage notify(uint replaced, const QString &text)
 
 QDBusMessage closeNotification(uint id)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(service, path, service, u"CloseNotification"_s);
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        notifications, notificationsPath, notifications, u"CloseNotification"_s);
     call.setArguments({id});
     call.setAutoStartService(false);
     return call;
@@ -100,10 +102,11 @@ void DesktopNotice::ask()
             u"AddNotification"_s, {QVariantMap{{u"title"_s, m_shown}, {u"priority"_s, u"urgent"_s}}});
     }
     if (!std::exchange(m_listening, true))
-        bus.connect(service, path, service, u"NotificationClosed"_s, this, SLOT(closed(uint, uint)));
+        bus.connect(notifications, notificationsPath, notifications, u"NotificationClosed"_s, this,
+            SLOT(closed(uint, uint)));
     m_asking = true;
     m_shown = m_wanted;
-    whenEnded(bus.asyncCall(notify(m_id, m_shown), deadline.count()), this,
+    whenEnded(bus.asyncCall(notify(m_id, m_shown), notificationAnswersWithin.count()), this,
         [this](const QDBusMessage &answer) { answered(answer); });
 }
 

@@ -21,8 +21,8 @@ namespace platform {
 
 namespace {
 
-const QString service = u"org.freedesktop.portal.Desktop"_s;
-const QString servicePath = u"/org/freedesktop/portal/desktop"_s;
+const QString portal = u"org.freedesktop.portal.Desktop"_s;
+const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 const QString requestInterface = u"org.freedesktop.portal.Request"_s;
 
 QString newToken()
@@ -68,10 +68,10 @@ void PortalRequest::ask(
     const QDBusConnection bus = SessionBus::shared().connection();
     const QString token = newToken();
     const QString sender = bus.baseService().mid(1).replace(u'.', u'_');
-    m_path = u"%1/request/%2/%3"_s.arg(servicePath, sender, token);
+    m_path = u"%1/request/%2/%3"_s.arg(portalPath, sender, token);
     follow();
 
-    QDBusMessage call = QDBusMessage::createMethodCall(service, servicePath, interface, method);
+    QDBusMessage call = QDBusMessage::createMethodCall(portal, portalPath, interface, method);
     options.insert(u"handle_token"_s, token);
     arguments.append(options);
     call.setArguments(arguments);
@@ -89,17 +89,17 @@ void PortalRequest::ask(
 void PortalRequest::follow()
 {
     QDBusConnection bus = SessionBus::shared().connection();
-    bus.connect(service, m_path, requestInterface, u"Response"_s, this, SLOT(answered(uint, QVariantMap)));
+    bus.connect(portal, m_path, requestInterface, u"Response"_s, this, SLOT(answered(uint, QVariantMap)));
     bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
         this, SLOT(fail()));
     auto *const watcher
-        = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForUnregistration, this);
+        = new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &PortalRequest::fail);
 }
 
 void PortalRequest::close() const
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(service, m_path, requestInterface, u"Close"_s);
+    QDBusMessage call = QDBusMessage::createMethodCall(portal, m_path, requestInterface, u"Close"_s);
     call.setAutoStartService(false);
     SessionBus::shared().connection().send(call);
 }

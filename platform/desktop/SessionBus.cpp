@@ -19,7 +19,7 @@ namespace platform {
 namespace {
 
 constexpr std::chrono::seconds looksEvery(2);
-constexpr std::chrono::seconds answersWithin(2);
+constexpr std::chrono::seconds busAnswersWithin(2);
 
 // Each connection has a name of its own: the library keeps what is dead under the old one.
 QString connectionName(int number)
@@ -97,7 +97,7 @@ void SessionBus::lookForIt()
             QDBusConnection::disconnectFromBus(dead);
             return openAnother(QDBusConnection::SessionBus, name);
         };
-        inquiry->ask(connects, answersWithin, LateAnswer::Adopted, [this](const auto &connection) {
+        inquiry->ask(connects, busAnswersWithin, LateAnswer::Adopted, [this](const auto &connection) {
             if (connection)
                 found(*connection);
         });

@@ -16,7 +16,7 @@ namespace platform {
 namespace {
 
 const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString settingsPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
 
 QStringList groupsOfInterest()
@@ -56,10 +56,10 @@ QList<bool> SettingsPortal::answersTo(const Reading &reading) const
 void SettingsPortal::askService()
 {
     QDBusConnection bus = SessionBus::shared().connection();
-    bus.connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
+    bus.connect(portalService, settingsPath, portalInterface, QStringLiteral("SettingChanged"), this,
         SLOT(settingChanged(QString, QString, QDBusVariant)));
     QDBusMessage question = QDBusMessage::createMethodCall(
-        portalService, portalPath, portalInterface, QStringLiteral("ReadAll"));
+        portalService, settingsPath, portalInterface, QStringLiteral("ReadAll"));
     question << groupsOfInterest();
     // A desktop that runs without the service is not made to start it.
     question.setAutoStartService(false);
