@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QWindow>
 
 namespace {
 
@@ -134,6 +135,9 @@ bool Stage::eventFilter(QObject *watched, QEvent *event)
         setWindowTitle(m_card->windowTitle());
     if (watched == m_card && event->type() == QEvent::Resize)
         fit();
+    // Some window managers hear only of what changes once they know the window.
+    if (watched == windowHandle() && event->type() == QEvent::Expose && std::exchange(m_isNew, false))
+        platform::setWindowMargins(this, m_margins);
     return QWidget::eventFilter(watched, event);
 }
 
@@ -165,6 +169,8 @@ void Stage::fit()
 void Stage::showEvent(QShowEvent *)
 {
     fit();
+    windowHandle()->installEventFilter(this);
+    m_isNew = true;
 }
 
 void Stage::prepareShadow()

@@ -51,6 +51,8 @@ private:
     void drawShadow(QPainter &painter, const QRect &part);
 
     QMargins m_margins;
+    // Shown, but not yet on the screen.
+    bool m_isNew = false;
     FlipShadow m_shadow;
     // What the shadow was prepared for.
     QSize m_shadowSize;
