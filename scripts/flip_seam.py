@@ -87,8 +87,8 @@ class Seam:
         # KWin shows the icon of a program that has just started at the pointer.
         config = self.desktop.env["XDG_CONFIG_HOME"]
         os.makedirs(config)
-        with open(os.path.join(config, "kwinrc"), "w") as file:
-            file.write("[Plugins]\nstartupfeedbackEnabled=false\n")
+        with open(os.path.join(config, "klaunchrc"), "w") as file:
+            file.write("[FeedbackStyle]\nBusyCursor=false\n")
         with self.desktop:
             self.program = self.desktop.start([self.binary], {
                 "QT_LOGGING_RULES": "flipside.ui.debug=true", "PULSE_SERVER": "unix:/nonexistent",
