@@ -84,17 +84,14 @@ class Seam:
     def run(self):
         self.desktop = Desktop(**DESKTOPS[self.name], scale=self.scale,
                                size=(int(900 * self.scale), int(760 * self.scale)))
-        # KWin shows the icon of a program that has just started at the pointer.
-        config = self.desktop.env["XDG_CONFIG_HOME"]
-        os.makedirs(config)
-        with open(os.path.join(config, "klaunchrc"), "w") as file:
-            file.write("[FeedbackStyle]\nBusyCursor=false\n")
         with self.desktop:
             self.program = self.desktop.start([self.binary], {
                 "QT_LOGGING_RULES": "flipside.ui.debug=true", "PULSE_SERVER": "unix:/nonexistent",
                 "QT_MESSAGE_PATTERN": "%{time yyyy-MM-ddThh:mm:ss.zzz} %{message}"})
             self.program.wait_for("button", "Preferences")
             wait_until(self.desktop.active_window_geometry, "the card to be active")
+            if self.name == "kwin_x11":
+                time.sleep(10)  # for which KWin shows the icon of a program that has just started at the pointer
             self.wait_until_at_rest()
             for button, back in (("Preferences", "Done"), ("Done", "Preferences")):
                 self.flip(button, back)
