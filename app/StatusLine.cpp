@@ -208,7 +208,7 @@ void StatusLine::lookAtOutputs(Troubles &troubles)
             troubles.unwritten = m_disk.timeOf(output.bytesLost);
         else if (isRecording(m_state))
             continue;
-        m_isEnding |= output.isEnding;
+        m_isEnding |= output.isUnseen;
         waiting += output.bytesWaiting;
         if (output.error)
             problem = platform::outputErrorReason(output.error);

@@ -89,10 +89,12 @@ void FileWriter::run()
     OpenOutputs::instance().add(shared_from_this());
     m_phase = Phase::Open;
     m_progress.notify_all();
-    do {
-        while (hasWork(lock))
+    while (hasWork(lock)) {
+        if (m_ring.isEmpty())
+            lookForFile(lock);
+        else
             writeSome(lock);
-    } while (!isThere(lock));
+    }
     if (m_isClosing) {
         lock.unlock();
         OpenOutputs::instance().remove(this);
@@ -121,22 +123,27 @@ bool FileWriter::isRefused() const
     return m_phase == Phase::Refused;
 }
 
-// Sleeps until there is something to write; false when nothing more is going to come.
+// Sleeps until there is something to write, or for a while after the last write: false when nothing more is
+// going to come.
 bool FileWriter::hasWork(std::unique_lock<std::mutex> &lock)
 {
-    m_wake.wait(lock, [this] { return !m_ring.isEmpty() || m_isReleased; });
-    return !m_ring.isEmpty();
+    const auto isCalled = [this] { return !m_ring.isEmpty() || m_isReleased; };
+    if (m_isSeen)
+        m_wake.wait(lock, isCalled);
+    else
+        m_wake.wait_for(lock, lookEvery, isCalled);
+    return !m_ring.isEmpty() || !m_isSeen;
 }
 
-// Whether what came can be reached; if not, the file has been looked for.
-bool FileWriter::isThere(std::unique_lock<std::mutex> &lock)
+// Once after the last write, and not later: whoever removes a recording then wants it so.
+void FileWriter::lookForFile(std::unique_lock<std::mutex> &lock)
 {
     lock.unlock();
     const bool isGone = m_file.isGone();
     lock.lock();
+    m_isSeen = !isGone;
     if (isGone)
         fail(lock, ENOENT);
-    return !isGone;
 }
 
 void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
@@ -159,6 +166,7 @@ void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
             fail(lock, error);
         return;
     }
+    m_isSeen = false;
     m_ring.takeOut(size_t(size));
     m_offset += size;
     m_end = std::max(m_end, m_offset);
@@ -313,8 +321,7 @@ void FileWriter::close()
 OutputState FileWriter::state() const
 {
     const std::scoped_lock lock(m_mutex);
-    const bool isEnding = m_isReleased && m_phase != Phase::Ended;
-    return {m_path, qint64(m_ring.size()), m_waitingSince, m_error, m_lost, isEnding};
+    return {m_path, qint64(m_ring.size()), m_waitingSince, m_error, m_lost, !m_isSeen};
 }
 
 bool FileWriter::finish(Clock::time_point deadline)

@@ -43,8 +43,8 @@ private:
 // whole call by call, the newest first, so that what is in the file stays a valid stream. Errors are taken as
 // passing: every write is tried again, at first after 100 ms, then every second, from the offset up to which
 // the file is complete. A file that is gone is looked for, too. Bytes count as written when the system has
-// taken them; they are not waited for any further (a kill loses none of them, a power cut may). At the end it
-// is looked once more whether the file is still there.
+// taken them; they are not waited for any further (a kill loses none of them, a power cut may). A
+// second after the last write it is looked once more whether the file is still there.
 //
 // The thread lives from open() to release() or close(), and beyond that until everything is in the file. The
 // descriptor stays open until close(). What waits when the process exits is given three seconds, together
@@ -88,7 +88,7 @@ private:
     int openFile();
     bool isRefused() const;
     bool hasWork(std::unique_lock<std::mutex> &lock);
-    bool isThere(std::unique_lock<std::mutex> &lock);
+    void lookForFile(std::unique_lock<std::mutex> &lock);
     void writeSome(std::unique_lock<std::mutex> &lock);
     void fail(std::unique_lock<std::mutex> &lock, int error);
     void findAgain(std::unique_lock<std::mutex> &lock);
@@ -108,6 +108,7 @@ private:
     Patience m_patience;
     qint64 m_offset = 0; // in the file, of the first byte in the ring
     qint64 m_end = 0; // of the file
+    bool m_isSeen = true; // the file, since the last write
     bool m_isReleased = false;
     bool m_isClosing = false;
     bool m_isAnnounced = false;

@@ -70,7 +70,7 @@ std::vector<OutputState> outputStates()
     std::vector<OutputState> states;
     for (const auto &writer : OpenOutputs::instance().all()) {
         OutputState state = writer->state();
-        if (state.bytesWaiting > 0 || state.error != 0 || state.bytesLost > 0 || state.isEnding)
+        if (state.bytesWaiting > 0 || state.error != 0 || state.bytesLost > 0 || state.isUnseen)
             states.push_back(std::move(state));
     }
     return states;

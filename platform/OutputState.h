@@ -23,8 +23,8 @@ struct OutputState {
     int error = 0;
     // Bytes for which there was no memory, or that went with a disk. Never goes back.
     qint64 bytesLost = 0;
-    // Nothing more is given to it, and it is not known yet whether everything is there.
-    bool isEnding = false;
+    // It is not known yet whether what was written last is in a file that can be found.
+    bool isUnseen = false;
 };
 
 // Of each file that has bytes waiting, an error or a loss, or is just ending, also of recordings that have

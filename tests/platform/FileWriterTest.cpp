@@ -97,7 +97,7 @@ TEST(FileWriter, NobodyWaitsForADiskThatStallsAndEverythingIsInTheFileAfterwards
     disk.fault("write delay 100");
     EXPECT_TRUE(disk.isComplete());
     EXPECT_LT(timer.elapsed(), 10000);
-    EXPECT_TRUE(platform::outputStates().empty());
+    EXPECT_TRUE(waitUntil([] { return platform::outputStates().empty(); }));
     EXPECT_EQ(disk.log.lines().join(u'\n').toStdString(),
         "Cannot write " + disk.path.toStdString()
             + ": the disk does not answer. What comes meanwhile waits in memory.\n" + disk.path.toStdString()
@@ -250,10 +250,13 @@ TEST(FileWriter, AFileThatIsGoneWithItsFolderIsThereAgainWithIt)
     }));
     EXPECT_TRUE(disk.isComplete());
     EXPECT_EQ(disk.stream.state().bytesLost, 0);
-    // Too late to be seen by a write.
+    // Too late to be seen by a write; and then on purpose.
+    ASSERT_TRUE(QFile::remove(disk.path));
+    EXPECT_TRUE(waitUntil([&] { return fileContents(disk.path) == disk.expected; }));
+    EXPECT_TRUE(waitUntil([&] { return !disk.stream.state().isUnseen; }));
     ASSERT_TRUE(QFile::remove(disk.path));
     disk.stream.close();
-    EXPECT_TRUE(waitUntil([&] { return fileContents(disk.path) == disk.expected; }));
+    EXPECT_FALSE(QFile::exists(disk.path));
 }
 
 // An information frame in the wrong place, and a thread or a descriptor for every take that there was.

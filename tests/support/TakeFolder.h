@@ -17,7 +17,7 @@ struct TakeFolder : QTemporaryDir {
     ~TakeFolder()
     {
         waitUntil(
-            [] { return std::ranges::none_of(platform::outputStates(), &platform::OutputState::isEnding); });
+            [] { return std::ranges::none_of(platform::outputStates(), &platform::OutputState::isUnseen); });
     }
 };
 
