@@ -182,8 +182,8 @@ void FliprView::begin()
     m_finalImage = FlipPicture(m_finalWindow, ratio);
     if (m_picture.isNull())
         m_picture = m_finalImage;
-    m_shift = QPoint();
-    m_shift = cardCorner() - pixels(quadrilateral(0)).first().toPoint();
+    m_shift = QPointF();
+    m_shift = cardCorner() - pixels(quadrilateral(0)).first();
     m_phase = Phase::Beginning;
     m_drawn = rect();
     {

@@ -104,7 +104,7 @@ private:
     QElapsedTimer m_coverTime;
     // From where the card should lie by its device-independent place to where it lies, in pixels of the
     // screen.
-    QPoint m_shift;
+    QPointF m_shift;
     FlipPicture m_picture;
     // Until the middle of the turn.
     FlipPicture m_finalImage;
