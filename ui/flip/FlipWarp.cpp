@@ -114,7 +114,9 @@ void FlipWarp::drawColumns(QRgb *row, std::size_t first, std::size_t end)
         const int y = std::clamp(column.height >> pointBits, 0, last);
         const QRgb *upper = source + y * stride + column.x;
         const auto down = static_cast<quint16>(column.height >> 8 & 0xff);
-        column.height += column.step;
+        // A column that is seen nearly from its edge leaves the range of numbers; it stays on its side then.
+        int below = 0;
+        column.height = __builtin_add_overflow(column.height, column.step, &below) ? column.height : below;
         return mixed(pixelPair(upper), pixelPair(upper + stride), down);
     };
     // Two columns at a time; what is drawn of an odd last one's neighbour is thrown away.
