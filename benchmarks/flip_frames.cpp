@@ -106,11 +106,11 @@ template <typename Value> Value percentile(std::vector<Cost> &costs, Value Cost:
 
 int measure(const char *scale)
 {
+    Stage stage;
     // What is on a card costs nothing in a frame: its picture is taken once.
     CardWindow front(CardWindow::MinimiseButton | CardWindow::CloseButton);
     CardWindow back;
     const auto always = FlipPermission::judge().replace([] { return true; });
-    Stage stage;
     stage.addCard(&front);
     stage.move(100, 100);
     stage.show();
