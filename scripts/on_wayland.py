@@ -164,7 +164,8 @@ def main():
             session.program.wait_for("button", "Preferences")
             time.sleep(1)
             paths = [session.take("rest"), session.flip("Preferences", "Done"), session.flip("Done", "Preferences")]
-            session.program.end()
+            if code := session.program.end():
+                raise Failure(f"the program ended with {code}")
             print(f"  {name}: the card is at {[card_place(path) for path in paths if path]}")
             if all(paths):
                 answer = subprocess.run(["compare", "-metric", "AE", "-fuzz", "6%", paths[0], paths[2], "null:"],

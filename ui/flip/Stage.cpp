@@ -5,6 +5,7 @@
 #include "platform/ThreadCheck.h"
 #include "platform/desktop/Compositor.h"
 #include "platform/desktop/WindowMargins.h"
+#include "ui/flip/NSWindow_Flipr.h"
 
 #include <QEvent>
 #include <QPaintEvent>
@@ -67,7 +68,11 @@ Stage::Stage(QWidget *parent)
     connect(&platform::CompositorWatch::shared(), &platform::CompositorWatch::changed, this, &Stage::fit);
 }
 
-Stage::~Stage() = default;
+// The flipping window may be a part of this one's surface, and would be left with a surface that is gone.
+Stage::~Stage()
+{
+    NSWindow_Flipr::releaseFlippingWindow();
+}
 
 Stage *Stage::of(const QWidget *card)
 {
