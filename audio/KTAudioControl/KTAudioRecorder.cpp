@@ -95,7 +95,10 @@ KTAudioRecorder::Private::~Private()
     m_stream.reset();
     if (!m_queue)
         return;
-    m_queue->waitUntilDelivered(pauseDeadline);
+    if (!m_queue->waitUntilDelivered(pauseDeadline))
+        qCWarning(lcAudio,
+            "What was captured last from %s is not recorded: what comes before it took too long.",
+            qUtf8Printable(m_sourceKey));
     m_queue->end();
 }
 

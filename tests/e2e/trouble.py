@@ -47,15 +47,15 @@ class Devices(RecorderTest):
             recorder.wait_elapsed(recorder.elapsed + 1.5)
             self.assertEqual(recorder.status, "Recording from Line & Co")
 
-    def test_an_unplugged_microphone_is_missed_and_goes_on_when_it_is_back(self):
+    def check_that_it_is_missed(self, away, back):
         recorder = self.start()
         recorder.record()
         recorder.wait_elapsed(1)
-        self.sound.tell("unload " + MICROPHONE)
+        self.sound.tell(away)
         recorder.wait_status(f"No sound is arriving from {MICROPHONE}", SAID_WITHIN)
         shown = recorder.elapsed
         self.assertTrue(recorder.button("Stop").enabled)
-        self.sound.tell(f"load {MICROPHONE}=tone")
+        self.sound.tell(back)
         lacking = rf"\d+(\.\d)? s are missing: {MICROPHONE} was away"
         recorder.wait_status(lacking)
         recorder.wait_elapsed(shown + 1)
@@ -63,6 +63,13 @@ class Devices(RecorderTest):
         wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
         self.assertRegex(recorder.status, lacking)
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
+
+    def test_an_unplugged_microphone_is_missed_and_goes_on_when_it_is_back(self):
+        self.check_that_it_is_missed(f"unload {MICROPHONE}", f"load {MICROPHONE}=tone")
+
+    def test_a_suspended_microphone_is_missed_and_goes_on_when_it_is_back(self):
+        suspend = "pactl suspend-source @DEFAULT_SOURCE@ "
+        self.check_that_it_is_missed(suspend + "1", suspend + "0")
 
     def test_without_a_server_the_start_fails_and_says_so(self):
         self.sound.tell("kill")

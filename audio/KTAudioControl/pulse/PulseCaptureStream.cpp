@@ -65,6 +65,7 @@ private:
     void stopped() override;
     void devicesListed() override;
 
+    void suspendedChanged();
     void readAvailable();
     void ticked();
     void backlogKnown();
@@ -86,6 +87,7 @@ private:
     bool m_deliver = false; // neither paused nor still throwing away what a pause has left behind
     bool m_paused = false;
     bool m_lost = false;
+    bool m_suspended = false;
     PulseOperationHandle m_flush;
 
     CaptureClock m_clock;
@@ -133,8 +135,7 @@ void PulseCaptureStream::OnLoop::connectStream(pa_stream *stream)
     const auto readable
         = [](pa_stream *, std::size_t, void *self) { static_cast<OnLoop *>(self)->readAvailable(); };
     pa_stream_set_read_callback(stream, readable, this);
-    // A device that is suspended, as when another user has the screen, is away.
-    const auto suspended = [](pa_stream *, void *self) { static_cast<OnLoop *>(self)->m_clock.restart(); };
+    const auto suspended = [](pa_stream *, void *self) { static_cast<OnLoop *>(self)->suspendedChanged(); };
     pa_stream_set_suspended_callback(stream, suspended, this);
     pa_buffer_attr buffer{};
     buffer.maxlength = spec().bytesIn(serverBuffer);
@@ -142,6 +143,22 @@ void PulseCaptureStream::OnLoop::connectStream(pa_stream *stream)
     const auto flags
         = PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY | (m_paused ? PA_STREAM_START_CORKED : 0);
     pa_stream_connect_record(stream, m_sourceKey.toUtf8().constData(), &buffer, pa_stream_flags_t(flags));
+}
+
+// A device that is suspended, as when another user has the screen, is away. During a pause the server may
+// suspend it because nobody listens.
+void PulseCaptureStream::OnLoop::suspendedChanged()
+{
+    m_clock.restart();
+    const bool suspended = pa_stream_is_suspended(stream()) > 0 && !m_paused;
+    if (m_lost || std::exchange(m_suspended, suspended) == suspended)
+        return;
+    m_feed.client().call([suspended](CaptureClient &client) {
+        if (suspended)
+            client.captureLost();
+        else
+            client.captureBack();
+    });
 }
 
 void PulseCaptureStream::OnLoop::streamReady()
@@ -167,6 +184,7 @@ void PulseCaptureStream::OnLoop::streamLost()
     judge(m_pause ? m_pressed : Moment::now(), 0);
     m_feed.flush();
     cutNow();
+    m_suspended = false;
     if (!std::exchange(m_lost, true))
         m_feed.client().call([](CaptureClient &client) { client.captureLost(); });
     connection().retryLater();
