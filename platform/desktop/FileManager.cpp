@@ -66,7 +66,7 @@ void askPortal(const QUrl &fileUrl)
         PortalRequest::send(u"org.freedesktop.portal.OpenURI"_s, u"OpenDirectory"_s,
             {noWindow, QVariant::fromValue(*file)}, {}, answersWithin,
             [fileUrl](PortalRequest::Outcome outcome, const QVariantMap &) {
-                if (outcome == PortalRequest::Outcome::Failed)
+                if (outcome == PortalRequest::Outcome::Failed || outcome == PortalRequest::Outcome::Ended)
                     openFolder(fileUrl);
             });
     };

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/FolderChooser.h"
 
+#include "platform/Inquiry.h"
 #include "platform/desktop/PortalFolderChooser.h"
 #include "platform/desktop/SessionBus.h"
 
@@ -13,6 +14,8 @@
 namespace platform {
 
 namespace {
+
+constexpr std::chrono::milliseconds diskAnswersWithin{150};
 
 class FolderSheet : public QFileDialog {
 public:
@@ -47,10 +50,18 @@ private:
     FolderChoice m_choice;
 };
 
-QString usersMusic()
+// What the chooser opens with it asks for on the main thread, so that a disk that does not answer is left to
+// the user.
+bool isThere(const QString &folder)
+{
+    return !folder.isEmpty()
+        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, diskAnswersWithin).value_or(false);
+}
+
+QString placeToBegin(const QString &wanted)
 {
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
-    return QDir(music).exists() ? music : QDir::homePath();
+    return isThere(wanted) ? wanted : isThere(music) ? music : QDir::homePath();
 }
 
 QDialog *openChooser(const QWidget *window)
@@ -84,8 +95,7 @@ void askDesktop(QWidget *window, const FolderQuestion &question, FolderChoice ch
         return choice({});
     }
     FolderQuestion whole = question;
-    if (whole.beginIn.isEmpty())
-        whole.beginIn = usersMusic();
+    whole.beginIn = placeToBegin(question.beginIn);
     if (!SessionBus::shared().connection().isConnected())
         return openSheet(window, whole, std::move(choice));
     new PortalFolderChooser(window, whole, std::move(choice),

@@ -89,7 +89,8 @@ void PortalRequest::ask(
 void PortalRequest::follow()
 {
     QDBusConnection bus = SessionBus::shared().connection();
-    bus.connect(portal, m_path, requestInterface, u"Response"_s, this, SLOT(answered(uint, QVariantMap)));
+    // Without a name, or the toolkit would ask the bus for its owner and wait for the answer.
+    bus.connect({}, m_path, requestInterface, u"Response"_s, this, SLOT(answered(uint, QVariantMap)));
     bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
         this, SLOT(fail()));
     auto *const watcher
@@ -106,7 +107,7 @@ void PortalRequest::close() const
 
 void PortalRequest::answered(uint response, const QVariantMap &results)
 {
-    end(response == 0 ? Outcome::Done : response == 1 ? Outcome::Cancelled : Outcome::Failed, results);
+    end(response == 0 ? Outcome::Done : response == 1 ? Outcome::Cancelled : Outcome::Ended, results);
 }
 
 void PortalRequest::fail()

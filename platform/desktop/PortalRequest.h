@@ -19,7 +19,8 @@ class PortalRequest : public QObject {
     Q_OBJECT
 
 public:
-    enum class Outcome { Done, Cancelled, Failed };
+    // Ended: in some other way. The portal does not say whether a chooser's window was closed or broke.
+    enum class Outcome { Done, Cancelled, Ended, Failed };
     // From the main loop, once; `Failed` also where there is no portal, where it has not taken the question
     // by the deadline, and where it ends before it has answered, or the bus.
     using Report = std::function<void(Outcome outcome, const QVariantMap &results)>;

@@ -56,7 +56,8 @@ QList<bool> SettingsPortal::answersTo(const Reading &reading) const
 void SettingsPortal::askService()
 {
     QDBusConnection bus = SessionBus::shared().connection();
-    bus.connect(portalService, settingsPath, portalInterface, QStringLiteral("SettingChanged"), this,
+    // Without a name, or the toolkit would ask the bus for its owner and wait for the answer.
+    bus.connect({}, settingsPath, portalInterface, QStringLiteral("SettingChanged"), this,
         SLOT(settingChanged(QString, QString, QDBusVariant)));
     QDBusMessage question = QDBusMessage::createMethodCall(
         portalService, settingsPath, portalInterface, QStringLiteral("ReadAll"));

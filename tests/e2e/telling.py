@@ -148,7 +148,7 @@ class Chooser(TellingTest):
         os.mkdir(music)
         desktop = self.services()
         recorder = self.start()
-        for response, status in ((1, "Ready"), (0, "Recording from .*")):
+        for response, status in ((1, "Ready"), (2, "Ready"), (0, "Recording from .*")):
             recorder.click("Record")
             window = self.desktop.xdotool("getactivewindow")
             desktop.expect(f"chooser x11:{int(window):x} {music} {self.QUESTION}")
