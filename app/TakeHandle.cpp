@@ -4,6 +4,7 @@
 #include "app/TakeHandle.h"
 
 #include "app/AppDelegate.h"
+#include "platform/OutputState.h"
 #include "platform/desktop/Opener.h"
 
 #include <QAction>
@@ -13,6 +14,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <algorithm>
 
 TakeHandle::TakeHandle(AppDelegate *delegate, QWidget *line, QWidget *button)
     : QObject(line)
@@ -40,12 +42,20 @@ void TakeHandle::fillMenu()
     QAction *const open = m_menu->addAction(tr("Open"));
     connect(
         open, &QAction::triggered, this, [this] { platform::openOnDesktop(m_delegate->currentOutputURL()); });
-    connect(m_menu, &QMenu::aboutToShow, open,
-        [this, open] { open->setEnabled(m_delegate->visibleShowInFinder()); });
+    connect(m_menu, &QMenu::aboutToShow, open, [this, open] { open->setEnabled(isWhole()); });
     connect(m_menu->addAction(tr("Show in Folder")), &QAction::triggered, this,
         [this] { m_delegate->showOutputInFinder(this); });
     connect(m_menu->addAction(tr("Copy Path")), &QAction::triggered, this,
         [this] { QApplication::clipboard()->setText(m_delegate->currentOutputFile()); });
+}
+
+// Nor is a file given away that waits for its disk: what takes a copy would get its beginning.
+bool TakeHandle::isWhole() const
+{
+    return m_delegate->visibleShowInFinder()
+        && std::ranges::none_of(platform::outputStates(), [this](const platform::OutputState &output) {
+               return output.path == m_delegate->currentOutputFile() && output.bytesWaiting > 0;
+           });
 }
 
 // A file that is still being written is not given away.
@@ -71,7 +81,7 @@ bool TakeHandle::eventFilter(QObject *watched, QEvent *event)
 
 void TakeHandle::drag()
 {
-    if (!m_delegate->visibleShowInFinder())
+    if (!isWhole())
         return;
     auto *file = new QMimeData;
     file->setUrls({m_delegate->currentOutputURL()});

@@ -25,6 +25,7 @@ protected:
 private:
     void offerMenu(QWidget *widget);
     void fillMenu();
+    bool isWhole() const;
     void followState();
     void drag();
 
