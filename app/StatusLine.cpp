@@ -9,7 +9,6 @@
 #include "platform/ThreadCheck.h"
 
 #include <QFileInfo>
-#include <QTimer>
 #include <QTimerEvent>
 
 using namespace Qt::StringLiterals;
@@ -22,7 +21,7 @@ constexpr int intervalMilliseconds = 500;
 constexpr std::chrono::milliseconds diskAnswersWithin{1200};
 // A disk that keeps step takes what it is given much faster.
 constexpr std::chrono::milliseconds longestWrite{1000};
-// For a trouble that was short.
+// For a trouble that was short, and for news.
 constexpr std::chrono::milliseconds toldAtLeast{3000};
 
 std::chrono::milliseconds recordedTime(const HBRecordingTask &task)
@@ -57,7 +56,7 @@ StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent
     connect(delegate, &AppDelegate::currentDeviceChanged, this, &StatusLine::refresh);
     connect(delegate, &AppDelegate::currentDeviceReplaced, this, &StatusLine::followReplacedDevice);
     connect(delegate, &AppDelegate::inputMuteChanged, this, &StatusLine::refresh);
-    connect(delegate, &AppDelegate::problemChanged, this, &StatusLine::refresh);
+    connect(delegate, &AppDelegate::problemChanged, this, &StatusLine::followProblem);
     followState();
 }
 
@@ -76,24 +75,43 @@ void StatusLine::followState()
         m_disk.start(steady_clock::now());
     }
     m_replacement.clear();
-    m_replacementIsNew = false;
+    if (m_state != RecorderStateIdle)
+        m_news = News::Nothing;
     refresh();
 }
 
 void StatusLine::followReplacedDevice()
 {
     m_replacement = m_delegate->currentDevice();
-    // What the last recording lacks is told on after that.
-    m_replacementIsNew = m_state == RecorderStateIdle;
-    QTimer::singleShot(toldAtLeast, this, [this] {
-        m_replacementIsNew = false;
+    if (m_state == RecorderStateIdle)
+        tellFirst(News::Replacement);
+    else
         refresh();
-    });
+}
+
+void StatusLine::followProblem()
+{
+    if (m_delegate->problem().isEmpty())
+        refresh();
+    else
+        tellFirst(News::Problem);
+}
+
+// What the last recording lacks is told on after that.
+void StatusLine::tellFirst(News news)
+{
+    m_news = news;
+    m_newsTimer.start(int(toldAtLeast.count()), this);
     refresh();
 }
 
 void StatusLine::timerEvent(QTimerEvent *event)
 {
+    if (event->timerId() == m_newsTimer.timerId()) {
+        m_newsTimer.stop();
+        m_news = News::Nothing;
+        return refresh();
+    }
     if (event->timerId() != m_timer.timerId())
         return QObject::timerEvent(event);
     if (isRecording(m_state) || isMissed())
@@ -155,18 +173,28 @@ QString StatusLine::trouble()
         m_timer.stop();
     else if (!m_timer.isActive())
         m_timer.start(intervalMilliseconds, this);
-    if (!m_delegate->problem().isEmpty())
+    if (isProblemTold(troubles))
         return m_delegate->problem();
     return isPlaying(m_state)
         ? QString()
         : troubles.sentence(isRecording(m_state) ? m_device : m_delegate->currentDevice());
 }
 
+// Why a command could not be done is no reason to keep quiet about what the next recording would suffer from.
+bool StatusLine::isProblemTold(const Troubles &troubles) const
+{
+    if (m_delegate->problem().isEmpty())
+        return false;
+    return m_state != RecorderStateIdle || m_news == News::Problem
+        || (m_news != News::Replacement && !troubles.muted && troubles.diskProblem.isEmpty()
+            && !m_delegate->currentDevice().isEmpty());
+}
+
 Troubles StatusLine::troubles()
 {
     Troubles troubles;
     lookAtOutputs(troubles);
-    if (!m_replacementIsNew)
+    if (m_news != News::Replacement)
         lookForHoles(troubles);
     troubles.muted = isMuted();
     if (isRecording(m_state)) {

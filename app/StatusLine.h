@@ -15,8 +15,9 @@ class AppDelegate;
 
 // The one honest line: what the recorder is doing, from which device, and what is wrong when something is.
 // What the last recording lacks is said until the next one, and why a command could not be done until the
-// next command. It only looks: it changes no state and shows no dialog. While nothing is recorded, nothing
-// waits for a disk, and no file is missed, it does not wake up at all. Main thread only.
+// next command, unless something else is in the way of the next recording. It only looks: it changes no state
+// and shows no dialog. While nothing is recorded, nothing waits for a disk, and no file is missed, it does
+// not wake up at all. Main thread only.
 class StatusLine : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
@@ -45,6 +46,10 @@ private:
     void judgeDisk(const platform::DiskState &disk);
     void refresh();
     void followReplacedDevice();
+    void followProblem();
+    enum class News { Nothing, Replacement, Problem };
+    void tellFirst(News news);
+    bool isProblemTold(const Troubles &troubles) const;
     QString stateText() const;
     QString idleText() const;
     QString trouble();
@@ -67,7 +72,8 @@ private:
     QString m_device; // of the recording; the choice for the next one may differ
     std::uint32_t m_deviceID = 0;
     QString m_replacement; // the device that came in place of the chosen one
-    bool m_replacementIsNew = false;
+    News m_news = News::Nothing; // goes before what is not as new
+    QBasicTimer m_newsTimer;
     QString m_text;
     bool m_warning = false;
 };

@@ -122,6 +122,19 @@ TEST_F(StatusLineTest, NeverSaysReadyOverARecordingThatLacksSomething)
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
 }
 
+TEST_F(StatusLineTest, TellsADeviceThatTookThePlaceOfTheChosenOneBeforeAnOldProblem)
+{
+    SoundWatch watch;
+    const StatusLine status(&delegate, &watch);
+    bringTo(RecorderStateRecording);
+    delegate.stopAction();
+    EXPECT_TRUE(QFile::remove(delegate.currentOutputFile()));
+    delegate.playAction();
+    EXPECT_TRUE(testbed::waitUntil([&] { return status.text().startsWith(u"Cannot play"_s); }));
+    sound->setDevices(QStringList{u"Monitor"_s});
+    EXPECT_TRUE(testbed::waitUntil([&] { return status.text() == u"Input device is now Monitor"_s; }));
+}
+
 TEST_F(StatusLineTest, ADiskThatNeverAnswersConcernsOneRecordingOnly)
 {
     const auto opened = std::make_shared<std::promise<void>>();
