@@ -74,10 +74,16 @@ void StatusLine::followState()
         }
         m_disk.start(steady_clock::now());
     }
-    m_replacement.clear();
-    if (m_state != RecorderStateIdle)
+    if (previous == RecorderStateIdle) {
+        m_replacement.clear();
         m_news = News::Nothing;
-    refresh();
+    }
+    // A device that was away during its own recording is back.
+    if (m_state == RecorderStateIdle && !m_replacement.isEmpty()
+        && (isPlaying(previous) || m_replacement != m_device))
+        tellFirst(News::Replacement);
+    else
+        refresh();
 }
 
 void StatusLine::followReplacedDevice()

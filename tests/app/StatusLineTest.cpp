@@ -122,12 +122,15 @@ TEST_F(StatusLineTest, NeverSaysReadyOverARecordingThatLacksSomething)
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
 }
 
-TEST_F(StatusLineTest, TellsADeviceThatTookThePlaceOfTheChosenOneBeforeAnOldProblem)
+TEST_F(StatusLineTest, TellsADeviceThatTookThePlaceOfTheChosenOneAfterATakeAndBeforeAnOldProblem)
 {
     SoundWatch watch;
     const StatusLine status(&delegate, &watch);
     bringTo(RecorderStateRecording);
+    sound->setDevices(QStringList{u"Other"_s});
+    EXPECT_TRUE(testbed::waitUntil([&] { return delegate.currentDevice() == u"Other"_s; }));
     delegate.stopAction();
+    EXPECT_EQ(status.text(), u"Input device is now Other"_s);
     EXPECT_TRUE(QFile::remove(delegate.currentOutputFile()));
     delegate.playAction();
     EXPECT_TRUE(testbed::waitUntil([&] { return status.text().startsWith(u"Cannot play"_s); }));
