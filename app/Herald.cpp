@@ -6,6 +6,7 @@
 #include "app/AppDelegate.h"
 #include "app/StatusLine.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QRegularExpression>
 #include <QWidget>
@@ -21,18 +22,13 @@ QString withoutDurations(QString text)
     return text.remove(duration).simplified();
 }
 
-// Window systems do not say whether a window is covered, but whoever looks at the card has it in front.
-bool isInFront()
-{
-    return QGuiApplication::applicationState() == Qt::ApplicationActive;
-}
-
 } // namespace
 
 Herald::Herald(const AppDelegate *delegate, const StatusLine *line, QWidget *card)
     : QObject(card)
     , m_delegate(delegate)
     , m_line(line)
+    , m_card(card)
     , m_announcer(card)
     , m_state(delegate->state())
     , m_told(line->text())
@@ -41,6 +37,21 @@ Herald::Herald(const AppDelegate *delegate, const StatusLine *line, QWidget *car
     connect(line, &StatusLine::warningChanged, this, &Herald::followNotice);
     connect(delegate, &AppDelegate::stateChanged, this, &Herald::tell);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &Herald::followNotice);
+    card->installEventFilter(this);
+}
+
+// The cards turn over.
+bool Herald::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
+        followNotice();
+    return QObject::eventFilter(watched, event);
+}
+
+// Window systems do not say whether a window is covered, but whoever looks at the card has it in front.
+bool Herald::isInFront() const
+{
+    return m_card->isVisible() && QGuiApplication::applicationState() == Qt::ApplicationActive;
 }
 
 void Herald::tell()

@@ -4,6 +4,7 @@
 #include "app/WindowTitle.h"
 
 #include "app/AppDelegate.h"
+#include "ui/flip/Stage.h"
 
 #include <QWidget>
 
@@ -48,19 +49,28 @@ void WindowTitle::followTime()
     show();
 }
 
-// The same title again changes nothing, and is not told to the window system.
+// The same title again changes nothing, and is not told to the window system. Another card may be up while a
+// recording is started by another program.
 void WindowTitle::show()
+{
+    m_card->setWindowTitle(titled(m_name));
+    Stage *const stage = Stage::of(m_card);
+    if (stage && stage->card() && stage->card() != m_card)
+        stage->setWindowTitle(titled(stage->card()->windowTitle()));
+}
+
+QString WindowTitle::titled(const QString &name) const
 {
     switch (m_state) {
     case RecorderStateRecording:
-        return m_card->setWindowTitle(tr("Recording %1 - %2").arg(m_time, m_name));
+        return tr("Recording %1 - %2").arg(m_time, name);
     case RecorderStateRecordingPaused:
-        return m_card->setWindowTitle(tr("Paused %1 - %2").arg(m_time, m_name));
+        return tr("Paused %1 - %2").arg(m_time, name);
     case RecorderStatePlaying:
-        return m_card->setWindowTitle(tr("Playing - %1").arg(m_name));
+        return tr("Playing - %1").arg(name);
     case RecorderStatePlayingPaused:
-        return m_card->setWindowTitle(tr("Playback paused - %1").arg(m_name));
+        return tr("Playback paused - %1").arg(name);
     default:
-        return m_card->setWindowTitle(m_name);
+        return name;
     }
 }

@@ -8,8 +8,9 @@
 class AppDelegate;
 class QWidget;
 
-// Keeps the title of the main card: what is being done, and how much has been recorded, to the second, so
-// that it is read in the task bar too: "Recording 00:12 - Flipside". Main thread only.
+// Keeps the title of the main card, and of the window while another card is up: what is being done, and how
+// much has been recorded, to the second, so that it is read in the task bar too: "Recording 00:12 -
+// Flipside". Main thread only.
 class WindowTitle : public QObject {
     Q_OBJECT
 
@@ -21,6 +22,7 @@ private:
     void followState();
     void followTime();
     void show();
+    QString titled(const QString &name) const;
 
     const AppDelegate *m_delegate;
     QWidget *m_card;
