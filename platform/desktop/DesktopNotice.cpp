@@ -8,6 +8,7 @@
 #include "platform/desktop/PendingCall.h"
 #include "platform/desktop/SessionBus.h"
 
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QGuiApplication>
@@ -19,8 +20,9 @@ namespace platform {
 
 namespace {
 
-// A service that the bus has to start first needs a while.
-constexpr std::chrono::milliseconds notificationAnswersWithin = std::chrono::seconds(5);
+// A service that the bus has to start first needs a while, and only one that has answered can be told to take
+// the notification back.
+constexpr std::chrono::milliseconds notificationAnswersWithin = std::chrono::seconds(25);
 
 const QString notifications = u"org.freedesktop.Notifications"_s;
 const QString notificationsPath = u"/org/freedesktop/Notifications"_s;
@@ -47,6 +49,24 @@ QDBusMessage closeNotification(uint id)
     call.setArguments({id});
     call.setAutoStartService(false);
     return call;
+}
+
+// A sandbox lets nothing through to the service, and some desktops have none. One that is only slow is not to
+// be asked by another name, too.
+bool isOutOfReach(const QDBusMessage &answer)
+{
+    if (answer.type() == QDBusMessage::ReplyMessage)
+        return false;
+    switch (QDBusError(answer).type()) {
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+    case QDBusError::LimitsExceeded:
+    case QDBusError::NoMemory:
+        return false;
+    default:
+        return true;
+    }
 }
 
 } // namespace
@@ -113,13 +133,13 @@ void DesktopNotice::ask()
 void DesktopNotice::answered(const QDBusMessage &answer)
 {
     m_asking = false;
-    m_throughPortal = answer.type() != QDBusMessage::ReplyMessage;
-    if (m_throughPortal) {
-        qCDebug(lcPlatform, "Notifications: %s", qUtf8Printable(answer.errorMessage()));
-        m_shown.clear();
-    } else {
+    m_throughPortal = isOutOfReach(answer);
+    if (answer.type() == QDBusMessage::ReplyMessage)
         m_id = answer.arguments().value(0).toUInt();
-    }
+    else
+        qCDebug(lcPlatform, "Notifications: %s", qUtf8Printable(answer.errorMessage()));
+    if (m_throughPortal)
+        m_shown.clear();
     settle();
 }
 
