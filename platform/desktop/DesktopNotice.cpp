@@ -122,8 +122,9 @@ void DesktopNotice::ask()
             u"AddNotification"_s, {QVariantMap{{u"title"_s, m_shown}, {u"priority"_s, u"urgent"_s}}});
     }
     if (!std::exchange(m_listening, true))
-        bus.connect(notifications, notificationsPath, notifications, u"NotificationClosed"_s, this,
-            SLOT(closed(uint, uint)));
+        // Without a name, or the toolkit would ask the bus for its owner and wait for the answer.
+        bus.connect(
+            {}, notificationsPath, notifications, u"NotificationClosed"_s, this, SLOT(closed(uint, uint)));
     m_asking = true;
     m_shown = m_wanted;
     whenEnded(bus.asyncCall(notify(m_id, m_shown), notificationAnswersWithin.count()), this,
