@@ -180,9 +180,6 @@ class Desktop:
     def key(self, keys):
         self.xdotool("key", "--clearmodifiers", keys)
 
-    def type(self, text):
-        self.xdotool("type", "--delay", "5", text)
-
     def active_window_geometry(self):
         """(x, y, width, height) of the active window, or None."""
         try:

@@ -165,7 +165,7 @@ class Recorder:
         field = self.wait_for("text", "Directory:")
         wait_until(lambda: field.focused, "the chooser to have the keyboard")
         self.desktop.key("ctrl+a")
-        self.desktop.type(folder)
+        self.desktop.xdotool("type", "--delay", "5", folder)
         wait_until(lambda: field.node.queryText().getText(0, -1) == folder, "the folder's name to be typed")
         self.desktop.key("Return")
         self.program.wait_gone("text", "Directory:")

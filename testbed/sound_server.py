@@ -20,6 +20,7 @@ SIGNAL is one of
 
 import argparse
 import array
+import contextlib
 import fcntl
 import json
 import math
@@ -232,9 +233,6 @@ class Server:
     def unload(self, name):
         self.microphones.pop(name).unplug()
 
-    def choose_default(self, name):
-        self.pactl("set-default-source", key_of(name))
-
     def signal_all(self, signal_number):
         for process in self.processes:
             process.send_signal(signal_number)
@@ -242,9 +240,10 @@ class Server:
     def command(self, line):
         """Answers with what there is to say, mostly nothing."""
         word, *rest = line.strip().split(" ", 1)
-        return {"load": self.load, "unload": self.unload, "default": self.choose_default,
+        return {"load": self.load, "unload": self.unload, "kill": self.kill, "start": self.start,
+                "default": lambda name: self.pactl("set-default-source", key_of(name)),
+                "unplug": lambda name: self.microphones[name].unplug(),
                 "pactl": lambda arguments: self.pactl(*arguments.split()),
-                "unplug": lambda name: self.microphones[name].unplug(), "kill": self.kill, "start": self.start,
                 "freeze": lambda: self.signal_all(signal.SIGSTOP),
                 "thaw": lambda: self.signal_all(signal.SIGCONT),
                 "position": lambda name: {"frames": self.microphones[name].position}}[word](*rest) or {}
@@ -270,6 +269,8 @@ def main():
 
     for ending in (signal.SIGTERM, signal.SIGINT):
         signal.signal(ending, lambda *_: sys.exit())
+    with contextlib.suppress(PermissionError):  # a sound card keeps its time on a busy machine: so does its pipe
+        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(1))
     server = Server(options.pipewire)
     try:
         server.start()

@@ -61,7 +61,7 @@ class Preferences(RecorderTest):
         self.desktop.key("alt+s")
         self.desktop.key("alt+c")
         recorder.wait_for("text", "Directory:")
-        self.desktop.type(folder)
+        self.desktop.xdotool("type", "--delay", "5", folder)
         recorder.press("Cancel")
         recorder.program.wait_gone("text", "Directory:")
         self.reads(recorder, Working_folder="Please select a location to save the recording")
