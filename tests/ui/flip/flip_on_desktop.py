@@ -26,11 +26,12 @@ CARD = (460, 392)
 # In points from the card's corner: places beside the axis of the turn, without a control on both cards, which only a
 # narrow card leaves; and above the card, where only the half reaches that is nearer to the eye.
 BESIDE, ABOVE = [(160, 33), (190, 33), (270, 33), (300, 33)], [(100, -6), (360, -6)]
-NARROW = 320
-"""Milliseconds for which the card may be away from a place beside the axis. Half a flip is longer, and windows
+NARROW = 0.46
+"""Part of a flip for which the card may be away from a place beside the axis. Half a flip is longer, and windows
 are exchanged further apart than that."""
-FEWEST_FRAMES = 20
-"""On a machine too busy for so many, no frame may show the card at its narrowest."""
+SHORTEST_NARROW = 40
+"""Milliseconds for which it is away from the place nearest to the axis. A frame that a busy machine shows for longer may
+stand in their place."""
 FADE = 0.25
 """Seconds that the screen is watched on after the end, while the flipping window fades."""
 
@@ -56,17 +57,21 @@ class Looks:
     def times(self, place, condition):
         return [time for time, colour in self.seen[place] if condition(colour)]
 
-    def check(self, forward, frames):
+    def check(self, forward, duration, longest):
+        """The milliseconds that the program gave for the flip and for its longest frame."""
         if any(self.times(place, is_black) for place in BESIDE + ABOVE):
             raise Failure("a window without content was seen")
         for place in BESIDE:
             away = self.times(place, lambda colour: not is_card(colour))
-            if not away and frames < FEWEST_FRAMES:
+            if not away and longest > SHORTEST_NARROW:
                 continue
-            if not away or away[-1] - away[0] > NARROW or away[0] == self.begin or away[-1] == self.end:
+            if (not away or away[-1] - away[0] > NARROW * duration + longest or away[0] == self.begin
+                    or away[-1] == self.end):
                 raise Failure(f"the card was away from {place} at {away}")
         left, right = (self.times(place, is_card) for place in ABOVE)
         first, second = (left, right) if forward else (right, left)
+        if not (first and second) and longest > duration / 5:
+            return
         if not first or not second or first[-1] > second[0]:
             raise Failure(f"the card reached above itself at {left} on the left, at {right} on the right")
 
@@ -117,9 +122,9 @@ class Flip:
         time.sleep(FADE)
         looks = Looks(watch.end())
         print(f"  {looks.count} looks, {self.flips()[-1]}")
-        looks.check(forward, int(self.flips()[-1].split()[0]))
+        seconds, longest = re.fullmatch(r".* in ([\d.]+) s,.* took ([\d.]+) ms", self.flips()[-1]).groups()
+        looks.check(forward, 1000 * float(seconds), float(longest))
         self.check_place()
-
 
     def margins(self):
         return self.desktop.active_window_geometry()[2] - self.card()[2]
