@@ -83,7 +83,7 @@ public:
         const auto given = std::make_shared<GivenAnswer<Answer>>();
         const bool asked = start([given, question = std::move(question)] { return given->give(question()); },
             deadline, late, std::move(report));
-        const auto answer = asked ? given->wait(deadline) : std::nullopt;
+        auto answer = asked ? given->wait(deadline) : std::nullopt;
         if (answer)
             cancel();
         return answer;

@@ -8,7 +8,6 @@
 // The file holds two 64-bit numbers, which are read with every question: the nanoseconds by which the wall
 // clock and the boot-time clock are ahead. While a computer sleeps both go on; the steady clock stands still.
 
-#define _GNU_SOURCE
 #include <fcntl.h>
 #include <stdint.h>
 #include <stdlib.h>

@@ -16,7 +16,6 @@
 // CALLS is open, write, read, sync, stat, lock, change or all. Calls that the C library makes inside itself
 // pass.
 
-#define _GNU_SOURCE
 #include <dirent.h>
 #include <dlfcn.h>
 #include <errno.h>

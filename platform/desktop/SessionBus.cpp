@@ -49,7 +49,7 @@ SessionBus &SessionBus::shared()
 // end is still to come.
 QDBusConnection SessionBus::open()
 {
-    const auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName(1));
+    auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName(1));
     std::atexit(leaveSilentBusBehind);
     return bus;
 }
@@ -57,7 +57,7 @@ QDBusConnection SessionBus::open()
 QDBusConnection SessionBus::openAnother(QDBusConnection::BusType bus, const QString &name)
 {
     ++connecting;
-    const auto connection = QDBusConnection::connectToBus(bus, name);
+    auto connection = QDBusConnection::connectToBus(bus, name);
     --connecting;
     return connection;
 }

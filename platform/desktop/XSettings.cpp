@@ -51,7 +51,7 @@ public:
     // Padded to four bytes.
     QByteArray text(quint32 length)
     {
-        const QByteArray text = m_bytes.mid(m_at, length);
+        QByteArray text = m_bytes.mid(m_at, length);
         m_at += (qsizetype(length) + 3) & ~qsizetype(3);
         return text;
     }
@@ -76,7 +76,7 @@ QByteArray xSettingIn(const QByteArray &property, const QByteArray &name)
         const QByteArray its = reader.text(reader.number(2));
         reader.skip(4); // serial number of the setting
         if (type == Text) {
-            const QByteArray value = reader.text(reader.number(4));
+            QByteArray value = reader.text(reader.number(4));
             if (its == name)
                 return value;
         } else {

@@ -287,16 +287,16 @@ TEST(FileWriter, SeeksAndGivesBackWhatATakeNeeds)
 
 [[noreturn]] void endOn(const char *fault)
 {
-    static auto *const disk = new Disk;
+    static Disk &disk = *new Disk;
     std::atexit([] {
-        std::fputs(qPrintable(disk->log.lines().join(u'\n')), stderr);
-        std::fputs(fileContents(disk->path).constData(), stderr);
-        delete disk;
+        std::fputs(qPrintable(disk.log.lines().join(u'\n')), stderr);
+        std::fputs(fileContents(disk.path).constData(), stderr);
+        delete &disk;
     });
-    disk->stream.open(disk->path);
-    disk->fault(fault);
-    std::fputs("everything", disk->stream.get());
-    disk->stream.abandon();
+    disk.stream.open(disk.path);
+    disk.fault(fault);
+    std::fputs("everything", disk.stream.get());
+    disk.stream.abandon();
     std::exit(0);
 }
 
