@@ -13,36 +13,22 @@ The test is the user, by a method call to the portal: test.User.Answer with a re
 address.
 """
 
+import os
 import sys
 
 import dbus
 import dbus.service
-from dbus.mainloop.glib import DBusGMainLoop
-from gi.repository import GLib
 
-PORTAL = "org.freedesktop.portal.Desktop"
-REQUEST = "org.freedesktop.portal.Request"
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "package"))
+from portal import PATH, PORTAL, Request, say, serve  # noqa: E402
+
 NOTIFICATIONS = "org.freedesktop.Notifications"
-
-
-def say(*words):
-    print(*words, flush=True)
-
-
-class Request(dbus.service.Object):
-    @dbus.service.signal(REQUEST, signature="ua{sv}")
-    def Response(self, response, results):
-        pass
-
-    @dbus.service.method(REQUEST)
-    def Close(self):
-        self.remove_from_connection()
-        say("closed")
 
 
 class Chooser(dbus.service.Object):
     """Asked by programs through the portal, and answered by the user."""
-    silent = False
+    name, path = PORTAL, PATH
+    silent = "--silent" in sys.argv
     request = None
 
     @dbus.service.method("org.freedesktop.portal.FileChooser", in_signature="ssa{sv}", out_signature="o",
@@ -50,20 +36,18 @@ class Chooser(dbus.service.Object):
     def OpenFile(self, window, title, options, answer, refuse, sender):
         folder = bytes(options["current_folder"]).rstrip(b"\0").decode()
         assert options["directory"] and options["modal"]
-        path = f"/org/freedesktop/portal/desktop/request/{sender[1:].replace('.', '_')}/{options['handle_token']}"
-        self.request = Request(self.connection, path)
+        self.request = Request(self.connection, sender, options)
         say("chooser", window or "none", folder, title)
         if not self.silent:
-            answer(dbus.ObjectPath(path))
+            answer(self.request.path)
 
     @dbus.service.method("test.User", in_signature="us")
     def Answer(self, response, address):
-        results = {"uris": dbus.Array([address], signature="s")} if address else {}
-        self.request.Response(dbus.UInt32(response), dbus.Dictionary(results, signature="sv"))
-        self.request.remove_from_connection()
+        self.request.answer(response, [address] if address else [])
 
 
 class Notifications(dbus.service.Object):
+    name, path = NOTIFICATIONS, "/org/freedesktop/Notifications"
     number = 0
 
     @dbus.service.method(NOTIFICATIONS, in_signature="susssasa{sv}i", out_signature="u")
@@ -77,15 +61,5 @@ class Notifications(dbus.service.Object):
         say("taken back", number)
 
 
-def main():
-    DBusGMainLoop(set_as_default=True)
-    bus = dbus.SessionBus()
-    chooser = Chooser(dbus.service.BusName(PORTAL, bus), "/org/freedesktop/portal/desktop")
-    chooser.silent = "--silent" in sys.argv
-    _notifications = Notifications(dbus.service.BusName(NOTIFICATIONS, bus), "/org/freedesktop/Notifications")
-    say("ready", 2)
-    GLib.MainLoop().run()
-
-
 if __name__ == "__main__":
-    main()
+    serve(Chooser, Notifications)
