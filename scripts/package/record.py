@@ -7,35 +7,49 @@ lie there. A home without settings presses Record and chooses a folder; one that
 menu, and must not be asked again. A second take is made with a key of the desktop. Prints what is on the card and in the
 files.
 
-Where ROOT is a sandbox (it has a /.flatpak-info), the session bus has a portal and nothing else, and choosing the folder,
-showing the file and staying awake must go through that.
+Where ROOT is a sandbox (it has a /.flatpak-info), the program reaches the session bus through the filter of Flatpak, as
+the manifest sets it, and there is a portal and nothing else: choosing the folder, showing the file, staying awake and a
+warning while the card is out of sight must go through that.
 """
 
 import configparser
 import os
 import re
-import subprocess
 import sys
 import tempfile
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path.insert(0, os.path.join(HERE, "..", "..", "testbed"))
+TESTBED = os.path.join(HERE, "..", "..", "testbed")
+sys.path.insert(0, TESTBED)
 from desktop import Desktop, Failure, wait_until  # noqa: E402
-from recorder import Recorder, SoundServer, StandIns, decoded_seconds  # noqa: E402
+from recorder import MICROPHONE, Recorder, SoundServer, decoded_seconds  # noqa: E402
 
-ENTRY = "usr/share/applications/io.github.flipside_recorder.Flipside.desktop"
+IDENTIFIER = "io.github.flipside_recorder.Flipside"
+ENTRY = f"usr/share/applications/{IDENTIFIER}.desktop"
+MANIFEST = os.path.join(HERE, f"../../packaging/flatpak/{IDENTIFIER}.yml")
 OPENBOX = "/etc/xdg/openbox/rc.xml"
 
 
-def launcher(root, folder, group):
-    """A program that starts what this group of the desktop entry names, over there."""
+def launcher(root, folder, group, bus):
+    """A program that starts what this group of the desktop entry names, over there and with that bus."""
     entry = configparser.ConfigParser(interpolation=None)
     entry.read(os.path.join(root, ENTRY))
     path = os.path.join(folder, group.replace(" ", "-"))
     with open(path, "w") as script:
-        script.write(f'#!/bin/sh\nexec chroot {root} {entry[group]["Exec"]} "$@"\n')
+        script.write(f'#!/bin/sh\nexport DBUS_SESSION_BUS_ADDRESS={bus}\nexec chroot {root} {entry[group]["Exec"]} "$@"\n')
     os.chmod(path, 0o755)
     return path
+
+
+def filter_bus(desktop, path):
+    """At this path is the session bus as a sandbox lets it through: the program's own names, the portals, and what the
+    manifest names. The accessibility bus, which has a filter of its own there, is for who drives the program."""
+    with open(MANIFEST) as manifest:
+        talks = re.findall("--talk-name=(.*)", manifest.read())
+    desktop.spawn(["xdg-dbus-proxy", desktop.env["DBUS_SESSION_BUS_ADDRESS"], path, "--filter", f"--own={IDENTIFIER}.*",
+                   "--call=org.freedesktop.portal.*=*", "--broadcast=org.freedesktop.portal.*=@/org/freedesktop/portal/*",
+                   *[f"--talk={name}" for name in ["org.a11y.Bus", *talks]]])
+    wait_until(lambda: os.path.exists(path), "the filter of the bus")
 
 
 def with_key(command, folder):
@@ -49,76 +63,92 @@ def with_key(command, folder):
     return "openbox", "--config-file", path
 
 
-def start_portal(desktop, folder):
-    portal = desktop.spawn([os.path.join(HERE, "portal.py"), folder], stdout=subprocess.PIPE, text=True)
-    if portal.stdout.readline().strip() != "ready":
-        raise Failure("the portal did not start: " + desktop.log("portal.py"))
-    return portal
+class Trial:
+    """One session with the installed program."""
 
+    def __init__(self, home, sandboxed):
+        self.home = home
+        self.folder = os.path.join(home, "Recordings")
+        self.first = not os.path.exists(os.path.join(home, ".config/flipside/flipside.conf"))
+        self.sandboxed = sandboxed
 
-def calls_of(desktop, portal):
-    """What the portal was asked for until now."""
-    desktop.processes.remove(portal)
-    portal.terminate()
-    return [line.strip() for line in portal.communicate(timeout=5)[0].splitlines()]
+    def run(self, desktop, program):
+        """Of the desktop's services there are those that the program may ask."""
+        self.services = os.path.join(desktop.folder, "services.log")
+        script = [os.path.join(HERE, "portal.py"), self.folder] if self.sandboxed else [os.path.join(TESTBED, "stand_ins.py")]
+        desktop.spawn(["/usr/bin/python3", *script], log=self.services)
+        self.wait_asked("ready .")
+        self.sound = SoundServer()
+        try:
+            self.recorder = Recorder(desktop, self.sound, self.home, program)
+            self.record_twice()
+        finally:
+            self.sound.end()
+        # A descriptor's path is seen from outside the root.
+        shown = "directory .*" if self.sandboxed else "shown file://"
+        for call in [*["chooser .*"] * (self.first and self.sandboxed), "awake .*", "asleep.*", f"{shown}{self.folder}/.*mp3"]:
+            self.wait_asked(call)
+        print("the desktop was asked:", *self.calls()[1:], sep="\n  ")
 
+    def calls(self):
+        with open(self.services) as log:
+            return log.read().splitlines()
 
-def check_take(recorder):
-    recorder.wait_status("Ready")
-    seconds = decoded_seconds(recorder.output_file)
-    print(f"{recorder.output_file}: {seconds:.1f} s")
-    if seconds < 2.5:
-        raise Failure(f"three seconds were recorded; {recorder.described()}")
+    def wait_asked(self, call):
+        wait_until(lambda: any(re.fullmatch(call, said) for said in self.calls()), f"the desktop to be asked: {call}")
 
+    def record_twice(self):
+        recorder = self.recorder
+        if self.first and not self.sandboxed:
+            recorder.record()
+        elif self.first:
+            recorder.click("Record")
+        recorder.wait_status("Recording from .*")
+        print(recorder.status)
+        recorder.wait_elapsed(3)
+        recorder.desktop.screenshot(os.path.join(self.home, "card.png"))
+        if self.sandboxed:
+            self.lose_the_microphone_out_of_sight()
+        recorder.press("Stop")
+        self.check_take()
 
-def use(recorder, first, sandboxed):
-    if first and not sandboxed:
-        recorder.record()
-    elif first:
-        recorder.click("Record")
-    recorder.wait_status("Recording from .*")
-    print(recorder.status)
-    recorder.wait_elapsed(3)
-    recorder.desktop.screenshot(os.path.join(recorder.home, "card.png"))
-    recorder.press("Stop")
-    check_take(recorder)
+        recorder.desktop.key("super+r")
+        recorder.wait_status("Recording from .*")
+        # Until it is told of the first sound the card shows how long the last take was.
+        wait_until(lambda: recorder.elapsed < 2, "the clock to begin anew")
+        recorder.wait_elapsed(3)
+        recorder.desktop.key("super+r")
+        self.check_take()
+        recorder.end()
+        print(recorder.program.log().strip() or "nothing was logged")
 
-    recorder.desktop.key("super+r")
-    recorder.wait_status("Recording from .*")
-    # Until it is told of the first sound the card shows how long the last take was.
-    wait_until(lambda: recorder.elapsed < 2, "the clock to begin anew")
-    recorder.wait_elapsed(3)
-    recorder.desktop.key("super+r")
-    check_take(recorder)
-    recorder.end()
-    print(recorder.program.log().strip() or "nothing was logged")
+    def lose_the_microphone_out_of_sight(self):
+        self.recorder.press("Minimise")
+        self.sound.tell("unload " + MICROPHONE)
+        self.wait_asked("notice No sound .*")
+        self.sound.tell(f"load {MICROPHONE}=tone")
+        self.wait_asked("notice .*missing.*")
+
+    def check_take(self):
+        self.recorder.enabled_button("Play")
+        seconds = decoded_seconds(self.recorder.output_file)
+        print(f"{self.recorder.output_file}: {seconds:.1f} s")
+        if seconds < 2.5:
+            raise Failure(f"three seconds were recorded; {self.recorder.described()}")
 
 
 def main():
     root, home = map(os.path.abspath, sys.argv[1:3])
-    first = not os.path.exists(os.path.join(home, ".config/flipside/flipside.conf"))
-    sandboxed = os.path.exists(os.path.join(root, ".flatpak-info"))
-    with tempfile.TemporaryDirectory() as folder:
-        start = launcher(root, folder, "Desktop Entry")
-        record = launcher(root, folder, "Desktop Action record")
-        with Desktop(with_key(start + " --toggle", folder)) as desktop:
-            portal = start_portal(desktop, os.path.join(home, "Recordings")) if sandboxed else StandIns(desktop)
-            sound = SoundServer()
-            try:
-                use(Recorder(desktop, sound, home, start if first else record), first, sandboxed)
-            finally:
-                sound.end()
-            if sandboxed:
-                judge(calls_of(desktop, portal), home, first)
-
-
-def judge(calls, home, first):
-    print("asked of the portal:", *calls, sep="\n  ")
-    # A descriptor's path is seen from outside the root.
-    shown = "directory .*" + os.path.join(home, "Recordings")
-    for call in [*(["chooser"] if first else []), "awake 4", "asleep", shown]:
-        if not any(re.match(call, said) for said in calls):
-            raise Failure(f"the portal was not asked: {call}")
+    trial = Trial(home, os.path.exists(os.path.join(root, ".flatpak-info")))
+    with tempfile.TemporaryDirectory() as scripts:
+        filtered = os.path.join(scripts, "bus")
+        bus = "unix:path=" + filtered if trial.sandboxed else "$DBUS_SESSION_BUS_ADDRESS"
+        start = launcher(root, scripts, "Desktop Entry", bus)
+        record = launcher(root, scripts, "Desktop Action record", bus)
+        with Desktop(with_key(start + " --toggle", scripts)) as desktop:
+            if trial.sandboxed:
+                filter_bus(desktop, filtered)
+            trial.run(desktop, start if trial.first else record)
 
 
 main()
