@@ -91,7 +91,7 @@ void AppDelegate::changePreferencesAction(QObject *)
 
 void AppDelegate::getHelp(QObject *)
 {
-    platform::openOnDesktop(QUrl(u"https://flipside-recorder.github.io/contact"_s));
+    platform::openOnDesktop(QUrl(u"https://flipside.example.org/contact"_s));
 }
 
 // Stored properties
