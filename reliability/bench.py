@@ -1,11 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
 """Where the faults happen: programs on one private desktop, each with a home of its own, sound servers with a microphone
-whose every moment can be told apart, and the judgement of what is in the files."""
+whose every moment can be told apart."""
 
-import collections
 import contextlib
-import json
 import os
 import re
 import shutil
@@ -27,18 +25,10 @@ PROGRAM = os.path.join(BUILD, "app", "flipside")
 TOOLS = os.path.join(BUILD, "reliability")
 NOISE = os.path.join(TOOLS, "noise.raw")
 RATE = 48000
-PERIOD = (1 << 20) / 8000
-"""Seconds until the microphone's sound begins again."""
 
 CBR = {"encoderTarget": 0, "isCBR": 1}
 VBR = {"encoderTarget": 1}
 """Settings of the encoder: 40 kB a second, which programs have here unless a case says otherwise, and the defaults."""
-NOT_WRITTEN = 0.09
-"""Seconds at the end of a take that are not counted as lost: the encoder's own look-ahead, which is never written, and
-what is on its way from the microphone to the program. Of a variable bitrate, whose frames wait for the next ones, it is
-nearly twice that."""
-RESOLUTION = 0.04
-"""Seconds: shorter holes between two pieces of sound are the measurement's own."""
 BUS = 0.1
 """Seconds that the accessibility bus takes to press a button: it shows it pressed first."""
 STARTING = 0.2
@@ -250,6 +240,13 @@ class Run:
         self.watch.finish()
         return ended
 
+    def record_for(self, seconds):
+        """A whole one, whose end is in the file."""
+        self.record()
+        time.sleep(seconds)
+        self.stop()
+        time.sleep(0.5)
+
     # what became of it
 
     def files(self):
@@ -261,59 +258,6 @@ class Run:
 
     def silence(self):
         return self.watch.longest(self.frozen, self.asked_to_end)
-
-
-Judgement = collections.namedtuple("Judgement", "lost where foreign length")
-"""Seconds of wanted sound that are nowhere in the file; the missing pieces; seconds in the file that nobody wanted or
-that are there twice; seconds that the file lasts."""
-
-
-def pieces_of(path):
-    answer = subprocess.run([os.path.join(TOOLS, "heard"), path], stdout=subprocess.PIPE, check=True)
-    return json.loads(answer.stdout)
-
-
-def unwrapped(pieces, begin):
-    """The pieces in the microphone's own time; it begins its sound again every two minutes."""
-    result, last = [], begin - 2
-    for in_file, in_sound, length in pieces:
-        rounds = (last - in_sound) // PERIOD + 1 if last > in_sound else 0
-        place = in_sound + rounds * PERIOD
-        if place - last > PERIOD - 4:  # a little back rather than nearly a round ahead
-            place -= PERIOD
-        result.append((in_file, place, length))
-        last = place + length - 2
-    return result
-
-
-def judge(path, wanted, away=()):
-    """Compares a file with the spans of sound that were to be in it; spans in which there was none are forgiven."""
-    heard = pieces_of(path)
-    pieces = unwrapped(heard["pieces"], wanted[0][0])
-    spans = [(begin, end - NOT_WRITTEN) for begin, end in wanted]
-    gaps, foreign, reached = [], 0.0, 0.0
-    covered = sorted((place, place + length) for _, place, length in pieces)
-    for begin, end in spans:
-        at = begin
-        for low, high in covered:
-            if low > at:
-                gaps += pieces_without(at, min(low, end), away)
-            at = max(at, high)
-            if at >= end:
-                break
-        gaps += pieces_without(at, end, away)
-    for low, high in covered:
-        foreign += max(0.0, min(high, reached) - low) if reached - low > RESOLUTION else 0.0
-        reached = max(reached, high)
-    gaps = [(a, b) for a, b in gaps if b - a > RESOLUTION]
-    return Judgement(sum(b - a for a, b in gaps), gaps, foreign, heard["seconds"])
-
-
-def pieces_without(begin, end, away):
-    spans = [(begin, end)] if end > begin else []
-    for low, high in away:
-        spans = [piece for a, b in spans for piece in ((a, min(b, low)), (max(a, high), b)) if piece[1] > piece[0]]
-    return spans
 
 
 class SideBySide(Desktop):

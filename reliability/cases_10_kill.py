@@ -95,11 +95,7 @@ def session(bench, quick):
         with contextlib.suppress(subprocess.TimeoutExpired):
             run.program.process.wait(10)
         counted.check(run.program.process.poll() == 0, f"ended with {run.program.process.poll()}")
-        run.finish()
-        if run.wanted:
-            counted.take(run)
-        else:
-            counted.hear(run, tried=True)
+        counted.outcome(run)
     yield counted
 
 
@@ -113,9 +109,8 @@ def freezes(bench, server, lengths, counted):
         if then:
             run.until(then)
         time.sleep(1.5)
-        run.finish()
         # Beyond what the server holds for us, all of the freeze may be lost, but not without a word.
-        counted.take(run, may_lose=None if length <= 20 else length + 1)
+        counted.outcome(run, may_lose=None if length <= 20 else length + 1)
         if length > 25:
             counted.check(any("missing" in text for text in run.told), "the hole was not told")
     # What has been missed is encoded by all at once.

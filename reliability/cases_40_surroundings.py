@@ -79,11 +79,8 @@ def lacking(bench, quick):
             if before:
                 subprocess.run([*before, home], check=True)
             run = bench.start(home=home, folder=place, environment=environment)
-            run.record()
-            time.sleep(2)
-            run.stop()
-            run.finish()
-            counted.take(run)
+            run.record_for(2)
+            counted.outcome(run)
 
     nothing = tempfile.mkdtemp(dir=bench.desktop.folder)
     write(os.path.join(nothing, "fonts.conf"), b"<fontconfig><dir>/nowhere</dir></fontconfig>")
@@ -184,12 +181,8 @@ def no_threads(bench, quick):
             run.stop()
         time.sleep(0.5)
         counted.check(run.program.running(), f"the program ended with {run.program.process.returncode} ({moment})")
-        run.finish()
+        counted.outcome(run)
         limit.end()
-        if run.wanted:
-            counted.take(run)
-        else:
-            counted.hear(run, tried=True)
     for moment in ("recording", "Record", "Play"):
         one(moment)
     yield counted
@@ -207,10 +200,6 @@ def little_memory(bench, quick):
     subprocess.run(["prlimit", f"--as={mapped + (4 << 20)}", "--pid", str(run.program.pid)], check=True)
     time.sleep(4)
     counted.check(run.program.running(), f"the program ended with {run.program.process.returncode}")
-    if run.program.running():
-        run.stop()
-    else:
-        run.until(None)
-    run.finish()
-    counted.take(run)
+    run.until("Stop" if run.program.running() else None)
+    counted.outcome(run)
     yield counted

@@ -32,10 +32,7 @@ def playback(bench, quick):
 
     def one(act, before):
         run = bench.start()
-        run.record()
-        time.sleep(5)
-        run.stop()
-        time.sleep(0.3)
+        run.record_for(5)
         if before:
             act(run.files()[0])
         run.say("Play")
@@ -60,10 +57,7 @@ def playback_frozen(bench, quick):
     """The server stands still in the middle of a playback: it ends like a failed one."""
     counted = Tally("the sound server stands still for 9 s while a file is played")
     run = bench.start()
-    run.record()
-    time.sleep(5)
-    run.stop()
-    time.sleep(0.3)
+    run.record_for(5)
     run.say("Play")
     time.sleep(1)
     run.sound.tell("freeze")

@@ -9,8 +9,9 @@ import subprocess
 import tempfile
 import time
 
-from bench import Run, judge
+from bench import Run
 from cases_20_disk import fill
+from judgement import judge
 from tally import BESIDE, Tally, case
 
 PAREC = ["parec", "--rate=48000", "--channels=2", "--format=s16le"]

@@ -5,7 +5,7 @@
 import os
 import re
 
-from bench import judge
+from judgement import judge
 
 CASES = {}
 AT_ONCE = 0.2
@@ -81,6 +81,14 @@ class Tally:
         if found.lost > TOLD_FROM and not silent_about_loss:
             self.check(run.words(), f"nobody was told of {found.lost:.1f} s")
         return found
+
+    def outcome(self, run, **how):
+        """Ends the program and judges its take, or what it said where there is none."""
+        run.finish()
+        if run.wanted:
+            return self.take(run, **how)
+        self.hear(run, tried=True)
+        return None
 
     def expect_words(self, run, *words):
         """One of them was said."""
