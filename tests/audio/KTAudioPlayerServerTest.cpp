@@ -59,6 +59,7 @@ TEST_F(KTAudioPlayerServerTest, EverySampleIsHeardBeforeTheEndIsReportedAndAPaus
         player->resume();
     }
     EXPECT_TRUE(testbed::waitUntil([&] { return ends == 1; }));
+    EXPECT_EQ(player->problem(), QString());
     ASSERT_TRUE(waitForFrames(second / 10));
     // Each pause takes back what the speakers had not played yet, and their monitor misses a little of that.
     EXPECT_NEAR(double(heard().size()), double(sound.size()), second / 20.0);
