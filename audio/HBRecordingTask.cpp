@@ -5,6 +5,7 @@
 
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
+#include "platform/ForPeople.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
 #include "platform/ThreadCheck.h"
@@ -92,14 +93,16 @@ bool HBRecordingTask::startRecordWithDescription(
     m_audioStreamDescription = m_audioRecorder->currentDataFormat();
     const std::uint32_t bits = m_audioStreamDescription.mBitsPerChannel;
     if (bits != 16 && bits != 32) {
-        m_startProblem = QStringLiteral("the device gives %1 bits a sample").arg(bits);
+        m_startProblem
+            = platform::reason(QT_TRANSLATE_NOOP("Reason", "this many bits a sample are not supported: %1"),
+                QString::number(bits));
         qCWarning(lcAudio, "Only support 32 bit, 16bit: %d", static_cast<int>(bits));
         return false;
     }
     configureFromDescription();
     setBytesOfEncoded(0);
     if (!outMp3File()->readyToEncode(deadline)) {
-        m_startProblem = QStringLiteral("the file cannot be opened");
+        m_startProblem = platform::reason(QT_TRANSLATE_NOOP("Reason", "the file cannot be opened"));
         qCWarning(lcAudio, "Failed to ready write to mp3 encoder.");
         return false;
     }

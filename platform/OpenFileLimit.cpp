@@ -3,10 +3,10 @@
 
 #include "platform/OpenFileLimit.h"
 
+#include "platform/ForPeople.h"
 #include "platform/Logging.h"
 
 #include <cerrno>
-#include <cstring>
 #include <dirent.h>
 #include <memory>
 #include <sys/resource.h>
@@ -21,7 +21,7 @@ void raiseOpenFileLimit()
         if (setrlimit(RLIMIT_NOFILE, &limit) == 0)
             return;
     }
-    qCWarning(lcPlatform, "Cannot raise the limit of open files: %s", std::strerror(errno));
+    qCWarning(lcPlatform, "Cannot raise the limit of open files: %s", qUtf8Printable(systemError(errno)));
 }
 
 bool canOpenMoreFiles(int count)

@@ -3,9 +3,9 @@
 
 #include "platform/OpenOutputs.h"
 
+#include "platform/ForPeople.h"
 #include "platform/Logging.h"
 
-#include <QCoreApplication>
 #include <cerrno>
 #include <cstdlib>
 
@@ -78,39 +78,38 @@ std::vector<OutputState> outputStates()
 
 QString outputErrorReason(int error)
 {
-    const auto text = [](const char *words) { return QCoreApplication::translate("OutputState", words); };
     switch (error) {
     case ENOSPC:
-        return text("the disk is full");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the disk is full"));
     case EDQUOT:
-        return text("the quota is used up");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the quota is used up"));
     case EFBIG:
-        return text("the file is too large for this disk");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the file is too large for this disk"));
     case EROFS:
-        return text("the disk is read-only");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the disk is read-only"));
     case EACCES:
     case EPERM:
-        return text("the folder is not writable");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the folder is not writable"));
     case ENOENT:
     case ENOTDIR:
     case ESTALE:
-        return text("the folder is gone");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the folder is gone"));
     case EIO:
     case ENXIO:
     case ENODEV:
-        return text("the disk reports an error");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the disk reports an error"));
     case ETIMEDOUT:
-        return text("the disk does not answer");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the disk does not answer"));
     case EBUSY:
-        return text("another program writes this file");
+        return reason(QT_TRANSLATE_NOOP("Reason", "another program writes this file"));
     case EMFILE:
     case ENFILE:
-        return text("too many files are open");
+        return reason(QT_TRANSLATE_NOOP("Reason", "too many files are open"));
     case ENOMEM:
     case EAGAIN:
-        return text("the computer is out of memory");
+        return reason(QT_TRANSLATE_NOOP("Reason", "the computer is out of memory"));
     default:
-        return qt_error_string(error);
+        return systemError(error);
     }
 }
 

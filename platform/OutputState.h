@@ -31,7 +31,7 @@ struct OutputState {
 // been stopped; in the order in which they were opened. Any thread; does not wait for a disk.
 std::vector<OutputState> outputStates();
 
-// What an error means to the user, to follow a colon: "the disk is full".
+// What an error means to the user: a reason, see ForPeople.h.
 QString outputErrorReason(int error);
 
 } // namespace platform

@@ -3,6 +3,7 @@
 
 #include "platform/TerminationSignals.h"
 
+#include "platform/ForPeople.h"
 #include "platform/Logging.h"
 #include "platform/ThreadCheck.h"
 
@@ -11,7 +12,6 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 #include <utility>
@@ -60,7 +60,8 @@ TerminationSignals::TerminationSignals(std::chrono::seconds patience, QObject *p
 {
     assertMainThread();
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        qCWarning(lcPlatform, "Termination signals end the process at once: %s", std::strerror(errno));
+        qCWarning(lcPlatform, "Termination signals end the process at once: %s",
+            qUtf8Printable(systemError(errno)));
         return;
     }
     m_notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);

@@ -6,6 +6,7 @@
 #include "audio/KTAudioControl/InputDevices.h"
 #include "audio/KTAudioControl/PCMFormat.h"
 #include "audio/KTAudioControl/PeakMeter.h"
+#include "platform/ForPeople.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
 #include "platform/ThreadCheck.h"
@@ -117,11 +118,11 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
 {
     const auto spec = m_formatIsSettled ? m_spec : captureSpecFor(format);
     if (m_stream)
-        return u"it is being recorded from already"_s;
+        return platform::reason(QT_TRANSLATE_NOOP("Reason", "it is being recorded from already"));
     if (m_sourceKey.isEmpty())
-        return u"there is no such device"_s;
+        return platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no such device"));
     if (!spec)
-        return u"something else than linear PCM is asked for"_s;
+        return platform::reason(QT_TRANSLATE_NOOP("Reason", "something else than linear PCM is asked for"));
     if (!m_formatIsSettled) {
         m_spec = *spec;
         m_format = descriptionOf(m_spec);
@@ -129,7 +130,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
             m_spec, [this](const void *data, std::size_t bytes) { deliver(data, bytes); });
     }
     if (!m_queue->start())
-        return u"there is no room for a thread"_s;
+        return platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no room for a thread"));
     m_levels.take();
     m_heard = false;
     m_away = m_isPaused = false;

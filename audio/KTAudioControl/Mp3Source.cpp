@@ -3,6 +3,8 @@
 
 #include "audio/KTAudioControl/Mp3Source.h"
 
+#include "platform/ForPeople.h"
+
 #include <QFile>
 #include <algorithm>
 #include <cerrno>
@@ -67,12 +69,12 @@ bool Mp3Source::openRegularFile(const QString &path)
         m_file.reset(fdopen(descriptor, "rb"));
     struct stat status = {};
     if (!m_file || fstat(descriptor, &status) != 0)
-        m_error = errno == ENOENT ? QStringLiteral("no such file")
-                                  : QString::fromLocal8Bit(strerror(errno)).toLower();
+        m_error = errno == ENOENT ? platform::reason(QT_TRANSLATE_NOOP("Reason", "no such file"))
+                                  : platform::systemError(errno).toLower();
     else if (!S_ISREG(status.st_mode))
-        m_error = QStringLiteral("not a regular file");
+        m_error = platform::reason(QT_TRANSLATE_NOOP("Reason", "not a regular file"));
     else if (status.st_size == 0)
-        m_error = QStringLiteral("the file is empty");
+        m_error = platform::reason(QT_TRANSLATE_NOOP("Reason", "the file is empty"));
     return m_error.isEmpty();
 }
 
@@ -136,6 +138,6 @@ bool Mp3Source::fail(int code)
     m_error = QString::fromUtf8(detailed ? mpg123_strerror(m_handle.get()) : mpg123_plain_strerror(code));
     // An empty or too short file is just over before its first frame.
     if (code == MPG123_DONE)
-        m_error = QStringLiteral("no MPEG audio in it");
+        m_error = platform::reason(QT_TRANSLATE_NOOP("Reason", "no MPEG audio in it"));
     return false;
 }

@@ -3,6 +3,7 @@
 
 #include "audio/KTAudioControl/Playback.h"
 
+#include "platform/ForPeople.h"
 #include "platform/Inquiry.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
@@ -43,8 +44,9 @@ void Playback::start()
     m_running = true;
     m_starving = steady_clock::now();
     if (!platform::runOnSpareThread([self = shared_from_this()] { self->read(); }))
-        return post(
-            [](Playback &playback) { playback.end(QStringLiteral("there is no room for a thread")); });
+        return post([](Playback &playback) {
+            playback.end(platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no room for a thread")));
+        });
     watchDisk();
 }
 
@@ -56,7 +58,7 @@ void Playback::watchDisk()
         isSilent = m_starving && !m_paused && steady_clock::now() - *m_starving > diskPatience;
     }
     if (isSilent)
-        return end(QStringLiteral("the disk does not answer"));
+        return end(platform::reason(QT_TRANSLATE_NOOP("Reason", "the disk does not answer")));
     QTimer::singleShot(lookEvery, qApp, [weak = weak_from_this()] {
         if (const auto self = weak.lock(); self && self->m_running)
             self->watchDisk();

@@ -6,6 +6,7 @@
 #include "audio/KTAudioControl/CaptureClock.h"
 #include "audio/KTAudioControl/pulse/CaptureFeed.h"
 #include "audio/KTAudioControl/pulse/PulseBacklog.h"
+#include "platform/ForPeople.h"
 #include "platform/Inquiry.h"
 #include "platform/Logging.h"
 
@@ -37,7 +38,7 @@ class PulseCaptureStream::OnLoop final : public PulseStream {
 public:
     OnLoop(std::shared_ptr<PulseConnection> connection, QString sourceKey, const SampleSpec &spec,
         CaptureClient *client)
-        : PulseStream(std::move(connection), spec, "Recording")
+        : PulseStream(std::move(connection), spec, QT_TRANSLATE_NOOP("PulseStream", "Recording"))
         , m_sourceKey(std::move(sourceKey))
         , m_feed(client, spec)
         , m_clock(spec.rate)
@@ -353,7 +354,7 @@ QString PulseCaptureStream::open(QDeadlineTimer deadline)
     const auto opened = std::make_shared<Answer>();
     m_connection->loop().post([onLoop = m_onLoop, opened] { onLoop->begin(opened); });
     return opened->wait(std::chrono::milliseconds(deadline.remainingTime()))
-        .value_or(u"the sound server does not answer"_s);
+        .value_or(platform::reason(QT_TRANSLATE_NOOP("Reason", "the sound server does not answer")));
 }
 
 void PulseCaptureStream::pause()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "audio/KTAudioControl/pulse/PulseConnection.h"
+#include "platform/ForPeople.h"
 #include "platform/Logging.h"
 #include "platform/ThreadCheck.h"
 
@@ -43,7 +44,8 @@ PulseConnection::PulseConnection()
         m_loop.post([this] { connectOrRefresh(); });
         return;
     }
-    m_problem = u"there is no room for a connection to the sound server"_s;
+    m_problem = platform::reason(
+        QT_TRANSLATE_NOOP("Reason", "there is no room for a connection to the sound server"));
     qCWarning(lcAudio, "No sound: %s.", qUtf8Printable(m_problem));
     m_devices.forget();
 }
@@ -75,8 +77,15 @@ bool PulseConnection::isConnecting() const
     return state == PA_CONTEXT_UNCONNECTED || (PA_CONTEXT_IS_GOOD(state) && state != PA_CONTEXT_READY);
 }
 
+// What is told to people most often of what the library says; the rest stays in its words.
+[[maybe_unused]] constexpr const char *librarysWords[]
+    = {QT_TRANSLATE_NOOP("Reason", "Access denied"), QT_TRANSLATE_NOOP("Reason", "Connection refused"),
+        QT_TRANSLATE_NOOP("Reason", "Connection terminated"), QT_TRANSLATE_NOOP("Reason", "No such entity"),
+        QT_TRANSLATE_NOOP("Reason", "Timeout")};
+
 QString PulseConnection::lastError() const
 {
+    const platform::EnglishMessages english;
     return QString::fromUtf8(pa_strerror(m_context ? pa_context_errno(m_context.get()) : PA_ERR_NOENTITY));
 }
 
@@ -134,7 +143,7 @@ void PulseConnection::contextReady()
 void PulseConnection::contextLost()
 {
     const auto now = Clock::now();
-    m_problem = u"there is no sound server: "_s + lastError();
+    m_problem = platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no sound server: %1"), lastError());
     if (!m_lostAt) {
         m_lostAt = now;
         qCWarning(lcAudio, "The sound server has gone away: %s.", qUtf8Printable(lastError()));

@@ -4,6 +4,7 @@
 #include "audio/KTAudioControl/pulse/PulsePlaybackStream.h"
 
 #include "audio/KTAudioControl/pulse/PulseClientGate.h"
+#include "platform/ForPeople.h"
 
 namespace sound {
 
@@ -23,9 +24,12 @@ constexpr auto progressDeadline = 5s;
 class PulsePlaybackStream::OnLoop final : public PulseStream {
 public:
     OnLoop(std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client)
-        : PulseStream(std::move(connection), spec, "Playback")
+        : PulseStream(std::move(connection), spec, QT_TRANSLATE_NOOP("PulseStream", "Playback"))
         , m_client(client)
-        , m_stalled([this] { finish(PlaybackEnd::Failed, u"the sound server makes no progress"_s); })
+        , m_stalled([this] {
+            finish(PlaybackEnd::Failed,
+                platform::reason(QT_TRANSLATE_NOOP("Reason", "the sound server makes no progress")));
+        })
     {
     }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "audio/KTAudioControl/pulse/PulseStream.h"
+#include "platform/ForPeople.h"
 
 namespace sound {
 
@@ -64,14 +65,17 @@ void PulseStream::start()
 {
     connection().loop().assertOnLoop();
     const pa_sample_spec spec = pulseSpec(m_spec);
-    m_stream.reset(pa_stream_new(m_connection->readyContext(), m_title, &spec, nullptr));
+    const QByteArray title = QCoreApplication::translate("PulseStream", m_title).toUtf8();
+    m_stream.reset(pa_stream_new(m_connection->readyContext(), title.constData(), &spec, nullptr));
     if (!m_stream)
-        return streamFailed(u"the stream cannot be made: "_s + m_connection->lastError());
+        return streamFailed(platform::reason(
+            QT_TRANSLATE_NOOP("Reason", "the stream cannot be made: %1"), m_connection->lastError()));
     const auto changed = [](pa_stream *, void *self) { static_cast<PulseStream *>(self)->stateChanged(); };
     pa_stream_set_state_callback(m_stream.get(), changed, this);
     connectStream(m_stream.get());
     if (m_stream && pa_stream_get_state(m_stream.get()) == PA_STREAM_UNCONNECTED)
-        streamFailed(u"the stream cannot be connected: "_s + m_connection->lastError());
+        streamFailed(platform::reason(
+            QT_TRANSLATE_NOOP("Reason", "the stream cannot be connected: %1"), m_connection->lastError()));
 }
 
 void PulseStream::stateChanged()
@@ -81,7 +85,8 @@ void PulseStream::stateChanged()
         m_hasRun = true;
         streamReady();
     } else if (!PA_STREAM_IS_GOOD(state)) {
-        streamFailed(u"the sound server says: "_s + m_connection->lastError());
+        streamFailed(platform::reason(
+            QT_TRANSLATE_NOOP("Reason", "the sound server says: %1"), m_connection->lastError()));
     }
 }
 
