@@ -7,9 +7,11 @@
 #include "app/Takes.h"
 #include "audio/MicrophoneAuthorization.h"
 #include "audio/desktop/InputDeviceMenu.h"
+#include "platform/ForPeople.h"
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
+#include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
@@ -22,6 +24,7 @@
 #include <QAction>
 #include <QElapsedTimer>
 #include <QMenu>
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 using platform::UserDefaults;
@@ -137,12 +140,24 @@ void AppDelegate::setCurrentDevice(const QString &name)
     Q_EMIT currentDeviceChanged();
 }
 
-void AppDelegate::setProblem(const QString &problem)
+void AppDelegate::setProblem(const QString &problem, const QString &inEnglish)
 {
     if (m_problem == problem)
         return;
     m_problem = problem;
+    m_problemInEnglish = inEnglish;
     Q_EMIT problemChanged();
+}
+
+void AppDelegate::cannotRecord(const QString &reason)
+{
+    setProblem(tr("Cannot record: %1").arg(platform::inWords(reason)), u"Cannot record: %1"_s.arg(reason));
+}
+
+void AppDelegate::cannotPlay(const QString &file, const QString &reason)
+{
+    setProblem(tr("Cannot play %1: %2").arg(file, platform::inWords(reason)),
+        u"Cannot play %1: %2"_s.arg(file, reason));
 }
 
 bool AppDelegate::showInFinderWhenFinishRecording() const
@@ -184,7 +199,7 @@ bool AppDelegate::visibleShowInFinder() const
 
 void AppDelegate::recordAction(QObject *)
 {
-    setProblem({});
+    setProblem({}, {});
     grantedAudioDeviceAuthorizationWithCompleteHandler([self = QPointer(this)](bool granted) {
         if (!self)
             return;
@@ -237,7 +252,7 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
 {
     if (!Takes::canOpenAnother()) {
         qCWarning(lcApp, "Too many files are open to start a recording.");
-        setProblem(tr("Cannot record: too many files are open"));
+        cannotRecord(platform::outputErrorReason(EMFILE));
         return;
     }
     // The file is named at once: it is the current one also when nothing can be written to it.
@@ -253,7 +268,7 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
     if (task->startRecord(QDeadlineTimer(patience))) {
         setState(RecorderStateRecording);
     } else {
-        setProblem(tr("Cannot record: %1").arg(Takes::whyNotStarted(*task)));
+        cannotRecord(Takes::whyNotStarted(*task));
         Alerts::failedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.
         if (m_recordingTask == task)
@@ -265,7 +280,7 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
 
 void AppDelegate::pauseAction(QObject *)
 {
-    setProblem({});
+    setProblem({}, {});
     if (m_state == RecorderStateRecording) {
         if (m_recordingTask)
             m_recordingTask->pauseRecord();
@@ -280,7 +295,7 @@ void AppDelegate::pauseAction(QObject *)
 
 void AppDelegate::stopAction(QObject *)
 {
-    setProblem({});
+    setProblem({}, {});
     if (m_state == RecorderStatePlaying || m_state == RecorderStatePlayingPaused) {
         playTask()->stop();
         setState(RecorderStateIdle);
@@ -297,7 +312,7 @@ void AppDelegate::stopAction(QObject *)
 
 void AppDelegate::playAction(QObject *)
 {
-    setProblem({});
+    setProblem({}, {});
     if (m_state == RecorderStatePlayingPaused) {
         playTask()->resume();
         setState(RecorderStatePlaying);
@@ -369,7 +384,7 @@ void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 millisec
 void AppDelegate::playTaskComplete(HBPlayTask *task)
 {
     if (!task->problem().isEmpty())
-        setProblem(tr("Cannot play %1: %2").arg(m_currentOutputURL.fileName(), task->problem()));
+        cannotPlay(m_currentOutputURL.fileName(), task->problem());
     setState(RecorderStateIdle);
 }
 

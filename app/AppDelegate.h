@@ -83,6 +83,8 @@ public:
     // Why the last command could not be done, as a sentence. Empty when it could, and from the next command
     // on.
     QString problem() const { return m_problem; }
+    // The same for scripts, which get it in English everywhere.
+    QString problemInEnglish() const { return m_problemInEnglish; }
 
     bool canRecord() const { return m_state == RecorderStateIdle || m_state == RecorderStateRecordingPaused; }
     bool canPause() const { return m_state == RecorderStateRecording || m_state == RecorderStatePlaying; }
@@ -178,7 +180,9 @@ private:
     void recordWithAccess();
     void selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion);
     void startRecord(std::chrono::milliseconds patience);
-    void setProblem(const QString &problem);
+    void setProblem(const QString &problem, const QString &inEnglish);
+    void cannotRecord(const QString &reason);
+    void cannotPlay(const QString &file, const QString &reason);
 
     int m_state = RecorderStateIdle;
     std::shared_ptr<HBRecordingTask> m_recordingTask;
@@ -187,5 +191,6 @@ private:
     QString m_currentDevice;
     bool m_hasHadDevice = false;
     QString m_problem;
+    QString m_problemInEnglish;
     std::unique_ptr<HBPlayTask> m_playTask;
 };

@@ -108,7 +108,7 @@ void Commands::reportStart(const Report &report)
     });
     connect(m_delegate, &AppDelegate::problemChanged, waiting, [this, end] {
         if (!m_delegate->problem().isEmpty())
-            end({true, m_delegate->problem()});
+            end({true, m_delegate->problemInEnglish()});
     });
     QTimer::singleShot(startsWithin, waiting, [end] {
         end({false, u"the recording has not started yet; the card may ask for a folder"_s});

@@ -19,7 +19,7 @@ bool canOpenAnother();
 // becomes of the first file is the writer's decision.
 QUrl createUniquePathFile(const QString &folder);
 
-// The reason, in words that follow a colon. A file that failed says why in more detail than the task.
+// A reason, see ForPeople.h. A file that failed says why in more detail than the task.
 QString whyNotStarted(HBRecordingTask &task);
 
 } // namespace Takes
