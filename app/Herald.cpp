@@ -8,21 +8,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
-#include <QRegularExpression>
 #include <QWidget>
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-// What the text is about, however long it has lasted: "12 s wait in memory", "3 min 20 s are missing".
-QString withoutDurations(QString text)
-{
-    static const QRegularExpression duration(u"\\b\\d+(\\.\\d+)? (s|min|minutes?)\\b"_s);
-    return text.remove(duration).simplified();
-}
-
-} // namespace
 
 Herald::Herald(const AppDelegate *delegate, const StatusLine *line, QWidget *card)
     : QObject(card)
@@ -31,7 +17,7 @@ Herald::Herald(const AppDelegate *delegate, const StatusLine *line, QWidget *car
     , m_card(card)
     , m_announcer(card)
     , m_state(delegate->state())
-    , m_told(line->text())
+    , m_told(line->topic())
 {
     connect(line, &StatusLine::textChanged, this, &Herald::tell);
     connect(line, &StatusLine::warningChanged, this, &Herald::followNotice);
@@ -57,7 +43,7 @@ bool Herald::isInFront() const
 void Herald::tell()
 {
     const int previousState = std::exchange(m_state, m_delegate->state());
-    const QString news = withoutDurations(m_line->text());
+    const QString news = m_line->topic();
     if (std::exchange(m_told, news) != news || previousState != m_state)
         m_announcer.announce(spoken(previousState));
     followNotice();
@@ -78,7 +64,7 @@ void Herald::followNotice()
         m_notice.takeBack();
         return;
     }
-    const QString news = withoutDurations(m_line->text());
+    const QString news = m_line->topic();
     if (std::exchange(m_noticed, news) != news)
         m_notice.show(m_line->text());
 }

@@ -5,6 +5,7 @@
 
 #include "KTAudioControl/KTAudioControl.h"
 #include "app/AppDelegate.h"
+#include "platform/ForPeople.h"
 #include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
 
@@ -157,10 +158,11 @@ void StatusLine::judgeDisk(const platform::DiskState &disk)
 void StatusLine::refresh()
 {
     platform::assertMainThread();
-    const QString wrong = trouble();
-    const QString text = wrong.isEmpty() ? stateText() : wrong;
-    const bool textChanges = std::exchange(m_text, text) != text;
-    const bool warning = !wrong.isEmpty();
+    const QString before = m_text;
+    const bool warning = lookForTrouble();
+    if (!warning)
+        m_text = m_topic = stateText();
+    const bool textChanges = m_text != before;
     const bool warningChanges = std::exchange(m_warning, warning) != warning;
     if (textChanges)
         Q_EMIT textChanged();
@@ -168,7 +170,8 @@ void StatusLine::refresh()
         Q_EMIT warningChanged();
 }
 
-QString StatusLine::trouble()
+// Whether something is wrong. It is the text then.
+bool StatusLine::lookForTrouble()
 {
     const Troubles troubles = this->troubles();
     // What is still on its way into a file is looked after also when the recording has ended.
@@ -179,11 +182,17 @@ QString StatusLine::trouble()
         m_timer.stop();
     else if (!m_timer.isActive())
         m_timer.start(intervalMilliseconds, this);
-    if (isProblemTold(troubles))
-        return m_delegate->problem();
-    return isPlaying(m_state)
-        ? QString()
-        : troubles.sentence(isRecording(m_state) ? m_device : m_delegate->currentDevice());
+    if (isProblemTold(troubles)) {
+        m_text = m_topic = m_delegate->problem();
+        return true;
+    }
+    const QString device = isRecording(m_state) ? m_device : m_delegate->currentDevice();
+    const QString wrong = isPlaying(m_state) ? QString() : troubles.sentence(device);
+    if (wrong.isEmpty())
+        return false;
+    m_text = wrong;
+    m_topic = troubles.withoutDurations().sentence(device);
+    return true;
 }
 
 // Why a command could not be done is no reason to keep quiet about what the next recording would suffer from.
@@ -245,7 +254,7 @@ void StatusLine::lookAtOutputs(Troubles &troubles)
         m_isEnding |= output.isUnseen;
         waiting += output.bytesWaiting;
         if (output.error)
-            problem = platform::outputErrorReason(output.error);
+            problem = platform::inWords(platform::outputErrorReason(output.error));
         else if (output.bytesWaiting > 0 && now - output.waitingSince > longestWrite)
             troubles.diskIsSilent = true;
     }

@@ -29,6 +29,8 @@ public:
     StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent = nullptr);
 
     QString text() const { return m_text; }
+    // What the text is about: it stays the same while only a number in the text counts.
+    QString topic() const { return m_topic; }
     bool isWarning() const { return m_warning; }
     // Sound may be lost meanwhile: of a running recording, or what waits for its disk.
     bool isSoundAtStake() const { return m_timer.isActive(); }
@@ -52,7 +54,7 @@ private:
     bool isProblemTold(const Troubles &troubles) const;
     QString stateText() const;
     QString idleText() const;
-    QString trouble();
+    bool lookForTrouble();
     Troubles troubles();
     bool isMuted() const;
     void lookAtOutputs(Troubles &troubles);
@@ -75,5 +77,6 @@ private:
     News m_news = News::Nothing; // goes before what is not as new
     QBasicTimer m_newsTimer;
     QString m_text;
+    QString m_topic;
     bool m_warning = false;
 };

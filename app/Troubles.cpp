@@ -3,32 +3,33 @@
 
 #include "app/Troubles.h"
 
-#include <QCoreApplication>
+#include "platform/ForPeople.h"
 
 using namespace std::chrono_literals;
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("StatusLine", text);
-}
+constexpr auto worthWaiting = 1s;
 
 QString inMinutes(std::chrono::seconds time)
 {
     const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(time).count();
     if (minutes < 1)
-        return tr("less than a minute");
-    return minutes == 1 ? tr("1 minute") : tr("%1 minutes").arg(minutes);
+        return Troubles::tr("less than a minute");
+    return minutes == 1 ? Troubles::tr("1 minute") : Troubles::tr("%Ln minutes", nullptr, int(minutes));
 }
 
 // Exact where a tenth can be heard: "0.4 s", "12 s", "3 min 20 s".
 QString inSeconds(std::chrono::milliseconds time)
 {
     if (time < 10s)
-        return tr("%1 s").arg(double(time.count()) / 1000, 0, 'f', 1);
+        return Troubles::tr("%1 s").arg(
+            platform::localeOfNumbers().toString(double(time.count()) / 1000, 'f', 1));
     const auto seconds = std::chrono::round<std::chrono::seconds>(time).count();
-    return seconds < 60 ? tr("%1 s").arg(seconds) : tr("%1 min %2 s").arg(seconds / 60).arg(seconds % 60);
+    return seconds < 60 ? Troubles::tr("%1 s").arg(platform::localeOfNumbers().toString(seconds))
+                        : Troubles::tr("%1 min %2 s")
+                              .arg(platform::localeOfNumbers().toString(seconds / 60),
+                                  platform::localeOfNumbers().toString(seconds % 60));
 }
 
 QString asSentence(const QString &reason)
@@ -44,6 +45,16 @@ QString Troubles::sentence(const QString &device) const
         if (!told.isEmpty())
             return told;
     return {};
+}
+
+Troubles Troubles::withoutDurations() const
+{
+    Troubles shortest = *this;
+    for (milliseconds *time : {&shortest.unwritten, &shortest.missing})
+        *time = std::min(*time, worthTelling);
+    shortest.waiting = std::min<milliseconds>(waiting, worthWaiting);
+    shortest.timeLeft = std::min<std::chrono::seconds>(timeLeft, 1min);
+    return shortest;
 }
 
 QString Troubles::ofTheFile() const
@@ -86,5 +97,6 @@ QString Troubles::ofHoles() const
 
 QString Troubles::andWaiting(const QString &cause) const
 {
-    return waiting < 1s ? cause : tr("%1: %2 wait in memory and are safe").arg(cause, inSeconds(waiting));
+    return waiting < worthWaiting ? cause
+                                  : tr("%1: %2 wait in memory and are safe").arg(cause, inSeconds(waiting));
 }

@@ -6,10 +6,14 @@
 #include "app/DiskWatch.h"
 #include "app/SoundWatch.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 // What is known to be wrong with a recording, several things at once as a rule: a cause and its symptoms.
 struct Troubles {
+    Q_DECLARE_TR_FUNCTIONS(Troubles)
+
+public:
     using milliseconds = std::chrono::milliseconds;
 
     // Below this nothing is told: an encoder holds back as much, and nobody hears it.
@@ -29,6 +33,9 @@ struct Troubles {
     // The one that is to be told, as a sentence: a cause before its symptoms, what is lost before what may
     // be, what goes on before what has passed. Empty when nothing is wrong.
     QString sentence(const QString &device) const;
+    // The same with every time at its shortest, so that one sentence can be told from another however long it
+    // has lasted.
+    Troubles withoutDurations() const;
 
 private:
     QString ofTheFile() const;
