@@ -6,26 +6,37 @@
 #include "KTAudioControl/AudioStreamBasicDescription.h"
 #include "platform/desktop/Alert.h"
 
-using namespace Qt::StringLiterals;
+#include <QCoreApplication>
 
 namespace Alerts {
 
+namespace {
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(Alerts)
+};
+
+} // namespace
+
 void failedStartRecording(const AudioStreamBasicDescription &description)
 {
-    const QString reason = QString::asprintf(
-        "Unsupport format: %d bits per channel, %f sample rate, %d channels per frame, flags: %d",
-        int(description.mBitsPerChannel), description.mSampleRate, int(description.mChannelsPerFrame),
-        int(description.mFormatFlags));
-    platform::Alert{u"Failed to start record."_s, reason, u"OK"_s}.runModal();
+    const QString reason
+        = Text::tr("Unsupport format: %1 bits per channel, %2 sample rate, %3 channels per frame, flags: %4")
+              .arg(QString::number(int(description.mBitsPerChannel)),
+                  QString::asprintf("%f", description.mSampleRate),
+                  QString::number(int(description.mChannelsPerFrame)),
+                  QString::number(int(description.mFormatFlags)));
+    platform::Alert{Text::tr("Failed to start record."), reason, Text::tr("OK")}.runModal();
 }
 
 void authorizationAccessSetting()
 {
-    const QString message = u"Need to access the %1"_s.arg(u"microphone"_s);
+    const QString message = Text::tr("Need to access the %1").arg(Text::tr("microphone"));
     const QString explanation
-        = u"Before continue, you must granted to access %1. Go to \"Apple->System Preferences...->Security & "
-          u"Privacy->Privacy->%2\" to set, and then relaunch."_s.arg(u"microphone"_s, u"Microphone"_s);
-    platform::Alert{message, explanation, u"OK"_s}.runModal();
+        = Text::tr("Before continue, you must granted to access %1. Go to \"Apple->System Preferences...->"
+                   "Security & Privacy->Privacy->%2\" to set, and then relaunch.")
+              .arg(Text::tr("microphone"), Text::tr("Microphone"));
+    platform::Alert{message, explanation, Text::tr("OK")}.runModal();
 }
 
 } // namespace Alerts

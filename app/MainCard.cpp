@@ -153,7 +153,7 @@ void MainCard::nameShortcuts()
     for (QAbstractButton *button : buttons) {
         const QString key = button->shortcut().toString(QKeySequence::NativeText);
         if (!key.isEmpty())
-            button->setToolTip(u"%1 (%2)"_s.arg(button->accessibleName(), key));
+            button->setToolTip(tr("%1 (%2)", "a command and its key").arg(button->accessibleName(), key));
     }
 }
 

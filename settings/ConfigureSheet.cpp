@@ -34,7 +34,7 @@ ConfigureSheet::ConfigureSheet(KTMP3ConfigureWndCtrl *controller)
     : m_controller(controller)
     , m_ui(std::make_unique<Ui::KTMP3ConfigureWndCtrl>())
 {
-    setWindowTitle(u"Encoder"_s);
+    setWindowTitle(tr("Encoder"));
     setWindowModality(Qt::WindowModal);
     m_ui->setupUi(content());
     CardStyle::scaleLayout(content()->layout());

@@ -5,6 +5,7 @@
 
 #include "encoder/KTMp3LameConfig.h"
 #include "platform/Binding.h"
+#include "platform/ForPeople.h"
 #include "ui_EncoderForm.h"
 
 #include <QActionGroup>
@@ -28,10 +29,11 @@ constexpr double bitrateStep = 1; // kbit/s
 // "5.0", "9.999": one decimal, or as many as are needed up to three.
 QString qualityDesc(double encodeQuality)
 {
-    QString text = QString::number(encodeQuality, 'f', 3);
-    while (text.endsWith(u'0') && !text.endsWith(".0"_L1))
-        text.chop(1);
-    return text;
+    QString digits = QString::number(encodeQuality, 'f', 3);
+    int decimals = 3;
+    for (; decimals > 1 && digits.endsWith(u'0'); --decimals)
+        digits.chop(1);
+    return platform::localeOfNumbers().toString(encodeQuality, 'f', decimals);
 }
 
 // The box shows the name that the configuration has, and its menu a tick beside the item of that title.
@@ -44,11 +46,16 @@ void bindChoice(
         choices->addAction(item);
     }
     bind(box, controller, keyPath, [box, menu, keys](const QVariant &name) {
-        box->setText(name.toString());
-        box->setToolTip(keys);
-        box->setAccessibleDescription(name.toString());
-        for (QAction *item : menu->actions())
-            item->setChecked(EncoderForm::titleOf(*item) == name.toString());
+        for (QAction *item : menu->actions()) {
+            const bool isChosen = EncoderForm::titleOf(*item) == name.toString();
+            item->setChecked(isChosen);
+            if (!isChosen)
+                continue;
+            const QString shown = item->text().remove(u'&');
+            box->setText(shown);
+            box->setToolTip(keys);
+            box->setAccessibleDescription(shown);
+        }
     });
 }
 
@@ -81,11 +88,14 @@ void EncoderForm::bindTo(QObject *controller, const QString &targetKeyPath)
     bind(m_ui->qualityValue, controller, u"config.encodeQuality"_s,
         [this](const QVariant &value) { m_ui->qualityValue->setText(qualityDesc(value.toDouble())); });
     bind(m_ui->bitrate, "amount", controller, u"config.bitrate"_s, BindingDirection::TwoWay);
-    bind(m_ui->bitrateValue, "text", controller, u"config.bitrateDesc"_s);
+    bind(m_ui->bitrateValue, controller, u"config.bitrate"_s, [this](const QVariant &value) {
+        m_ui->bitrateValue->setText(
+            tr("%1kbps").arg(platform::localeOfNumbers().toString(value.toLongLong())));
+    });
     bind(m_ui->constantBitrate, "checked", controller, u"config.isCBR"_s, BindingDirection::TwoWay);
-    bindChoice(m_ui->boxEncoderEngine, u"How much time the encoder takes (Alt+E)"_s, m_ui->encodeEngineMenu,
+    bindChoice(m_ui->boxEncoderEngine, tr("How much time the encoder takes (Alt+E)"), m_ui->encodeEngineMenu,
         controller, u"config.encoderEngineQualityName"_s);
-    bindChoice(m_ui->boxVbrMode, u"How the encoder varies the bitrate (Alt+V)"_s, m_ui->vbrModeMenu,
+    bindChoice(m_ui->boxVbrMode, tr("How the encoder varies the bitrate (Alt+V)"), m_ui->vbrModeMenu,
         controller, u"config.vbrModeName"_s);
 }
 
@@ -112,5 +122,6 @@ void EncoderForm::setQualityEnabled(bool enabled)
 
 QString EncoderForm::titleOf(const QAction &item)
 {
-    return item.text().remove(u'&');
+    const QVariant name = item.property("name");
+    return name.isValid() ? name.toString() : item.text().remove(u'&');
 }

@@ -35,7 +35,8 @@ public:
 
     // For the outlets of the owner, and for what it binds and sends by itself.
     const Ui::EncoderForm &controls() const { return *m_ui; }
-    // The item's title as the interface file has it. Some desktops mark a letter of it for the keyboard.
+    // The name that the item stands for, in the encoder's own words; of an item without one, its title. Some
+    // desktops mark a letter of that for the keyboard.
     static QString titleOf(const QAction &item);
 
 Q_SIGNALS:

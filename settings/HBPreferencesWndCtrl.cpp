@@ -24,7 +24,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString configDataKey = u"HBConfigDataKey"_s;
-const QString noWorkingPath = u"Please select a location to save the recording"_s;
+// Data where it stands for a path; put into words where it is shown.
+constexpr const char *noWorkingPath
+    = QT_TRANSLATE_NOOP("HBPreferencesWndCtrl", "Please select a location to save the recording");
 constexpr std::chrono::seconds diskAnswersWithin(1);
 
 // An archive that holds no configuration counts as none; the decoder has logged why.
@@ -82,33 +84,35 @@ platform::AttributedString HBPreferencesWndCtrl::attributeTitle(const QString &t
 
 platform::AttributedString HBPreferencesWndCtrl::attributeTitleForDone() const
 {
-    return attributeTitle(u"Done"_s, Qt::white, Qt::AlignHCenter);
+    return attributeTitle(tr("Done"), Qt::white, Qt::AlignHCenter);
 }
 
 platform::AttributedString HBPreferencesWndCtrl::attributeTitleForCBR() const
 {
-    return attributeTitle(u"Restrict encoder to constant bitrate"_s);
+    return attributeTitle(tr("Restrict encoder to constant bitrate"));
 }
 
 platform::AttributedString HBPreferencesWndCtrl::attributeTitleForQuality() const
 {
-    return attributeTitle(u"Quality"_s);
+    return attributeTitle(tr("Quality"));
 }
 
 platform::AttributedString HBPreferencesWndCtrl::attributeTitleForBitrate() const
 {
-    return attributeTitle(u"Bitrate"_s);
+    return attributeTitle(tr("Bitrate"));
 }
 
 QString HBPreferencesWndCtrl::workingPath() const
 {
-    return m_folder->path().isEmpty() ? noWorkingPath : m_folder->path();
+    return m_folder->path().isEmpty() ? QString::fromLatin1(noWorkingPath) : m_folder->path();
 }
 
 QString HBPreferencesWndCtrl::workingFolderText() const
 {
     const QString waitingFor = m_folder->waitingFor();
-    return waitingFor.isEmpty() ? workingPath() : u"Waiting for the disk of %1"_s.arg(waitingFor);
+    if (!waitingFor.isEmpty())
+        return tr("Waiting for the disk of %1").arg(waitingFor);
+    return m_folder->path().isEmpty() ? tr(noWorkingPath) : m_folder->path();
 }
 
 bool HBPreferencesWndCtrl::workingPathExist() const
@@ -129,26 +133,28 @@ QString HBPreferencesWndCtrl::recordingEstimate() const
     if (!m_config)
         return {};
     const RecordingEstimate estimate(*m_config);
-    return estimate.rateSentence() + roomSentence(estimate);
+    const QString room = roomSentence(estimate);
+    return room.isEmpty() ? estimate.rateSentence()
+                          : tr("%1 %2", "two sentences").arg(estimate.rateSentence(), room);
 }
 
 QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) const
 {
     if (m_diskIsSilent)
-        return u" Waiting for the disk."_s; // its folder stands above
+        return tr("Waiting for the disk."); // its folder stands above
     if (!m_disk)
         return {};
     switch (m_disk->folder) {
     case platform::DiskState::Missing:
-        return u" The folder is gone."_s;
+        return tr("The folder is gone.");
     case platform::DiskState::NotAFolder:
-        return u" This is not a folder."_s;
+        return tr("This is not a folder.");
     case platform::DiskState::NotWritable:
-        return u" The folder is not writable."_s;
+        return tr("The folder is not writable.");
     case platform::DiskState::Writable:
         break;
     }
-    return u' ' + estimate.roomSentence(m_disk->bytesFree);
+    return estimate.roomSentence(m_disk->bytesFree);
 }
 
 void HBPreferencesWndCtrl::askForRoom()

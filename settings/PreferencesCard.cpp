@@ -29,7 +29,7 @@ PreferencesCard::PreferencesCard(HBPreferencesWndCtrl *controller)
     : m_controller(controller)
     , m_ui(std::make_unique<Ui::HBPreferencesWndCtrl>())
 {
-    setWindowTitle(u"Preferences"_s);
+    setWindowTitle(tr("Preferences"));
     m_ui->setupUi(content());
     CardStyle::scaleLayout(content()->layout());
     // The longest sentence takes two lines. Nothing moves when it comes or goes.

@@ -4,13 +4,11 @@
 #include "settings/RecordingEstimate.h"
 
 #include "encoder/KTMp3LameConfig.h"
+#include "platform/ForPeople.h"
 
-#include <QLocale>
 #include <algorithm>
 #include <array>
 #include <cmath>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,8 +31,7 @@ double meanOf(double quality)
 QString number(double value, int decimals = 0)
 {
     const double unit = std::pow(10.0, decimals);
-    return QLocale(QLocale::English, QLocale::UnitedStates)
-        .toString(std::floor(value * unit) / unit, 'f', decimals);
+    return platform::localeOfNumbers().toString(std::floor(value * unit) / unit, 'f', decimals);
 }
 
 } // namespace
@@ -56,10 +53,11 @@ QString RecordingEstimate::rateSentence() const
 {
     const QString rate = number(std::round(megabytesPerHour()));
     if (!m_aimsAtBitrate)
-        return u"About %1 MB an hour."_s.arg(rate);
-    const QString size = m_isConstant ? u"%1 MB an hour"_s.arg(rate) : u"about %1 MB an hour"_s.arg(rate);
-    return u"A recording sets the bitrate to %1kbps when it starts: %2."_s.arg(
-        number(m_kilobitsPerSecond), size);
+        return tr("About %1 MB an hour.").arg(rate);
+    const QString sentence = m_isConstant
+        ? tr("A recording sets the bitrate to %1kbps when it starts: %2 MB an hour.")
+        : tr("A recording sets the bitrate to %1kbps when it starts: about %2 MB an hour.");
+    return sentence.arg(number(m_kilobitsPerSecond), rate);
 }
 
 QString RecordingEstimate::roomSentence(qint64 writableBytes) const
@@ -67,21 +65,24 @@ QString RecordingEstimate::roomSentence(qint64 writableBytes) const
     const double hours = static_cast<double>(std::max<qint64>(writableBytes, 0)) / 1e6 / megabytesPerHour();
     const double minutes = hours * 60;
     if (minutes < 1)
-        return u"This disk is full."_s;
+        return tr("This disk is full.");
     if (minutes < 2)
-        return u"1 minute fits on this disk."_s;
+        return tr("1 minute fits on this disk.");
     if (hours < 1)
-        return u"%1 minutes fit on this disk."_s.arg(number(minutes));
+        return tr("%1 minutes fit on this disk.", nullptr, int(minutes)).arg(number(minutes));
     if (hours < 1.1)
-        return u"1 hour fits on this disk."_s;
+        return tr("1 hour fits on this disk.");
     if (hours < 10)
-        return u"%1 hours fit on this disk."_s.arg(number(hours, 1));
-    return u"%1 hours fit on this disk."_s.arg(number(hours));
+        return tr("%1 hours fit on this disk.", "less than ten, with a decimal", int(hours))
+            .arg(number(hours, 1));
+    return tr("%1 hours fit on this disk.", nullptr, int(hours)).arg(number(hours));
 }
 
 QString RecordingEstimate::explanation() const
 {
     if (m_aimsAtBitrate)
-        return u"Whatever bitrate is chosen here, a recording takes the highest.\nA quality target makes smaller files."_s;
-    return u"With a quality target the size depends on the sound:\nmusic needs most, speech and silence less."_s;
+        return tr("Whatever bitrate is chosen here, a recording takes the highest.\nA quality target makes "
+                  "smaller files.");
+    return tr(
+        "With a quality target the size depends on the sound:\nmusic needs most, speech and silence less.");
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 class KTMp3LameConfig;
@@ -10,6 +11,8 @@ class KTMp3LameConfig;
 // What an encoder configuration means for a disk, in sentences for people. A recording of sound with a
 // variable or average bitrate can only be estimated: those sentences say "About".
 class RecordingEstimate {
+    Q_DECLARE_TR_FUNCTIONS(RecordingEstimate)
+
 public:
     explicit RecordingEstimate(const KTMp3LameConfig &config);
 

@@ -41,7 +41,7 @@ QLinearGradient gradient(const QRectF &track)
 LevelMeter::LevelMeter(QWidget *parent)
     : QWidget(parent)
 {
-    setAccessibleName(QStringLiteral("Input level"));
+    setAccessibleName(tr("Input level"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
