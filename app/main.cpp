@@ -12,6 +12,7 @@
 #include "platform/TerminationSignals.h"
 #include "platform/desktop/FirstPaint.h"
 #include "platform/desktop/Foreground.h"
+#include "platform/desktop/Language.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/WindowPlatform.h"
@@ -119,6 +120,7 @@ int main(int argc, char **argv)
     platform::preferNativePlatform();
     QApplication application(argc, argv);
     nameApplication();
+    platform::speakLanguageOfDesktop();
     platform::SessionBus::shared().watch();
 
     AppDelegate delegate;
@@ -140,7 +142,7 @@ int main(int argc, char **argv)
     // short.
     static const auto *const signals = new platform::TerminationSignals;
     QObject::connect(signals, &platform::TerminationSignals::terminationRequested, &QApplication::quit);
-    platform::SleepInhibitor sleep(u"Recording sound"_s);
+    platform::SleepInhibitor sleep(QApplication::translate("main", "Recording sound"));
     platform::bind(&sleep, &delegate, u"state"_s,
         [&](const QVariant &state) { sleep.setActive(state.toInt() == RecorderStateRecording); });
 

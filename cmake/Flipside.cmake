@@ -105,3 +105,22 @@ function(flipside_find_lame)
     set_target_properties(Lame::Lame PROPERTIES IMPORTED_LOCATION ${LAME_LIBRARY}
         INTERFACE_INCLUDE_DIRECTORIES ${LAME_INCLUDE_DIR})
 endfunction()
+
+# The tool is beside Qt's others, and not always on the path; what is on the path may be that of an older Qt.
+function(flipside_find_lrelease)
+    find_program(FLIPSIDE_LRELEASE NAMES lrelease lrelease-qt6 lrelease6 REQUIRED
+        HINTS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS} ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_LIBEXECS})
+endfunction()
+
+# Compiles all of translations/ into the program, where it is found under :/i18n.
+function(flipside_translations target)
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/translations/*.ts)
+    foreach(source ${sources})
+        get_filename_component(name ${source} NAME_WE)
+        set(compiled ${CMAKE_CURRENT_BINARY_DIR}/${name}.qm)
+        add_custom_command(OUTPUT ${compiled} DEPENDS ${source}
+            COMMAND ${FLIPSIDE_LRELEASE} -silent ${source} -qm ${compiled} VERBATIM)
+        list(APPEND catalogues ${compiled})
+    endforeach()
+    qt_add_resources(${target} i18n PREFIX /i18n BASE ${CMAKE_CURRENT_BINARY_DIR} FILES ${catalogues})
+endfunction()
