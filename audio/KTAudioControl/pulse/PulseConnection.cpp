@@ -78,10 +78,9 @@ bool PulseConnection::isConnecting() const
 }
 
 // What is told to people most often of what the library says; the rest stays in its words.
-[[maybe_unused]] constexpr const char *librarysWords[]
-    = {QT_TRANSLATE_NOOP("Reason", "Access denied"), QT_TRANSLATE_NOOP("Reason", "Connection refused"),
-        QT_TRANSLATE_NOOP("Reason", "Connection terminated"), QT_TRANSLATE_NOOP("Reason", "No such entity"),
-        QT_TRANSLATE_NOOP("Reason", "Timeout")};
+[[maybe_unused]] constexpr const char *librarysWords[] = {QT_TRANSLATE_NOOP("Reason", "Access denied"),
+    QT_TRANSLATE_NOOP("Reason", "Connection refused"), QT_TRANSLATE_NOOP("Reason", "Connection terminated"),
+    QT_TRANSLATE_NOOP("Reason", "No such entity"), QT_TRANSLATE_NOOP("Reason", "Timeout")};
 
 QString PulseConnection::lastError() const
 {
