@@ -37,8 +37,8 @@ QPainterPath pathOf(IconButton::Icon shape)
 
 // Of a lit button's diameter; the gap inside the ring is as wide as the ring.
 constexpr double ringShare = 0.055;
-constexpr int hoverLighter = 112;
-constexpr int pressedDarker = 118;
+constexpr int faceHoverLighter = 112;
+constexpr int facePressedDarker = 118;
 
 } // namespace
 
@@ -124,8 +124,8 @@ QColor IconButton::discColor() const
     }
     const QColor base = m_look == Accent ? CardStyle::colours().record : CardStyle::colours().raised;
     if (isDown())
-        return base.darker(pressedDarker);
-    return isHovered() ? base.lighter(hoverLighter) : base;
+        return base.darker(facePressedDarker);
+    return isHovered() ? base.lighter(faceHoverLighter) : base;
 }
 
 QColor IconButton::edgeColor() const

@@ -15,7 +15,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::chrono::milliseconds diskAnswersWithin{150};
+constexpr std::chrono::milliseconds firstFolderAnswersWithin{150};
 
 class FolderSheet : public QFileDialog {
 public:
@@ -55,7 +55,8 @@ private:
 bool isThere(const QString &folder)
 {
     return !folder.isEmpty()
-        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, diskAnswersWithin).value_or(false);
+        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, firstFolderAnswersWithin)
+               .value_or(false);
 }
 
 QString placeToBegin(const QString &wanted)

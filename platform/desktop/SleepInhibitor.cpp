@@ -21,14 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-namespace {
-
-// The session manager's and the portal's flag for suspending; the session's becoming idle, which rests and
-// locks the screen, would be 8.
-constexpr uint suspend = 4;
-
-constexpr std::chrono::seconds systemAnswersWithin(2);
-
 struct SleepService {
     QString name;
     QString path;
@@ -36,6 +28,14 @@ struct SleepService {
     QVariantList arguments; // of "Inhibit"
     QString releaseMethod; // takes the answer to it; empty where giving the answer up releases
 };
+
+namespace {
+
+// The session manager's and the portal's flag for suspending; the session's becoming idle, which rests and
+// locks the screen, would be 8.
+constexpr uint suspend = 4;
+
+constexpr std::chrono::seconds systemAnswersWithin(2);
 
 // The portal's answer is an object that is closed, the others' a number that is handed back.
 QList<SleepService> servicesOfSession(const QString &reason)
