@@ -93,7 +93,9 @@ class Desktop:
             self.ask("hsetroot", "-add", self.background[0], "-add", self.background[1], "-gradient", 0)
             if self.window_manager:
                 self.spawn(self.window_manager)
-                wait_until(lambda: self._root_has("_NET_SUPPORTING_WM_CHECK"), "a window manager")
+                # It is there before it looks after new windows, which have no focus then: it does what it is asked.
+                does = "xdotool set_num_desktops 1; xprop -root _NET_NUMBER_OF_DESKTOPS | grep -q ' = 1$'"
+                wait_until(lambda: not subprocess.call(does, shell=True, env=self.env, stderr=subprocess.DEVNULL), does)
             if self.compositor:
                 self.spawn(self.compositor)
                 wait_until(lambda: '"picom"' in self.ask("xwininfo", "-root", "-tree"), "a compositor")
@@ -156,9 +158,6 @@ class Desktop:
         if answer.returncode:
             raise Failure(f"{command}: {answer.stderr.strip()}")
         return answer.stdout.strip()
-
-    def _root_has(self, atom):
-        return " # " in self.ask("xprop", "-root", atom)
 
     def log(self, name):
         path = os.path.join(self.folder, name + ".log")
