@@ -1,16 +1,17 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Pictures of both cards of the real program in many fonts, sizes and scales, side by side on one sheet:
+"""Pictures of both cards of the real program in many fonts, sizes, scales and languages, side by side on one sheet:
 
     contact_sheet.py BINARY FOLDER [--fonts Inter "DejaVu Sans"] [--sizes 8 10 12 14 16 20 24] [--scales 1 2 3]
-                     [--ground light] [--mirrored] [--high-contrast] [--path NAME]
+                     [--languages C de ar] [--ground light] [--mirrored] [--high-contrast] [--path NAME]
 
 A font that is not installed is refused, so that no sheet shows another one in its place. With --path the working folder
 is one of that name, else none is chosen yet.
 """
 
 import argparse
+import itertools
 import os
 import subprocess
 import sys
@@ -28,6 +29,7 @@ def arguments():
     parser.add_argument("--fonts", nargs="+", default=["DejaVu Sans", "Inter", "Cantarell", "Noto Sans"])
     parser.add_argument("--sizes", nargs="+", type=float, default=[8, 10, 12, 14, 16, 20, 24])
     parser.add_argument("--scales", nargs="+", type=float, default=[1])
+    parser.add_argument("--languages", nargs="+", default=["C"])
     parser.add_argument("--ground", choices=("light", "dark"), default="light")
     parser.add_argument("--mirrored", action="store_true")
     parser.add_argument("--high-contrast", action="store_true")
@@ -66,10 +68,10 @@ def main():
             desk.choose_folder(wish.path)
         for scale in wish.scales:
             pictures = []
-            for font in wish.fonts:
-                for size in wish.sizes:
-                    with desk.program(font, size, scale, mirrored=wish.mirrored, high_contrast=wish.high_contrast):
-                        pictures += both_cards(desk, wish.folder, f"{font}-{size:g}-{scale:g}x".replace(" ", ""))
+            for font, language, size in itertools.product(wish.fonts, wish.languages, wish.sizes):
+                with desk.program(font, size, scale, wish.mirrored, wish.high_contrast, language):
+                    name = f"{font}-{language}-{size:g}-{scale:g}x".replace(" ", "")
+                    pictures += both_cards(desk, wish.folder, name)
             path = os.path.join(wish.folder, f"sheet-{scale:g}x.png")
             sheet(pictures, path, 2 * min(3, len(wish.sizes)))
             print(path)

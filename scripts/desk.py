@@ -1,14 +1,17 @@
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""The real program on a virtual desktop whose font, scale, direction and contrast are chosen, one after another."""
+"""The real program on a virtual desktop whose font, scale, direction, contrast and language are chosen, one after
+another."""
 
 import contextlib
 import os
 import subprocess
 import sys
 import tempfile
+import xml.etree.ElementTree
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "testbed"))
+ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..")
+sys.path.insert(0, os.path.join(ROOT, "testbed"))
 from recorder import Desktop, Failure, Recorder, SoundServer, wait_until  # noqa: E402, F401
 
 GROUNDS = {"light": ("#E9ECEF", "#CED4DA"), "dark": ("#1D2023", "#121416")}
@@ -19,6 +22,29 @@ def extents(control):
     import pyatspi
     box = control.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
     return box.x, box.y, box.width, box.height
+
+
+def words_of(language):
+    """The program's texts in the language, by the English ones."""
+    path = os.path.join(ROOT, "translations", f"flipside_{language}.ts")
+    if not os.path.exists(path):
+        return {}
+    messages = xml.etree.ElementTree.parse(path).iter("message")
+    return {message.findtext("source"): message.findtext("translation") for message in messages}
+
+
+class SpeakingRecorder(Recorder):
+    """Its controls are found by their English names all the same."""
+
+    def __init__(self, language, *arguments):
+        self.words = words_of(language)
+        super().__init__(*arguments)
+
+    def wait_for(self, role, key, deadline=20):
+        return super().wait_for(role, self.words.get(key, key), deadline)
+
+    def text(self, description):
+        return super().text(self.words.get(description, description))
 
 
 class Desk(contextlib.ExitStack):
@@ -38,15 +64,16 @@ class Desk(contextlib.ExitStack):
             file.write(text)
 
     @contextlib.contextmanager
-    def program(self, font="Inter", size=10.0, scale=1.0, mirrored=False, high_contrast=False):
+    def program(self, font="Inter", size=10.0, scale=1.0, mirrored=False, high_contrast=False, language="C"):
         """The font comes from the settings of a desktop that Qt reads by itself, without any animation."""
         self._write("kdeglobals", f"[General]\nfont={font},{size:g},-1,5,50,0,0,0,0,0\n[KDE]\nAnimationDurationFactor=0\n")
         self._write("gtk-3.0/settings.ini",
                     f"[Settings]\ngtk-theme-name={'HighContrast' if high_contrast else 'Adwaita'}\n")
         self.desktop.scale = scale
-        environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "QT_SCALE_FACTOR": str(scale)}
+        environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "QT_SCALE_FACTOR": str(scale),
+                       "LC_ALL": f"{language}.UTF-8"}
         binary = self._mirrored() if mirrored else self.binary
-        self.recorder = Recorder(self.desktop, self.sound, self.home, binary, environment)
+        self.recorder = SpeakingRecorder(language, self.desktop, self.sound, self.home, binary, environment)
         try:
             wait_until(self.desktop.active_window_geometry, "the card to be the active window")
             yield self.recorder
