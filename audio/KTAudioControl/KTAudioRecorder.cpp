@@ -58,7 +58,8 @@ public:
     void captureBack() override;
 
     // Any thread.
-    void countAway(bool goesOn);
+    void setAway(bool away);
+    void setPaused(bool paused);
 
     KTAudioRecorder *const m_recorder;
     const QString m_sourceKey;
@@ -72,9 +73,9 @@ public:
     PeakMeter m_levels;
     platform::ThreadCheck m_soundThread;
     bool m_heard = false; // sound thread, while there is a stream
-    std::atomic<bool> m_away = false;
-    std::atomic<bool> m_isPaused = false;
     mutable std::mutex m_missingMutex; // guards what follows, up to the state
+    bool m_isAway = false;
+    bool m_isPaused = false;
     std::chrono::steady_clock::duration m_awayTime{};
     std::optional<std::chrono::steady_clock::time_point> m_awaySince; // while that time counts
     std::uint64_t m_missingBytes = 0;
@@ -88,6 +89,8 @@ private:
     // Why it cannot; empty when the stream runs.
     QString open(const AudioStreamBasicDescription &format, QDeadlineTimer deadline);
     void deliver(const void *data, std::size_t bytes);
+    void forgetMissing();
+    void countAway();
 };
 
 // What a delegate that lags behind has not taken yet is given to it.
@@ -133,11 +136,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
         return platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no room for a thread"));
     m_levels.take();
     m_heard = false;
-    m_away = m_isPaused = false;
-    m_awayTime = {};
-    m_awaySince.reset();
-    m_missingBytes = m_longestHole = 0;
-    m_missingCause = KTAudioMissingCause::None;
+    forgetMissing();
     m_soundThread.release();
     auto opened = sound::soundSystem()->openCapture(m_sourceKey, m_spec, this, deadline);
     m_stream = std::move(opened.stream);
@@ -198,26 +197,48 @@ void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
 
 void KTAudioRecorder::Private::captureLost()
 {
-    m_away = true;
-    countAway(!m_isPaused);
+    setAway(true);
     qCWarning(lcAudio, "The input device %s has gone away.", qUtf8Printable(m_sourceKey));
 }
 
 void KTAudioRecorder::Private::captureBack()
 {
-    m_away = false;
-    countAway(false);
+    setAway(false);
     qCInfo(lcAudio, "The input device %s is back.", qUtf8Printable(m_sourceKey));
 }
 
-// Adds the time since the last call, if that was to count.
-void KTAudioRecorder::Private::countAway(bool goesOn)
+void KTAudioRecorder::Private::forgetMissing()
+{
+    const std::scoped_lock lock(m_missingMutex);
+    m_isAway = m_isPaused = false;
+    m_awayTime = {};
+    m_awaySince.reset();
+    m_missingBytes = m_longestHole = 0;
+    m_missingCause = KTAudioMissingCause::None;
+}
+
+// A device may come back at the very moment at which a recording goes on.
+void KTAudioRecorder::Private::setAway(bool away)
+{
+    const std::scoped_lock lock(m_missingMutex);
+    m_isAway = away;
+    countAway();
+}
+
+void KTAudioRecorder::Private::setPaused(bool paused)
+{
+    const std::scoped_lock lock(m_missingMutex);
+    m_isPaused = paused;
+    countAway();
+}
+
+// Under the mutex. Adds the time since the last call, if that was to count.
+void KTAudioRecorder::Private::countAway()
 {
     const auto now = std::chrono::steady_clock::now();
-    const std::scoped_lock lock(m_missingMutex);
     if (m_awaySince)
         m_awayTime += now - *m_awaySince;
-    m_awaySince = goesOn ? std::optional(now) : std::nullopt;
+    m_awaySince = m_isAway && !m_isPaused ? std::optional(now) : std::nullopt;
 }
 
 KTAudioRecorder::KTAudioRecorder(std::uint32_t deviceID)
@@ -260,8 +281,7 @@ void KTAudioRecorder::pauseRecord()
     if (d->m_state != KTAudioTransportStateRunning)
         return;
     d->pause();
-    d->m_isPaused = true;
-    d->countAway(false);
+    d->setPaused(true);
     d->m_state = KTAudioTransportStatePaused;
 }
 
@@ -271,8 +291,7 @@ void KTAudioRecorder::resumeRecord()
     if (d->m_state != KTAudioTransportStatePaused)
         return;
     d->m_state = KTAudioTransportStateRunning;
-    d->m_isPaused = false;
-    d->countAway(d->m_away);
+    d->setPaused(false);
     d->m_stream->resume();
 }
 
@@ -299,7 +318,8 @@ KTAudioMissing KTAudioRecorder::missing() const
 
 bool KTAudioRecorder::isAway() const
 {
-    return d->m_away;
+    const std::scoped_lock lock(d->m_missingMutex);
+    return d->m_isAway;
 }
 
 std::chrono::milliseconds KTAudioRecorder::away() const
