@@ -6,6 +6,7 @@
 #include "platform/ForPeople.h"
 #include "platform/Logging.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 
@@ -16,10 +17,13 @@ namespace platform {
 namespace {
 
 constexpr auto exitDeadline = 3s; // for all files together
+// Of a disk that was given the last of it only when the time was nearly over.
+constexpr auto shortestWait = 1s;
 
 void finishAll()
 {
-    const auto deadline = FileWriter::Clock::now() + exitDeadline;
+    const auto deadline
+        = std::max(endOfProgram().deadline<FileWriter::Clock>(), FileWriter::Clock::now() + shortestWait);
     for (const auto &writer : OpenOutputs::instance().all()) {
         if (writer->finish(deadline))
             continue;
@@ -74,6 +78,12 @@ std::vector<OutputState> outputStates()
             states.push_back(std::move(state));
     }
     return states;
+}
+
+QDeadlineTimer endOfProgram()
+{
+    static const QDeadlineTimer end(exitDeadline);
+    return end;
 }
 
 QString outputErrorReason(int error)

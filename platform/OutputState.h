@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QString>
 #include <chrono>
 #include <vector>
@@ -30,6 +31,10 @@ struct OutputState {
 // Of each file that has bytes waiting, an error or a loss, or is just ending, also of recordings that have
 // been stopped; in the order in which they were opened. Any thread; does not wait for a disk.
 std::vector<OutputState> outputStates();
+
+// How long the end of the program waits for sound that is still on its way into a file: three seconds from
+// the first call on.
+QDeadlineTimer endOfProgram();
 
 // What an error means to the user: a reason, see ForPeople.h.
 QString outputErrorReason(int error);
