@@ -85,6 +85,7 @@ bool CaptureQueue::add(const void *frames, std::size_t bytes)
     } catch (const std::bad_alloc &) {
         return false;
     }
+    m_soundLeft += bytes;
     if (!m_delivering && (std::exchange(m_resting, false) || m_incoming.bytes.size() >= m_batch))
         m_changed.notify_one();
     return true;
@@ -98,6 +99,7 @@ void CaptureQueue::addSilence(std::size_t bytes)
         m_incoming.silences.back().bytes += bytes;
     else
         m_incoming.silences.push_back({behind, bytes});
+    m_silenceLeft += bytes;
     m_changed.notify_one();
 }
 
@@ -118,6 +120,21 @@ bool CaptureQueue::isEmpty() const
 {
     const std::scoped_lock lock(m_mutex);
     return m_incoming.isEmpty() && !m_delivering;
+}
+
+void CaptureQueue::whenDelivered(std::function<void()> then)
+{
+    platform::assertMainThread();
+    std::unique_lock lock(m_mutex);
+    m_whenDelivered = std::move(then);
+    if (m_incoming.isEmpty() && !m_delivering)
+        delivered(lock);
+}
+
+void CaptureQueue::leaveOutSilence()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_soundOnly = true;
 }
 
 void CaptureQueue::end()
@@ -168,22 +185,30 @@ void CaptureQueue::run()
         m_delivering = false;
         m_hurried = m_awaited;
         if (m_incoming.isEmpty())
-            m_delivered.notify_all();
+            delivered(lock);
     }
+}
+
+void CaptureQueue::delivered(std::unique_lock<std::mutex> &lock)
+{
+    m_delivered.notify_all();
+    const auto then = std::exchange(m_whenDelivered, nullptr);
+    if (!then)
+        return;
+    lock.unlock();
+    then();
+    lock.lock();
 }
 
 void CaptureQueue::deliver(Batch &batch)
 {
     std::size_t done = 0;
     for (const auto &[behind, bytes] : batch.silences) {
-        deliverPieces(batch.bytes.data() + done, behind - done);
+        deliverSound(batch.bytes.data() + done, behind - done);
+        deliverSilence(bytes);
         done = behind;
-        for (std::size_t left = bytes, part = 0; left > 0; left -= part) {
-            part = std::min(left, m_piece);
-            deliverPieces(silence.data(), part);
-        }
     }
-    deliverPieces(batch.bytes.data() + done, batch.bytes.size() - done);
+    deliverSound(batch.bytes.data() + done, batch.bytes.size() - done);
     if (batch.bytes.capacity() > 8 * usualBytes) {
         batch.bytes = {};
         batch.bytes.reserve(usualBytes);
@@ -192,16 +217,35 @@ void CaptureQueue::deliver(Batch &batch)
     batch.silences.clear();
 }
 
-void CaptureQueue::deliverPieces(const std::byte *frames, std::size_t bytes)
+void CaptureQueue::deliverSound(const std::byte *frames, std::size_t bytes)
 {
     m_captureThread.assertSameThread();
     for (std::size_t part = 0; bytes > 0; bytes -= part, frames += part) {
-        {
-            const std::scoped_lock lock(m_mutex);
-            if (m_ended)
-                return;
-        }
         part = std::min(bytes, m_piece);
+        if (!mayDeliver(part, 0))
+            return;
         m_deliver(frames, part);
     }
+}
+
+void CaptureQueue::deliverSilence(std::size_t bytes)
+{
+    m_captureThread.assertSameThread();
+    for (std::size_t part = 0; bytes > 0; bytes -= part) {
+        part = std::min(bytes, m_piece);
+        if (!mayDeliver(0, part))
+            return;
+        m_deliver(silence.data(), part);
+    }
+}
+
+// What is about to be delivered is left no longer.
+bool CaptureQueue::mayDeliver(std::size_t sound, std::size_t silence)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (m_ended || (silence > 0 && m_soundOnly))
+        return false;
+    m_soundLeft -= sound;
+    m_silenceLeft -= silence;
+    return true;
 }

@@ -37,7 +37,7 @@ public:
     // Sound thread. False when there is no memory for them: they are lost. In the normal case nothing is
     // allocated.
     bool add(const void *frames, std::size_t bytes);
-    // Takes no memory, however long it is.
+    // Takes no memory, however long it is. Any thread.
     void addSilence(std::size_t bytes);
 
     // Main thread. False when the deadline passes before all that was added has been delivered, which then
@@ -45,8 +45,20 @@ public:
     bool waitUntilDelivered(std::chrono::milliseconds deadline);
     // Whether all that was added has been delivered. Any thread.
     bool isEmpty() const;
-    // Drops what waits, and waits for a delivery under way.
+    // Calls it once, when all that was added has been delivered: on the capture thread, or inside this call.
+    // Main thread.
+    void whenDelivered(std::function<void()> then);
+    // Leaves out all silence that is still to come, for the sound behind it. Main thread.
+    void leaveOutSilence();
+    // Drops what waits, and waits for a delivery under way. Main thread.
     void end();
+
+    // When it has ended.
+    struct LeftOut {
+        std::size_t sound = 0; // bytes
+        std::size_t silence = 0;
+    };
+    LeftOut leftOut() const { return {m_soundLeft, m_silenceLeft}; }
 
 private:
     // Silence to be inserted after the first `behind` bytes.
@@ -62,7 +74,10 @@ private:
 
     void run();
     void deliver(Batch &batch);
-    void deliverPieces(const std::byte *frames, std::size_t bytes);
+    void deliverSound(const std::byte *frames, std::size_t bytes);
+    void deliverSilence(std::size_t bytes);
+    bool mayDeliver(std::size_t sound, std::size_t silence);
+    void delivered(std::unique_lock<std::mutex> &lock);
     bool mayDeliver() const;
     void wait(std::unique_lock<std::mutex> &lock);
 
@@ -79,6 +94,10 @@ private:
     bool m_resting = true; // nothing has come for a while: the thread waits without a deadline
     bool m_awaited = false; // somebody waits until all is delivered
     bool m_hurried = false; // a little is delivered as well
+    bool m_soundOnly = false;
     bool m_ended = false;
+    std::size_t m_soundLeft = 0; // bytes, not delivered yet
+    std::size_t m_silenceLeft = 0;
+    std::function<void()> m_whenDelivered;
     std::chrono::steady_clock::time_point m_heldUntil = std::chrono::steady_clock::time_point::max();
 };

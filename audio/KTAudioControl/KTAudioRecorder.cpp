@@ -25,6 +25,11 @@ constexpr auto pauseDeadline = 900ms;
 // The main loop is back before, unless the window is busy with something else.
 constexpr auto longestStart = 1s;
 
+std::chrono::milliseconds timeLeft(QDeadlineTimer deadline)
+{
+    return std::chrono::milliseconds(deadline.remainingTime());
+}
+
 const char *inWords(KTAudioMissingCause cause)
 {
     switch (cause) {
@@ -50,6 +55,7 @@ public:
 
     bool start(const AudioStreamBasicDescription &format, QDeadlineTimer deadline);
     void pause();
+    void finish(QDeadlineTimer deadline);
 
     // The sound system's thread.
     void captured(const void *data, std::size_t bytes) override;
@@ -60,6 +66,7 @@ public:
     // Any thread.
     void setAway(bool away);
     void setPaused(bool paused);
+    void countMissing(std::size_t bytes, KTAudioMissingCause cause);
 
     KTAudioRecorder *const m_recorder;
     const QString m_sourceKey;
@@ -91,19 +98,42 @@ private:
     void deliver(const void *data, std::size_t bytes);
     void forgetMissing();
     void countAway();
+    long long timeOf(std::size_t bytes) const; // milliseconds
 };
 
 // What a delegate that lags behind has not taken yet is given to it.
 KTAudioRecorder::Private::~Private()
 {
+    finish(QDeadlineTimer(pauseDeadline));
+}
+
+// The last part of the time is for sound alone: silence that stands for a night is not worth a word that
+// was said after it.
+void KTAudioRecorder::Private::finish(QDeadlineTimer deadline)
+{
     m_stream.reset();
     if (!m_queue)
         return;
-    if (!m_queue->waitUntilDelivered(pauseDeadline))
-        qCWarning(lcAudio,
-            "What was captured last from %s is not recorded: what comes before it took too long.",
-            qUtf8Printable(m_sourceKey));
+    bool isDone = m_queue->waitUntilDelivered(timeLeft(deadline) * 2 / 3);
+    if (!isDone) {
+        m_queue->leaveOutSilence();
+        isDone = m_queue->waitUntilDelivered(timeLeft(deadline));
+    }
     m_queue->end();
+    const auto [sound, silence] = std::exchange(m_queue, nullptr)->leftOut();
+    if (silence > 0)
+        qCWarning(lcAudio, "%lld ms of silence in the place of lost sound from %s are left out of the file.",
+            timeOf(silence), qUtf8Printable(m_sourceKey));
+    if (isDone || sound == 0)
+        return;
+    qCWarning(lcAudio, "%lld ms of sound from %s are not recorded: what comes before them took too long.",
+        timeOf(sound), qUtf8Printable(m_sourceKey));
+    countMissing(sound, KTAudioMissingCause::ComputerBusy);
+}
+
+long long KTAudioRecorder::Private::timeOf(std::size_t bytes) const
+{
+    return static_cast<long long>(bytes * 1000 / m_spec.bytesPerFrame() / m_spec.rate);
 }
 
 // One log line says why a start has failed.
@@ -126,7 +156,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
         return platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no such device"));
     if (!spec)
         return platform::reason(QT_TRANSLATE_NOOP("Reason", "something else than linear PCM is asked for"));
-    if (!m_formatIsSettled) {
+    if (!m_formatIsSettled || !m_queue) {
         m_spec = *spec;
         m_format = descriptionOf(m_spec);
         m_queue = std::make_shared<CaptureQueue>(
@@ -178,15 +208,18 @@ void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
 
 void KTAudioRecorder::Private::captureHole(std::size_t bytes, KTAudioMissingCause cause)
 {
-    qCWarning(lcAudio, "%zu ms of sound from %s are lost and silent: %s.",
-        bytes * 1000 / m_spec.bytesPerFrame() / m_spec.rate, qUtf8Printable(m_sourceKey), inWords(cause));
-    {
-        const std::scoped_lock lock(m_missingMutex);
-        m_missingBytes += bytes;
-        if (bytes > std::exchange(m_longestHole, std::max(bytes, m_longestHole)))
-            m_missingCause = cause;
-    }
+    qCWarning(lcAudio, "%lld ms of sound from %s are lost and silent: %s.", timeOf(bytes),
+        qUtf8Printable(m_sourceKey), inWords(cause));
+    countMissing(bytes, cause);
     m_queue->addSilence(bytes);
+}
+
+void KTAudioRecorder::Private::countMissing(std::size_t bytes, KTAudioMissingCause cause)
+{
+    const std::scoped_lock lock(m_missingMutex);
+    m_missingBytes += bytes;
+    if (bytes > std::exchange(m_longestHole, std::max(bytes, m_longestHole)))
+        m_missingCause = cause;
 }
 
 void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
@@ -332,6 +365,22 @@ bool KTAudioRecorder::isDelivering() const
 {
     platform::assertMainThread();
     return d->m_queue && !d->m_queue->isEmpty();
+}
+
+void KTAudioRecorder::whenDelivered(std::function<void()> then)
+{
+    platform::assertMainThread();
+    if (d->m_queue)
+        d->m_queue->whenDelivered([then = std::move(then)] { platform::postToMainQueue(then); });
+    else
+        platform::postToMainQueue(std::move(then));
+}
+
+void KTAudioRecorder::finish(QDeadlineTimer deadline)
+{
+    platform::assertMainThread();
+    stopRecord();
+    d->finish(deadline);
 }
 
 QString KTAudioRecorder::startProblem() const

@@ -166,6 +166,37 @@ TEST_F(KTAudioRecorderTest, KeepsWhatASlowDelegateHasNotTakenYet)
     EXPECT_EQ(qsizetype(slow.bytes().size()), frames.size() + tenSeconds.size());
 }
 
+// A word that was said after a sleep of hours would be lost for the silence before it, or without a word.
+TEST_F(KTAudioRecorderTest, AtTheEndLeavesOutSilenceBeforeSoundAndCountsWhatItDrops)
+{
+    struct : testbed::FrameCollector {
+        void KTAudioRecorderDataRecord(KTAudioRecorder *from, const void *data, std::uint32_t size,
+            const AudioStreamBasicDescription &format) override
+        {
+            FrameCollector::KTAudioRecorderDataRecord(from, data, size, format);
+            std::this_thread::sleep_for(50ms);
+        }
+    } slow;
+    recorder->setDelegate(&slow);
+    ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
+    sound->push(frames);
+    sound->pushHole(3600ULL * 192000, KTAudioMissingCause::ComputerAsleep);
+    sound->push(frames);
+    recorder->finish(QDeadlineTimer(1500));
+    std::vector<char> bytes = slow.bytes();
+    EXPECT_TRUE(QByteArray(bytes.data(), qsizetype(bytes.size())).endsWith(frames));
+    EXPECT_EQ(log.lines().filter(u"of silence in the place of lost sound"_s).size(), 1);
+    EXPECT_EQ(recorder->missing().time, 3600s);
+
+    ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
+    const QByteArray tenSeconds(1'920'000, '\1');
+    sound->push(tenSeconds);
+    recorder->finish(QDeadlineTimer(0));
+    const auto taken = std::chrono::milliseconds((slow.bytes().size() - bytes.size()) / 192);
+    EXPECT_EQ(recorder->missing().time + taken, 10s);
+    EXPECT_EQ(log.lines().filter(u"are not recorded"_s).size(), 1);
+}
+
 // The status line tells of it, and a pause loses nothing.
 TEST_F(KTAudioRecorderTest, CountsForHowLongItsDeviceWasAway)
 {

@@ -10,6 +10,7 @@
 
 #include <QDeadlineTimer>
 #include <QString>
+#include <functional>
 #include <memory>
 
 class KTAudioRecorder;
@@ -37,7 +38,7 @@ struct KTAudioLevels {
 class KTAUDIO_EXPORT KTAudioRecorder {
 public:
     explicit KTAudioRecorder(std::uint32_t deviceID);
-    // Ends capture at once; no data follows. Waits for a data callback under way.
+    // Ends capture at once, and finishes as below within 900 ms; no data follows.
     ~KTAudioRecorder();
 
     // Not owned: the delegate outlives the recorder.
@@ -76,6 +77,12 @@ public:
     std::chrono::milliseconds away() const;
     // Whether something that was captured still waits for the delegate, whatever the state.
     bool isDelivering() const;
+    // Calls it once, from the main loop, when that is over. Not when the recorder goes before.
+    void whenDelivered(std::function<void()> then);
+    // For the end of the program. Stops, and waits for what still waits for the delegate, beyond the deadline
+    // for one data callback at most. Where that is not enough time, silence in the place of lost sound is
+    // left out, and then what was captured last, which is missing. The log says how much.
+    void finish(QDeadlineTimer deadline);
     // Why the last start failed, in words that end a sentence; empty when it did not.
     QString startProblem() const;
 
