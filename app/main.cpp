@@ -7,8 +7,10 @@
 #include "app/DesktopService.h"
 #include "app/MainCard.h"
 #include "app/RunningCard.h"
+#include "audio/UnfinishedRecordings.h"
 #include "platform/Binding.h"
 #include "platform/OpenFileLimit.h"
+#include "platform/OutputState.h"
 #include "platform/TerminationSignals.h"
 #include "platform/desktop/FirstPaint.h"
 #include "platform/desktop/Foreground.h"
@@ -32,6 +34,7 @@ namespace {
 
 // A card that starts out of sight is not painted.
 constexpr std::chrono::milliseconds seenWithin{500};
+constexpr std::chrono::milliseconds listedWithin{500};
 
 // What needs neither a card nor a display.
 std::optional<int> answerAtOnce(const CommandLine &line)
@@ -83,8 +86,11 @@ void finishStart(AppDelegate &delegate, Stage &stage)
 // ends.
 void endCapture(const AppDelegate &delegate)
 {
-    if (const auto task = delegate.recordingTask())
+    if (const auto task = delegate.recordingTask()) {
         task->audioRecorder()->stopRecord();
+        UnfinishedRecordings::keep(task);
+    }
+    UnfinishedRecordings::finish(platform::endOfProgram());
 }
 
 // Whichever side is up.
@@ -94,15 +100,24 @@ void present(const AppDelegate &delegate, const QString &token)
         platform::bringToFront(delegate.window->window(), token);
 }
 
-// The command that the process was started with is carried out when the card is up.
-void carryOut(Commands &commands, Command command)
+// The command that the process was started with is carried out when the card is up, and when there is a
+// device: a sound server that is slow at the launch may need a moment to tell.
+void carryOut(Commands &commands, AppDelegate &delegate, Command command)
 {
     if (command == Command::Present)
         return;
-    commands.run(command, [](const CommandOutcome &outcome) {
-        if (!outcome.words.isEmpty())
-            std::fprintf(stderr, "flipside: %s\n", qUtf8Printable(outcome.words));
-    });
+    auto *const waiting = new QObject(&delegate);
+    const auto run = [&commands, command, waiting] {
+        delete waiting;
+        commands.run(command, [](const CommandOutcome &outcome) {
+            if (!outcome.words.isEmpty())
+                std::fprintf(stderr, "flipside: %s\n", qUtf8Printable(outcome.words));
+        });
+    };
+    if (!delegate.currentDevice().isEmpty())
+        return run();
+    QObject::connect(&delegate, &AppDelegate::currentDeviceChanged, waiting, run);
+    QTimer::singleShot(listedWithin, waiting, run);
 }
 
 } // namespace
@@ -150,7 +165,7 @@ int main(int argc, char **argv)
     MainCard card(&delegate);
     QTimer up;
     up.setSingleShot(true);
-    QObject::connect(&up, &QTimer::timeout, [&] { carryOut(commands, line.command); });
+    QObject::connect(&up, &QTimer::timeout, [&] { carryOut(commands, delegate, line.command); });
     platform::afterFirstPaint(&card, [&] {
         finishStart(delegate, stage);
         if (up.isActive())

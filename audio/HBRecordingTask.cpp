@@ -3,12 +3,15 @@
 
 #include "audio/HBRecordingTask.h"
 
+#include "audio/UnfinishedRecordings.h"
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "platform/ForPeople.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
 #include "platform/ThreadCheck.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -17,6 +20,8 @@ constexpr qint64 largestBitrate = 240000;
 
 // Of a start, in milliseconds, for opening the file: a healthy disk takes a small part of it.
 constexpr qint64 fileNeeds = 150;
+// For the device. With less, a sound server would be blamed that has no time to answer.
+constexpr qint64 deviceNeeds = 300;
 
 constexpr std::uint32_t packedFloat = kAudioFormatFlagIsFloat | kAudioFormatFlagIsPacked;
 constexpr std::uint32_t packedInteger = kAudioFormatFlagIsSignedInteger | kAudioFormatFlagIsPacked;
@@ -85,6 +90,7 @@ bool HBRecordingTask::startRecordWithDescription(
 {
     platform::assertMainThread();
     m_startProblem.clear();
+    deadline = std::max(deadline, QDeadlineTimer(deviceNeeds + fileNeeds));
     if (!audioRecorder()->startRecordWithFormat(description, deadline - fileNeeds)) {
         m_startProblem = m_audioRecorder->startProblem();
         qCWarning(lcAudio, "Can't support 16bit record.");
@@ -132,8 +138,10 @@ void HBRecordingTask::resumeRecord()
 void HBRecordingTask::stopRecord()
 {
     const std::int32_t state = audioRecorder()->state();
-    if (state == KTAudioTransportStatePaused || state == KTAudioTransportStateRunning)
-        m_audioRecorder->stopRecord();
+    if (state != KTAudioTransportStatePaused && state != KTAudioTransportStateRunning)
+        return;
+    m_audioRecorder->stopRecord();
+    UnfinishedRecordings::keep(shared_from_this());
 }
 
 // The callback's own format decides, not the stored one. Without whole frames (no channels, or less than a

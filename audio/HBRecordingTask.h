@@ -30,7 +30,8 @@ public:
 // dropped it. Everything is main thread only unless it says otherwise.
 //
 // Stopping ends the capture and nothing more. The writer is never finalized: every byte that the encoder has
-// given is already in the file, and a stop costs nothing.
+// given is already in the file, and a stop costs nothing. What was captured and is not encoded yet still is,
+// also when the recording is dropped: UnfinishedRecordings keeps it for so long.
 class HBRecordingTask final : public KTAudioRecorderDelegate,
                               public std::enable_shared_from_this<HBRecordingTask> {
 public:
@@ -45,8 +46,8 @@ public:
     static qint64 bytesPerSamplesWithDescription(const AudioStreamBasicDescription &description);
 
     // False, with a log line, when the device, the format it delivers or the file will not do. A capture that
-    // has already begun then ends with the task. Device and file share the deadline; the device leaves the
-    // file enough of it.
+    // has already begun then ends with the task. Device and file share the deadline, which is never less
+    // than they need; the device leaves the file enough of it.
     bool startRecord(QDeadlineTimer deadline = QDeadlineTimer(900));
     bool startRecordWithDescription(
         AudioStreamBasicDescription description, QDeadlineTimer deadline = QDeadlineTimer(900));

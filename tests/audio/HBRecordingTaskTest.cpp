@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "audio/HBRecordingTask.h"
+#include "audio/UnfinishedRecordings.h"
 #include "encoder/KTMp3Lame.h"
 #include "encoder/KTMp3LameConfig.h"
 #include "tests/audio/AudioRig.h"
@@ -142,6 +143,38 @@ TEST_F(HBRecordingTaskTest, FailedStartsSayWhyAndShowTheFormatThatTheyFailedWith
     EXPECT_TRUE(sound->captureOpen());
     task.reset();
     EXPECT_FALSE(sound->captureOpen());
+}
+
+// What is said after a sleep waits behind the silence that stands for it, while the next recording begins.
+TEST_F(HBRecordingTaskTest, IsWholeAlsoWhenItIsDroppedBeforeAllIsEncoded)
+{
+    auto task = makeTask();
+    ASSERT_TRUE(task->startRecord());
+    sound->pushHole(800ULL * 192000, KTAudioMissingCause::ComputerAsleep);
+    const QByteArray words = testbed::noise(48000, 2, 1).bytes();
+    sound->push(words);
+    task->stopRecord();
+    task = makeTask(u"next.mp3"_s);
+    ASSERT_TRUE(task->startRecord());
+    EXPECT_TRUE(waitUntil(UnfinishedRecordings::isEmpty, std::chrono::seconds(30)));
+    EXPECT_NEAR(double(contents().size()) / 960, 801 * 48000 / 1152.0 - 1.5, 1.5);
+}
+
+// A sound server that answers is blamed when a folder has used the time up.
+TEST_F(HBRecordingTaskTest, GivesTheDeviceTimeHoweverLateTheStartIs)
+{
+    struct Slow : testbed::ScriptedSoundSystem {
+        sound::Opened<sound::CaptureStream> openCapture(const QString &key, const sound::SampleSpec &spec,
+            sound::CaptureClient *client, QDeadlineTimer deadline) override
+        {
+            EXPECT_GT(deadline.remainingTime(), 250);
+            return ScriptedSoundSystem::openCapture(key, spec, client, deadline);
+        }
+    };
+    const auto task = makeTask();
+    const auto guard = sound::replaceSoundSystem(std::make_shared<Slow>());
+    EXPECT_TRUE(task->startRecord(QDeadlineTimer(0)));
+    task->stopRecord();
 }
 
 TEST_F(HBRecordingTaskTest, RecordsWithoutItsPausesAndLeavesTheFileOpen)
