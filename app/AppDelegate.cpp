@@ -113,6 +113,9 @@ void AppDelegate::setRecordingTask(std::shared_ptr<HBRecordingTask> task)
     if (m_recordingTask == task)
         return;
     m_recordingTask.swap(task);
+    // The one before may still be encoding; the time that is shown is no longer its own.
+    if (task)
+        task->setDelegate(nullptr);
     Q_EMIT recordingTaskChanged();
 }
 

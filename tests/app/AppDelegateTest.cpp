@@ -127,6 +127,14 @@ TEST_F(AppDelegateTest, GivesARecordingInTheSameSecondTheNameOfTheLastAndItsElap
     } while (QDateTime::currentSecsSinceEpoch() != second);
     EXPECT_EQ(delegate.currentOutputURL(), first);
     EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:00.5"_s);
+    // One that still encodes while another runs.
+    const auto last = delegate.recordingTask();
+    delegate.stopAction();
+    record();
+    const auto format = HBRecordingTask::defaultAudioStreamDescription();
+    last->KTAudioRecorderDataRecord(nullptr, QByteArray(192000, '\0').constData(), 192000, format);
+    testbed::turnMainLoop();
+    EXPECT_EQ(delegate.lengthOfRecording(), u"00:00:00.5"_s);
 }
 
 TEST_F(AppDelegateTest, RefusesTheSecondOfTwoQuickPresses)
