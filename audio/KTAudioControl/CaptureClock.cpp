@@ -41,6 +41,12 @@ void CaptureClock::restart()
     m_reads = m_ticks = 0;
 }
 
+void CaptureClock::restart(const Moment &since)
+{
+    restart();
+    m_begin = m_lastRead = since;
+}
+
 double CaptureClock::lag(const Moment &now) const
 {
     return seconds(now.boot - m_begin->boot) - double(m_frames) / m_rate;
@@ -64,6 +70,14 @@ bool CaptureClock::read(const Moment &now, std::int64_t frames)
         m_usualLag += (lag(now) - m_usualLag) / m_reads;
     }
     return false;
+}
+
+std::optional<std::chrono::nanoseconds> CaptureClock::reached() const
+{
+    if (!m_begin)
+        return std::nullopt;
+    const std::chrono::duration<double> sinceBegin(double(m_frames) / m_rate + m_usualLag);
+    return m_begin->boot + std::chrono::duration_cast<std::chrono::nanoseconds>(sinceBegin);
 }
 
 bool CaptureClock::isInterrupted(const Moment &now) const

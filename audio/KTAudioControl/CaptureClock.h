@@ -39,9 +39,13 @@ public:
 
     // A new stream, or one that goes on after a pause: what was before does not count.
     void restart();
+    // The same, but what is said from this moment on counts already, before the first read.
+    void restart(const Moment &since);
     // `frames` frames have been read. True when an interruption ends with them: the caller finds out how many
     // frames still wait at the server and calls ask().
     bool read(const Moment &now, std::int64_t frames);
+    // The boot time up to which the stream has been captured and read. Nothing before the first read.
+    std::optional<std::chrono::nanoseconds> reached() const;
     // This process was seen running, once every longestGap while nothing is read.
     void tick() { ++m_ticks; }
     // Whether in the last interruption this process ran, so that it was the server that stood still.

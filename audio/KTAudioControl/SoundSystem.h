@@ -61,7 +61,8 @@ public:
     virtual ~CaptureClient() = default;
     // `bytes` of whole frames, in capture order.
     virtual void captured(const void *data, std::size_t bytes) = 0;
-    // `bytes` of sound are lost between what was captured before and what follows.
+    // `bytes` of sound are lost between what was captured before and what follows. Also on the main thread,
+    // from inside pause().
     virtual void captureHole(std::size_t bytes, KTAudioMissingCause cause) = 0;
     // The device or the server has gone away; the stream waits for the same source to come back.
     virtual void captureLost() { }

@@ -5,6 +5,7 @@
 
 #include <QProcess>
 #include <csignal>
+#include <future>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/un.h>
@@ -245,6 +246,58 @@ TEST_F(KTAudioServer, PutsSilenceWhereTheServerStoodStillAndSaysHowMuch)
     EXPECT_LE(timer.elapsed() - pressed, 900);
     EXPECT_NEAR(double((recorder->missing().time - before).count()), double(pressed), 150);
     server.thaw();
+}
+
+// What is said after Record was pressed on a paused recording, to a server that does not hear it.
+TEST_F(KTAudioServer, CountsAsMissingWhatIsSaidBeforeTheServerGoesOn)
+{
+    ASSERT_TRUE(record());
+    ASSERT_TRUE(waitForFrames(second / 2));
+    for (const bool thaws : {true, false}) {
+        recorder->pauseRecord();
+        server.freeze();
+        const auto before = recorder->missing().time;
+        QElapsedTimer timer;
+        timer.start();
+        recorder->resumeRecord();
+        letMicrophoneHear(3 * second / 2);
+        const qint64 lost = timer.elapsed();
+        if (!thaws)
+            recorder->stopRecord();
+        server.thaw();
+        EXPECT_TRUE(waitUntil([&] { return recorder->missing().time > before; }));
+        const auto missing = double((recorder->missing().time - before).count());
+        EXPECT_NEAR(missing, double(lost) - (thaws ? 700 : 0), 250) << "less what the pipe held";
+    }
+}
+
+// On a computer that is too busy for the thread of the sound server: silence and words instead of a loss.
+TEST_F(KTAudioServer, CountsAsMissingWhatAPauseGivesUp)
+{
+    ASSERT_TRUE(record());
+    ASSERT_TRUE(waitForFrames(second / 2));
+    std::atomic<bool> isStuck = false;
+    std::promise<void> release;
+    sound::soundSystem()->setDevicesChanged([&, released = release.get_future().share()] {
+        isStuck = true;
+        released.wait_for(5s);
+    });
+    server.plug(u"Other"_s);
+    ASSERT_TRUE(waitUntil([&] { return isStuck.load(); }));
+    QElapsedTimer timer;
+    timer.start();
+    letMicrophoneHear(second / 2);
+    const qint64 lost = timer.elapsed();
+    recorder->pauseRecord();
+    EXPECT_NEAR(double(recorder->missing().time.count()), double(lost), 100);
+    EXPECT_EQ(recorder->missing().cause, KTAudioMissingCause::ComputerBusy);
+    const std::size_t kept = collector.frameCount();
+    release.set_value();
+    sound::soundSystem()->setDevicesChanged(nullptr);
+    letMicrophoneHear(second / 5);
+    EXPECT_EQ(collector.frameCount(), kept) << "delivered although it is missing";
+    recorder->resumeRecord();
+    EXPECT_TRUE(waitForFrames(second / 5));
 }
 
 } // namespace

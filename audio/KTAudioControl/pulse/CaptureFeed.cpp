@@ -56,9 +56,13 @@ void CaptureFeed::deliverCollected()
 {
     if (m_collected.isEmpty())
         return;
+    const auto bytes = std::size_t(m_collected.size());
     m_client.call([&](CaptureClient &client) {
-        if (!m_silent)
-            client.captured(m_collected.constData(), std::size_t(m_collected.size()));
+        if (m_silent)
+            return;
+        client.captured(m_collected.constData(), bytes);
+        if (m_delivered)
+            *m_delivered += timeOf(bytes);
     });
     m_collected.resize(0);
 }
@@ -92,9 +96,44 @@ void CaptureFeed::deliverHole()
 void CaptureFeed::callWithHole(std::size_t bytes, KTAudioMissingCause cause)
 {
     m_client.call([&](CaptureClient &client) {
-        if (!m_silent)
-            client.captureHole(bytes, cause);
+        if (m_silent)
+            return;
+        client.captureHole(bytes, cause);
+        if (m_delivered)
+            *m_delivered += timeOf(bytes);
     });
+}
+
+// A multiple of frames: so much is still going to come.
+void CaptureFeed::silence(std::chrono::nanoseconds upTo)
+{
+    using std::chrono::duration_cast, std::chrono::microseconds;
+    m_client.call([&](CaptureClient &client) {
+        const auto delivered = std::exchange(m_delivered, std::nullopt).value_or(upTo);
+        if (!std::exchange(m_silent, true) && upTo > delivered)
+            client.captureHole(m_spec.bytesIn(duration_cast<microseconds>(upTo - delivered)),
+                KTAudioMissingCause::ComputerBusy);
+    });
+}
+
+void CaptureFeed::speak()
+{
+    m_client.call([this](CaptureClient &) { m_silent = false; });
+}
+
+void CaptureFeed::reach(std::optional<std::chrono::nanoseconds> taken)
+{
+    m_client.call([&](CaptureClient &) {
+        m_delivered = taken;
+        if (m_delivered)
+            *m_delivered -= timeOf(std::size_t(m_collected.size()))
+                + timeOf(std::size_t(m_hole.frames) * m_spec.bytesPerFrame());
+    });
+}
+
+std::chrono::nanoseconds CaptureFeed::timeOf(std::size_t bytes) const
+{
+    return std::chrono::nanoseconds(bytes / m_spec.bytesPerFrame() * 1'000'000'000 / m_spec.rate);
 }
 
 void CaptureFeed::flush()

@@ -8,7 +8,7 @@
 #include "audio/KTAudioControl/pulse/PulseClientGate.h"
 
 #include <QByteArray>
-#include <atomic>
+#include <chrono>
 #include <optional>
 
 namespace sound {
@@ -25,9 +25,12 @@ public:
 
     // Any thread.
     PulseClientGate<CaptureClient> &client() { return m_client; }
-    // Nothing is delivered any more, whatever the loop is at. Any thread.
-    void silence() { m_silent = true; }
-    void speak() { m_silent = false; }
+    // Nothing is delivered any more, whatever the loop is at; what was captured up to this boot time and has
+    // not been delivered is lost. Any thread.
+    void silence(std::chrono::nanoseconds upTo);
+    void speak();
+    // The boot time up to which what was taken was captured; nothing when no more is to come.
+    void reach(std::optional<std::chrono::nanoseconds> taken);
 
     // Makes room, so that nothing is allocated while sound comes in.
     void prepare();
@@ -52,9 +55,11 @@ private:
     void deliverCollected();
     void deliverHole();
     void callWithHole(std::size_t bytes, KTAudioMissingCause cause);
+    std::chrono::nanoseconds timeOf(std::size_t bytes) const;
 
-    PulseClientGate<CaptureClient> m_client;
-    std::atomic<bool> m_silent = false;
+    PulseClientGate<CaptureClient> m_client; // guards what follows, up to the format
+    bool m_silent = false;
+    std::optional<std::chrono::nanoseconds> m_delivered; // up to this boot time
     const SampleSpec m_spec;
     QByteArray m_collected; // taken, not delivered yet; less than a piece
     CaptureClock::Loss m_hole; // to be delivered

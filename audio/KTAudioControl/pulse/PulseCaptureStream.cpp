@@ -52,9 +52,10 @@ public:
     void begin(std::shared_ptr<Answer> opened);
     void end();
     void pause(std::shared_ptr<Answer> paused, const Moment &pressed);
-    void resume();
-    // Nothing is delivered until the next resume(), whatever the loop is at. Any thread.
-    void silence() { m_feed.silence(); }
+    void resume(const Moment &pressed);
+    // Nothing is delivered until the next resume(), whatever the loop is at: what it has not delivered of the
+    // sound before the press is lost. Any thread.
+    void silence(const Moment &pressed) { m_feed.silence(pressed.boot); }
     // No call follows. Any thread.
     void closeClient() { m_feed.client().close(); }
 
@@ -151,6 +152,7 @@ void PulseCaptureStream::OnLoop::connectStream(pa_stream *stream)
 void PulseCaptureStream::OnLoop::suspendedChanged()
 {
     m_clock.restart();
+    m_feed.reach({});
     const bool suspended = pa_stream_is_suspended(stream()) > 0 && !m_paused;
     if (m_lost || std::exchange(m_suspended, suspended) == suspended)
         return;
@@ -180,10 +182,11 @@ void PulseCaptureStream::OnLoop::streamReady()
 void PulseCaptureStream::OnLoop::streamLost()
 {
     stopTimers();
-    m_flush.reset();
     // A server that stood still before it went.
     judge(m_pause ? m_pressed : Moment::now(), 0);
+    m_flush.reset();
     m_feed.flush();
+    m_feed.reach({});
     cutNow();
     m_suspended = false;
     if (!std::exchange(m_lost, true))
@@ -215,7 +218,9 @@ void PulseCaptureStream::OnLoop::readAvailable()
     if (frames == 0 || !m_deliver)
         return;
     connection().start(m_tick, CaptureClock::longestGap);
-    if (!m_clock.read(Moment::now(), frames) || m_pause) // which asks itself
+    const bool wasInterrupted = m_clock.read(Moment::now(), frames);
+    m_feed.reach(m_clock.reached());
+    if (!wasInterrupted || m_pause) // which asks itself
         return;
     m_backlog.cancel(); // an answer from before knows nothing of it
     if (m_clock.sawServerStall())
@@ -248,7 +253,7 @@ void PulseCaptureStream::OnLoop::backlogKnown()
 bool PulseCaptureStream::OnLoop::judge(const Moment &upTo, qint64 waiting)
 {
     const CaptureClock::Loss loss = m_clock.ask(Moment::now(), upTo, waiting / spec().bytesPerFrame());
-    if (loss.frames == 0 || !m_deliver)
+    if (loss.frames == 0 || (!m_deliver && !m_flush))
         return false;
     m_feed.lose(loss, waiting);
     return true;
@@ -257,6 +262,11 @@ bool PulseCaptureStream::OnLoop::judge(const Moment &upTo, qint64 waiting)
 void PulseCaptureStream::OnLoop::pause(std::shared_ptr<Answer> paused, const Moment &pressed)
 {
     m_paused = true;
+    // A server that does not go on has captured nothing since it was told to.
+    if (m_flush) {
+        judge(pressed, 0);
+        stopTimers();
+    }
     if (isReady() && !m_deliver)
         cork(true);
     if (!isReady() || !m_deliver)
@@ -301,6 +311,7 @@ void PulseCaptureStream::OnLoop::cutNow()
         return;
     m_feed.flush();
     m_feed.endCut();
+    m_feed.reach({});
     m_deliver = false;
     stopTimers();
     if (isReady())
@@ -310,13 +321,15 @@ void PulseCaptureStream::OnLoop::cutNow()
 
 // Delivery begins when the server has thrown away what it may have kept during the pause, and it captures
 // again only after that.
-void PulseCaptureStream::OnLoop::resume()
+void PulseCaptureStream::OnLoop::resume(const Moment &pressed)
 {
     cutNow();
     m_paused = false;
     m_feed.speak();
     if (!isReady())
         return;
+    m_clock.restart(pressed);
+    connection().start(m_tick, CaptureClock::longestGap);
     const auto done = [](pa_stream *, int, void *self) { static_cast<OnLoop *>(self)->flushed(); };
     m_flush.reset(pa_stream_flush(stream(), done, this));
     if (!m_flush)
@@ -328,9 +341,12 @@ void PulseCaptureStream::OnLoop::flushed()
 {
     m_flush.reset();
     m_deliver = !m_paused;
-    m_clock.restart();
-    if (!m_backlog.knowsInside())
-        connection().start(m_askLater, settled);
+    m_clock.read(Moment::now(), 0);
+    const bool stoodStill = m_deliver && m_clock.sawServerStall();
+    if (!stoodStill)
+        m_clock.restart();
+    if (stoodStill || !m_backlog.knowsInside())
+        connection().start(m_askLater, stoodStill ? catchUp : settled);
 }
 
 PulseCaptureStream::PulseCaptureStream(std::shared_ptr<PulseConnection> connection, const QString &sourceKey,
@@ -361,17 +377,18 @@ void PulseCaptureStream::pause()
 {
     platform::assertMainThread();
     const auto paused = std::make_shared<Answer>();
-    const bool posted = m_connection->loop().post(
-        [onLoop = m_onLoop, paused, pressed = Moment::now()] { onLoop->pause(paused, pressed); });
+    const Moment pressed = Moment::now();
+    const bool posted
+        = m_connection->loop().post([onLoop = m_onLoop, paused, pressed] { onLoop->pause(paused, pressed); });
     if (posted && !paused->wait(pauseDeadline))
         qCWarning(lcAudio, "A pause does not wait any longer for the thread of the sound server.");
-    m_onLoop->silence();
+    m_onLoop->silence(pressed);
 }
 
 void PulseCaptureStream::resume()
 {
     platform::assertMainThread();
-    m_connection->loop().post([onLoop = m_onLoop] { onLoop->resume(); });
+    m_connection->loop().post([onLoop = m_onLoop, pressed = Moment::now()] { onLoop->resume(pressed); });
 }
 
 } // namespace sound
