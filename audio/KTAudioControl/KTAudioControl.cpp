@@ -11,6 +11,13 @@
 
 using namespace std::chrono_literals;
 
+namespace {
+
+// As long as a window may be silent. A list that comes later is reported as a change.
+constexpr auto longestWait = 150ms;
+
+} // namespace
+
 class KTAudioControl::Private {
 public:
     explicit Private(KTAudioControl *control)
@@ -33,13 +40,13 @@ public:
 
 void KTAudioControl::Private::attach()
 {
-    const auto system = sound::soundSystem();
+    const auto &system = sound::soundSystem();
     if (m_attachedTo.lock() == system)
         return;
     m_attachedTo = system;
     m_devices = {};
     system->setDevicesChanged([this] { listChanged(); });
-    system->waitForDevices(500ms);
+    system->waitForDevices(longestWait);
     m_devices.update(system->devices());
 }
 

@@ -29,6 +29,8 @@ protected:
         PrivateSoundServer::Kind kind = PrivateSoundServer::Kind::PulseAudio)
         : server(microphones, kind)
     {
+        // A busy server may be late with its first list.
+        EXPECT_TRUE(testbed::waitUntil([this] { return !control->inputDevicesName().isEmpty(); }));
     }
     ~ServerRig() override
     {

@@ -33,7 +33,7 @@ public:
 
     // The system's default input first, the other inputs by name, monitors of outputs last; equal names are
     // told apart by " (2)", " (3)". Answers from a list kept up to date; the very first call waits for the
-    // first list, half a second at most.
+    // first list, 150 ms at most.
     QStringList inputDevicesName();
 
     // 0 for an unknown or empty name; a recorder for 0 does not start.
