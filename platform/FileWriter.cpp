@@ -59,10 +59,14 @@ std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error, QD
         error = EAGAIN;
     else {
         std::unique_lock lock(writer->m_mutex);
-        writer->m_progress.wait_until(
-            lock, deadline.deadline<Clock>(), [&] { return writer->m_phase != Phase::Opening; });
-        if (writer->m_phase == Phase::Open)
+        const auto isDecided
+            = [&] { return writer->m_phase == Phase::Open || writer->m_phase == Phase::Refused; };
+        writer->m_progress.wait_until(lock, deadline.deadline<Clock>(), isDecided);
+        writer->m_isGiven = writer->m_phase == Phase::Open || writer->m_phase == Phase::TakingOver;
+        if (writer->m_isGiven) {
+            OpenOutputs::instance().add(writer);
             return writer;
+        }
         error = writer->m_phase == Phase::Opening ? ETIMEDOUT : writer->m_error;
         writer->m_phase = Phase::Refused;
     }
@@ -76,17 +80,9 @@ void FileWriter::run()
 {
     const int error = openFile();
     std::unique_lock lock(m_mutex);
-    // Refused: whoever asked waits no longer.
-    if (error || m_phase == Phase::Refused) {
-        lock.unlock();
-        m_file.undo();
-        lock.lock();
-        m_error = error;
-        m_phase = Phase::Refused;
-        m_progress.notify_all();
-        return;
-    }
-    OpenOutputs::instance().add(shared_from_this());
+    if (error && !m_isGiven)
+        return refuse(lock, error);
+    takeOverAtLast(lock, error);
     m_phase = Phase::Open;
     m_progress.notify_all();
     while (hasWork(lock)) {
@@ -106,21 +102,41 @@ void FileWriter::run()
     m_progress.notify_all();
 }
 
-// What a late opening has not touched yet, it leaves as it is, and to whom it belongs.
 int FileWriter::openFile()
 {
-    int error = m_file.open();
-    if (!error && !isRefused())
-        error = m_file.truncate();
-    if (!error && !isRefused())
-        error = m_file.takeOver();
-    return error;
+    const int error = m_file.open();
+    return error ? error : m_file.takeOver([this] { return beginTakingOver(); });
 }
 
-bool FileWriter::isRefused() const
+// A late opening leaves the file as it is, and to whom it belongs. From here on it is not late any more:
+// what a disk was told to throw away cannot be taken back.
+bool FileWriter::beginTakingOver()
 {
     const std::scoped_lock lock(m_mutex);
-    return m_phase == Phase::Refused;
+    if (m_phase == Phase::Refused)
+        return false;
+    m_phase = Phase::TakingOver;
+    return true;
+}
+
+// A disk that was too slow with that to be waited for, and then refused it, is asked again like any other.
+void FileWriter::takeOverAtLast(std::unique_lock<std::mutex> &lock, int error)
+{
+    while (error) {
+        fail(lock, error);
+        lock.unlock();
+        error = m_file.takeOver([] { return true; });
+        lock.lock();
+    }
+}
+
+void FileWriter::refuse(std::unique_lock<std::mutex> &lock, int error)
+{
+    m_error = error;
+    m_phase = Phase::Refused;
+    lock.unlock();
+    m_file.undo();
+    m_progress.notify_all();
 }
 
 // Sleeps until there is something to write, or for a while after the last write: false when nothing more is

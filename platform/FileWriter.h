@@ -61,8 +61,10 @@ public:
     FileWriter(Private, const QString &path);
 
     // Creates or truncates the file, locked against other processes (which fail to open it so and leave it as
-    // it is) and not against this one. Null, with a log line and an errno in `error`, when that takes longer
-    // than the deadline, when the file cannot be opened or when no thread can be had.
+    // it is) and not against this one, whose other writers of the file go on only while this one is refused.
+    // Null, with a log line and an errno in `error`, when the file cannot be opened, when that takes longer
+    // than the deadline, or when no thread can be had. A file that is only being emptied then is open: what
+    // comes waits for its disk.
     static std::shared_ptr<FileWriter> open(const QString &path, int &error, QDeadlineTimer deadline);
 
     // At the current offset. False when there is no room for them.
@@ -82,11 +84,13 @@ public:
     bool finish(Clock::time_point deadline);
 
 private:
-    enum class Phase { Opening, Open, Refused, Ended };
+    enum class Phase { Opening, TakingOver, Open, Refused, Ended };
 
     void run();
     int openFile();
-    bool isRefused() const;
+    bool beginTakingOver();
+    void takeOverAtLast(std::unique_lock<std::mutex> &lock, int error);
+    void refuse(std::unique_lock<std::mutex> &lock, int error);
     bool hasWork(std::unique_lock<std::mutex> &lock);
     void lookForFile(std::unique_lock<std::mutex> &lock);
     void writeSome(std::unique_lock<std::mutex> &lock);
@@ -104,6 +108,7 @@ private:
     std::condition_variable m_wake; // of the thread: there is something to do
     std::condition_variable m_progress; // of the others: something has been done
     Phase m_phase = Phase::Opening;
+    bool m_isGiven = false; // to the one who has opened it
     OutputRing m_ring;
     Patience m_patience;
     qint64 m_offset = 0; // in the file, of the first byte in the ring

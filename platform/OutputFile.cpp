@@ -29,7 +29,7 @@ struct Identity {
 struct OwnFile {
     Identity identity;
     int descriptor;
-    std::shared_ptr<std::atomic<bool>> isTakenOver;
+    std::shared_ptr<OutputFile::Share> share;
 };
 
 // The files that this process holds. A second lock of the same process would be refused like any other, so
@@ -62,19 +62,20 @@ int ownDescriptor(const Identity &identity)
     return own == ownFiles().files.end() ? -1 : fcntl(own->descriptor, F_DUPFD_CLOEXEC, 0);
 }
 
-// The flags of all others that have this file open, and write to it.
-std::vector<std::shared_ptr<std::atomic<bool>>> others(int descriptor)
+// All others that have this file open, and write to it: in the same order whoever asks.
+std::vector<std::shared_ptr<OutputFile::Share>> others(int descriptor)
 {
-    std::vector<std::shared_ptr<std::atomic<bool>>> flags;
+    std::vector<std::shared_ptr<OutputFile::Share>> shares;
     Identity identity = {};
     if (!identify(descriptor, identity))
-        return flags;
+        return shares;
     const std::scoped_lock lock(ownFiles().mutex);
     for (const OwnFile &file : ownFiles().files) {
-        if (file.identity == identity && file.descriptor != descriptor && !file.isTakenOver->load())
-            flags.push_back(file.isTakenOver);
+        if (file.identity == identity && file.descriptor != descriptor && !file.share->isTakenOver)
+            shares.push_back(file.share);
     }
-    return flags;
+    std::ranges::sort(shares);
+    return shares;
 }
 
 void closeOwn(int descriptor)
@@ -158,18 +159,24 @@ int OutputFile::lock(int descriptor)
     return flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? EBUSY : 0;
 }
 
-int OutputFile::takeOver()
+int OutputFile::takeOver(const std::function<bool()> &isWanted)
 {
     m_thread.assertSameThread();
     const auto before = others(m_descriptor);
-    for (const auto &isTakenOver : before)
-        isTakenOver->store(true);
-    return before.empty() ? 0 : truncate();
+    std::vector<std::unique_lock<std::mutex>> atRest;
+    for (const auto &share : before)
+        atRest.emplace_back(share->writing);
+    if (!isWanted())
+        return ECANCELED;
+    if (const int error = truncate())
+        return error;
+    for (const auto &share : before)
+        share->isTakenOver = true;
+    return 0;
 }
 
 int OutputFile::truncate()
 {
-    m_thread.assertSameThread();
     struct stat file = {};
     if (fstat(m_descriptor, &file) == 0 && (file.st_size == 0 || !S_ISREG(file.st_mode)))
         return 0;
@@ -203,6 +210,7 @@ void OutputFile::close()
 ssize_t OutputFile::write(const iovec *parts, int count, qint64 offset)
 {
     m_thread.assertSameThread();
+    const std::scoped_lock lock(m_share->writing);
     if (isTakenOver())
         return ssize_t(parts[0].iov_len + (count > 1 ? parts[1].iov_len : 0));
     const ssize_t size = pwritev(m_descriptor, parts, count, offset);
@@ -230,6 +238,9 @@ bool OutputFile::beginsLikeThis(int descriptor) const
 bool OutputFile::findAgain(qint64 &written)
 {
     m_thread.assertSameThread();
+    const std::scoped_lock changing(m_share->writing);
+    if (isTakenOver())
+        return false;
     Identity here = {};
     const bool isHere = identify(m_descriptor, here);
     const bool isGoneFromHere = !isHere || isGone();
@@ -271,7 +282,7 @@ void OutputFile::replaceBy(int descriptor)
     if (!identify(descriptor, identity))
         return;
     const std::scoped_lock lock(ownFiles().mutex);
-    ownFiles().files.push_back({identity, descriptor, m_isTakenOver});
+    ownFiles().files.push_back({identity, descriptor, m_share});
 }
 
 } // namespace platform

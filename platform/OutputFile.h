@@ -7,7 +7,9 @@
 
 #include <QByteArray>
 #include <atomic>
+#include <functional>
 #include <memory>
+#include <mutex>
 #include <sys/stat.h>
 #include <sys/uio.h>
 
@@ -26,10 +28,10 @@ public:
     // Opens the file, or creates it, and locks it against other processes, for which it is EBUSY then; a file
     // system without locks goes without. What is in it stays, and who writes to it in this process goes on.
     int open();
-    int truncate();
-    // What other objects of this process write to the file comes to nothing from now on, and what they have
-    // written since it was truncated goes.
-    int takeOver();
+    // Empties the file; what other objects of this process write to it comes to nothing from then on. When
+    // none of them is at it, and before anything has changed, it is asked whether that is still wanted: if
+    // not, ECANCELED, and they go on as if nothing had been, as also after any other error.
+    int takeOver(const std::function<bool()> &isWanted);
     // Closes the file, and removes it again where open() has created it and nobody else here writes to it.
     void undo();
     void close();
@@ -44,20 +46,27 @@ public:
     // number of bytes that are in it, less than before where a disk has lost some.
     bool findAgain(qint64 &written);
 
+    // What others of the same file in this process may ask for and change.
+    struct Share {
+        std::mutex writing; // held while the file is changed
+        std::atomic<bool> isTakenOver = false;
+    };
+
 private:
+    int truncate();
     int descriptorFor(int flags) const;
     int lock(int descriptor);
     bool isMineAlone() const;
     bool beginsLikeThis(int descriptor) const;
     void replaceBy(int descriptor);
-    bool isTakenOver() const { return m_isTakenOver->load(); }
+    bool isTakenOver() const { return m_share->isTakenOver.load(); }
 
     const QByteArray m_path;
     ThreadCheck m_thread;
     QByteArray m_beginning; // the first bytes that were written: by these the file is known again
     int m_descriptor = -1;
     bool m_isCreated = false;
-    const std::shared_ptr<std::atomic<bool>> m_isTakenOver = std::make_shared<std::atomic<bool>>(false);
+    const std::shared_ptr<Share> m_share = std::make_shared<Share>();
 };
 
 } // namespace platform

@@ -222,6 +222,38 @@ TEST(FileWriter, AFileThatOpensLateIsLeftAsItWas)
     }
 }
 
+// A take that is lost because another start in the same second came too late for itself.
+TEST(FileWriter, AStartThatIsRefusedLeavesTheRunningTakeOfItsNameWhole)
+{
+    Disk disk;
+    ASSERT_TRUE(disk.stream.open(disk.path));
+    disk.write(10);
+    disk.fault("write stall");
+    disk.write(10);
+    platform::OutputStream second;
+    const int next = nextDescriptor();
+    EXPECT_FALSE(second.open(disk.path, QDeadlineTimer(200)));
+    EXPECT_EQ(second.state().error, ETIMEDOUT);
+    disk.fault({});
+    EXPECT_TRUE(waitUntil([&] { return nextDescriptor() == next; }));
+    disk.write(10);
+    EXPECT_TRUE(disk.isComplete());
+}
+
+// What was thrown away for a take that is then refused is lost twice.
+TEST(FileWriter, AStartWhoseFileIsBeingEmptiedIsNotRefusedAnyMore)
+{
+    Disk disk;
+    QFile before(disk.path);
+    ASSERT_TRUE(before.open(QIODevice::WriteOnly) && before.write(QByteArray(1000, 'x')) && before.flush());
+    disk.fault("write delay 300\nwrite fail EIO");
+    ASSERT_TRUE(disk.stream.open(disk.path, QDeadlineTimer(100)));
+    disk.write(1);
+    EXPECT_TRUE(waitUntil([&] { return disk.stream.state().error == EIO; }));
+    disk.fault({});
+    EXPECT_TRUE(disk.isComplete());
+}
+
 // A take that ends up in a file without a name, or half of it in another folder.
 TEST(FileWriter, AFileThatIsGoneWithItsFolderIsThereAgainWithIt)
 {
