@@ -17,6 +17,8 @@ namespace {
 const QString workingPathKey = u"HBWorkingPathKey"_s;
 // As long as a window may be silent.
 constexpr std::chrono::milliseconds moment(150);
+// Then the disk may have been mounted anew, which lets nobody go who asked before.
+constexpr std::chrono::seconds patience(20);
 
 QByteArray storedToken()
 {
@@ -62,6 +64,11 @@ void WorkingFolder::restore()
 
 void WorkingFolder::look(const QString &path)
 {
+    // Whoever does not answer keeps a thread: one is enough, for as long as it may still be let go.
+    if (m_search.isPending() && m_askedFor == path && !m_askAgain.hasExpired())
+        return;
+    m_askedFor = path;
+    m_askAgain.setRemainingTime(patience);
     const auto question = [path, token = m_token, find = search().inUse()] { return find(path, token); };
     const auto place = m_search.askAndWait(
         question, moment, LateAnswer::Adopted, [this](const std::optional<Place> &answer) {

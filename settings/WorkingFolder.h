@@ -6,6 +6,7 @@
 #include "platform/Inquiry.h"
 #include "platform/Seam.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QString>
 #include <QUrl>
@@ -61,5 +62,7 @@ private:
     bool m_isThere = false; // as far as is known
     QByteArray m_token; // of the folder at the path, or of one that was not found; empty when there is none
     platform::Inquiry<Place> m_search;
+    QString m_askedFor; // the path of the question that was asked last
+    QDeadlineTimer m_askAgain; // although it is not answered
     platform::Inquiry<QByteArray> m_naming; // of the chosen folder, for the settings
 };
