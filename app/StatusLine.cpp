@@ -5,6 +5,7 @@
 
 #include "KTAudioControl/KTAudioControl.h"
 #include "app/AppDelegate.h"
+#include "audio/UnfinishedRecordings.h"
 #include "platform/ForPeople.h"
 #include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
@@ -18,7 +19,9 @@ using std::chrono::steady_clock;
 namespace {
 
 // With the watches' own limits, whatever goes wrong is said within two seconds.
-constexpr int intervalMilliseconds = 500;
+constexpr int interval = 500; // milliseconds
+// Of looking for a file that is missed when nothing else is to be seen after: nothing is at stake.
+constexpr int seldom = 5000;
 constexpr std::chrono::milliseconds diskAnswersWithin{1200};
 // A disk that keeps step takes what it is given much faster.
 constexpr std::chrono::milliseconds longestWrite{1000};
@@ -175,13 +178,9 @@ bool StatusLine::lookForTrouble()
 {
     const Troubles troubles = this->troubles();
     // What is still on its way into a file is looked after also when the recording has ended.
-    const auto task = m_delegate->recordingTask();
-    const bool isWatching = isRecording(m_state) || troubles.waiting.count() > 0 || !m_diskProblem.isEmpty()
-        || m_isEnding || isMissed() || (task && task->audioRecorder()->isDelivering());
-    if (!isWatching)
-        m_timer.stop();
-    else if (!m_timer.isActive())
-        m_timer.start(intervalMilliseconds, this);
+    const bool isAtWork = isRecording(m_state) || troubles.waiting.count() > 0 || !m_diskProblem.isEmpty()
+        || m_isEnding || !UnfinishedRecordings::isEmpty();
+    watchEvery(isAtWork ? interval : isMissed() ? seldom : 0);
     if (isProblemTold(troubles)) {
         m_text = m_topic = m_delegate->problem();
         return true;
@@ -193,6 +192,15 @@ bool StatusLine::lookForTrouble()
     m_text = wrong;
     m_topic = troubles.withoutDurations().sentence(device);
     return true;
+}
+
+void StatusLine::watchEvery(int milliseconds)
+{
+    if (std::exchange(m_interval, milliseconds) == milliseconds)
+        return;
+    m_timer.stop();
+    if (milliseconds > 0)
+        m_timer.start(milliseconds, this);
 }
 
 // Why a command could not be done is no reason to keep quiet about what the next recording would suffer from.

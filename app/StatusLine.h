@@ -60,11 +60,13 @@ private:
     void lookAtOutputs(Troubles &troubles);
     void lookForHoles(Troubles &troubles) const;
     bool isMissed() const;
+    void watchEvery(int milliseconds);
 
     AppDelegate *m_delegate;
     SoundWatch *m_sound;
     DiskWatch m_disk;
     QBasicTimer m_timer;
+    int m_interval = 0; // milliseconds; 0 while it does not run
     platform::Inquiry<platform::DiskState> m_question;
     bool m_diskIsSilent = false;
     bool m_isEnding = false; // it is about to be known whether all of a recording is in its file
