@@ -30,6 +30,15 @@ constexpr std::size_t mostBytes = 64 << 20;
 // format. A quarter of a second, so that elapsed time goes on while a lot is delivered.
 alignas(std::max_align_t) constexpr std::array<std::byte, 49152> silence{};
 
+// Where memory is short, room is made when it is needed.
+void makeRoom(std::vector<std::byte> &bytes)
+{
+    try {
+        bytes.reserve(usualBytes);
+    } catch (const std::bad_alloc &) {
+    }
+}
+
 } // namespace
 
 CaptureQueue::CaptureQueue(const sound::SampleSpec &spec, Deliver deliver)
@@ -37,7 +46,7 @@ CaptureQueue::CaptureQueue(const sound::SampleSpec &spec, Deliver deliver)
     , m_piece(silence.size() - silence.size() % spec.bytesPerFrame())
     , m_batch(spec.rate * spec.bytesPerFrame() * batchTime / 1s)
 {
-    m_incoming.bytes.reserve(usualBytes);
+    makeRoom(m_incoming.bytes);
 }
 
 CaptureQueue::~CaptureQueue()
@@ -95,10 +104,13 @@ void CaptureQueue::addSilence(std::size_t bytes)
 {
     const std::scoped_lock lock(m_mutex);
     const std::size_t behind = m_incoming.bytes.size();
-    if (!m_incoming.silences.empty() && m_incoming.silences.back().behind == behind)
-        m_incoming.silences.back().bytes += bytes;
-    else
-        m_incoming.silences.push_back({behind, bytes});
+    try {
+        if (m_incoming.silences.empty() || m_incoming.silences.back().behind != behind)
+            m_incoming.silences.push_back({behind, 0});
+    } catch (const std::bad_alloc &) {
+        return; // it is missing all the same
+    }
+    m_incoming.silences.back().bytes += bytes;
     m_silenceLeft += bytes;
     m_changed.notify_one();
 }
@@ -170,7 +182,7 @@ void CaptureQueue::run()
 {
     pthread_setname_np(pthread_self(), "flipside-take");
     Batch batch;
-    batch.bytes.reserve(usualBytes);
+    makeRoom(batch.bytes);
     std::unique_lock lock(m_mutex);
     while (!m_ended) {
         if (!mayDeliver()) {
@@ -211,7 +223,7 @@ void CaptureQueue::deliver(Batch &batch)
     deliverSound(batch.bytes.data() + done, batch.bytes.size() - done);
     if (batch.bytes.capacity() > 8 * usualBytes) {
         batch.bytes = {};
-        batch.bytes.reserve(usualBytes);
+        makeRoom(batch.bytes);
     }
     batch.bytes.clear();
     batch.silences.clear();

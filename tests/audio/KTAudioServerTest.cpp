@@ -271,6 +271,20 @@ TEST_F(KTAudioServer, CountsAsMissingWhatIsSaidBeforeTheServerGoesOn)
     }
 }
 
+// Nothing says that it is, when it was suspended during a pause.
+TEST_F(KTAudioServer, MissesADeviceThatIsSuspendedWhenTheRecordingGoesOn)
+{
+    ASSERT_TRUE(record());
+    ASSERT_TRUE(waitForFrames(second / 5));
+    recorder->pauseRecord();
+    server.pactl(u"suspend-source Microphone 1"_s);
+    recorder->resumeRecord();
+    EXPECT_TRUE(waitUntil([&] { return recorder->isAway(); }));
+    server.pactl(u"suspend-source Microphone 0"_s);
+    EXPECT_TRUE(waitUntil([&] { return !recorder->isAway(); }));
+    EXPECT_TRUE(waitForFrames(second / 5));
+}
+
 // On a computer that is too busy for the thread of the sound server: silence and words instead of a loss.
 TEST_F(KTAudioServer, CountsAsMissingWhatAPauseGivesUp)
 {

@@ -40,12 +40,16 @@ void CaptureFeed::take(const std::byte *data, std::size_t bytes)
 }
 
 // The server sends sound as its source has it, often in pieces of a few milliseconds. Each delivery wakes the
-// threads that follow it, so short pieces are put together first.
+// threads that follow it, so short pieces are put together first, in room that was made for them.
 void CaptureFeed::collect(const std::byte *data, std::size_t bytes)
 {
     if (!data) {
         deliverCollected();
         return callWithHole(bytes, KTAudioMissingCause::SoundServerStalled);
+    }
+    if (bytes >= m_spec.bytesIn(piece)) {
+        deliverCollected();
+        return deliver(data, bytes);
     }
     m_collected.append(reinterpret_cast<const char *>(data), qsizetype(bytes));
     if (std::size_t(m_collected.size()) >= m_spec.bytesIn(piece))
@@ -56,15 +60,19 @@ void CaptureFeed::deliverCollected()
 {
     if (m_collected.isEmpty())
         return;
-    const auto bytes = std::size_t(m_collected.size());
+    deliver(m_collected.constData(), std::size_t(m_collected.size()));
+    m_collected.resize(0);
+}
+
+void CaptureFeed::deliver(const void *data, std::size_t bytes)
+{
     m_client.call([&](CaptureClient &client) {
         if (m_silent)
             return;
-        client.captured(m_collected.constData(), bytes);
+        client.captured(data, bytes);
         if (m_delivered)
             *m_delivered += timeOf(bytes);
     });
-    m_collected.resize(0);
 }
 
 void CaptureFeed::lose(const CaptureClock::Loss &loss, qint64 after)

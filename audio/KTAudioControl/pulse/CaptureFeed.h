@@ -52,6 +52,7 @@ public:
 
 private:
     void collect(const std::byte *data, std::size_t bytes);
+    void deliver(const void *data, std::size_t bytes);
     void deliverCollected();
     void deliverHole();
     void callWithHole(std::size_t bytes, KTAudioMissingCause cause);

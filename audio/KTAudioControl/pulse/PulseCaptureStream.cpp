@@ -232,6 +232,9 @@ void PulseCaptureStream::OnLoop::readAvailable()
 void PulseCaptureStream::OnLoop::ticked()
 {
     m_clock.tick();
+    // Suspended already when the recording went on: nothing has changed since.
+    if (isReady() && !m_suspended && pa_stream_is_suspended(stream()) > 0)
+        suspendedChanged();
     connection().start(m_tick, CaptureClock::longestGap);
 }
 
