@@ -49,9 +49,12 @@ void TakeHandle::fillMenu()
         [this] { QApplication::clipboard()->setText(m_delegate->currentOutputFile()); });
 }
 
-// Nor is a file given away that waits for its disk: what takes a copy would get its beginning.
+// Nor is a file given away that waits for its encoder or its disk: what takes a copy would get its beginning.
 bool TakeHandle::isWhole() const
 {
+    const auto task = m_delegate->recordingTask();
+    if (task && task->audioRecorder()->isDelivering())
+        return false;
     return m_delegate->visibleShowInFinder()
         && std::ranges::none_of(platform::outputStates(), [this](const platform::OutputState &output) {
                return output.path == m_delegate->currentOutputFile() && output.bytesWaiting > 0;

@@ -141,7 +141,8 @@ void HBRecordingTask::stopRecord()
     if (state != KTAudioTransportStatePaused && state != KTAudioTransportStateRunning)
         return;
     m_audioRecorder->stopRecord();
-    UnfinishedRecordings::keep(shared_from_this());
+    if (const auto self = weak_from_this().lock())
+        UnfinishedRecordings::keep(self);
 }
 
 // The callback's own format decides, not the stored one. Without whole frames (no channels, or less than a
