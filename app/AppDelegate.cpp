@@ -16,6 +16,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/FolderChooser.h"
+#include "platform/desktop/Foreground.h"
 #include "platform/desktop/Opener.h"
 #include "platform/desktop/PopUpMenu.h"
 #include "settings/HBPreferencesWndCtrl.h"
@@ -84,8 +85,7 @@ void AppDelegate::changePreferencesAction(QObject *)
 {
     QWidget *preferences = preferencesWndCtrl()->window();
     if (preferences->isVisible()) {
-        preferences->window()->raise();
-        preferences->window()->activateWindow();
+        platform::bringToFront(preferences->window());
     } else {
         preferencesWndCtrl()->mainWindow = window;
         NSWindow_Flipr::flipToShowWindow(window, preferences, true);

@@ -4,6 +4,7 @@
 #include "platform/desktop/FolderChooser.h"
 
 #include "platform/Inquiry.h"
+#include "platform/desktop/Foreground.h"
 #include "platform/desktop/PortalFolderChooser.h"
 #include "platform/desktop/SessionBus.h"
 
@@ -81,18 +82,15 @@ void openSheet(QWidget *window, const FolderQuestion &question, FolderChoice cho
 }
 
 // A chooser of the desktop cannot be raised by itself. It stands on the window, and comes with it.
-void bringToFront(QDialog *chooser)
+QWidget *inFront(QDialog *chooser)
 {
-    QWidget *const front
-        = chooser->testAttribute(Qt::WA_DontShowOnScreen) ? chooser->parentWidget()->window() : chooser;
-    front->raise();
-    front->activateWindow();
+    return chooser->testAttribute(Qt::WA_DontShowOnScreen) ? chooser->parentWidget()->window() : chooser;
 }
 
 void askDesktop(QWidget *window, const FolderQuestion &question, FolderChoice choice)
 {
     if (QDialog *const open = openChooser(window)) {
-        bringToFront(open);
+        bringToFront(inFront(open));
         return choice({});
     }
     FolderQuestion whole = question;

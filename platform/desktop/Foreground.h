@@ -14,7 +14,7 @@ namespace platform {
 QString launchToken();
 
 // Shows a window in front of all others, restored if it was minimised, and with the keyboard, as far as the
-// desktop allows that. `token` is the one of the process that asks. Main thread only.
-void bringToFront(QWidget *window, const QString &token);
+// desktop allows that. `token` is the one of another process, if that is who asks. Main thread only.
+void bringToFront(QWidget *window, const QString &token = {});
 
 } // namespace platform

@@ -3,6 +3,7 @@
 
 #include "ui/flip/FliprView.h"
 #include "platform/Logging.h"
+#include "platform/desktop/Foreground.h"
 #include "platform/desktop/Overlay.h"
 #include "platform/desktop/ScreenUpdates.h"
 #include "ui/flip/FlipGeometry.h"
@@ -83,13 +84,13 @@ void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, b
     const QRectF frame = placeOver(platform::overlayFrame(stage, stage->cardRect()));
     if (frame.isEmpty()) {
         stage->setCard(finalWindow);
-        stage->bringToFront();
+        platform::bringToFront(stage);
         forget();
         return;
     }
     // What it asks the disk and the sound server is answered while the flipping window comes up.
     stage->prepareCard(finalWindow);
-    stage->bringToFront();
+    platform::bringToFront(stage);
     m_animation = std::make_unique<FliprAnimation>(FliprAnimation::EaseInEaseOut);
     m_animation->setDelegate(this);
     m_animation->setFrameRate(stage->screen()->refreshRate());

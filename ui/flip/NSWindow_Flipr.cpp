@@ -3,6 +3,7 @@
 
 #include "ui/flip/NSWindow_Flipr.h"
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/Foreground.h"
 #include "ui/flip/FlipPermission.h"
 #include "ui/flip/FliprView.h"
 #include "ui/flip/Stage.h"
@@ -73,7 +74,7 @@ void flipToShowWindow(QWidget *window, QWidget *otherWindow, bool forward)
         viewOf(flippingWindow())->setInitialWindow(window, otherWindow, forward);
     } else {
         stage->setCard(otherWindow);
-        stage->bringToFront();
+        platform::bringToFront(stage);
     }
 }
 

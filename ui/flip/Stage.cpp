@@ -107,14 +107,6 @@ void Stage::setCard(QWidget *card)
     m_curtain->raise();
 }
 
-void Stage::bringToFront()
-{
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
-}
-
 void Stage::prepareCard(QWidget *card)
 {
     addCard(card);

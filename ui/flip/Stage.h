@@ -30,7 +30,6 @@ public:
     QWidget *card() const { return m_card; }
     // Shows this card instead of the other, at the same place. The keyboard goes where it was on that card.
     void setCard(QWidget *card);
-    void bringToFront();
     // Has a card laid out and brought up to date, as if it were shown, while the other one can still be seen.
     void prepareCard(QWidget *card);
 
