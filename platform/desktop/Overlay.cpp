@@ -23,7 +23,7 @@ bool overlaysAreRelative()
     return isOnWayland();
 }
 
-void prepareOverlay(QWidget *overlay, QWidget *window)
+void prepareOverlay(QWidget *overlay, const QWidget *window)
 {
     xcb_connection_t *connection = x11Connection();
     if (isOnWayland()) {

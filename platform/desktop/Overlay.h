@@ -16,7 +16,7 @@ bool canPlaceOverlays();
 bool overlaysAreRelative();
 
 // Before the overlay is shown: tells the window system what it belongs to, and compositors to leave it alone.
-void prepareOverlay(QWidget *overlay, QWidget *window);
+void prepareOverlay(QWidget *overlay, const QWidget *window);
 
 // After its first paint: what a window holds before that is not to be seen.
 void revealOverlay(QWidget *overlay);

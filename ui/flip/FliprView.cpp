@@ -12,7 +12,6 @@
 
 #include <QGuiApplication>
 #include <QPaintEvent>
-#include <QPainter>
 #include <QScreen>
 #include <algorithm>
 
@@ -26,26 +25,10 @@ constexpr double slowFlipSeconds = 3.75;
 // Drawn once before the clock starts, to measure what a frame costs.
 constexpr float measuredProgress = 0.05F;
 
-// From the flipping window's first paint to the screen where the screen does not tell: compositors need up to
-// three frames to bring up a window.
-constexpr auto coverTime = 80ms;
-// A flipping window that is never drawn must not keep the user waiting, and one that fades in not for ever.
-constexpr auto coverDeadline = 500ms;
-constexpr auto lookInterval = 8ms;
-constexpr auto quietTime = 24ms;
-// Where the mark is on the card: so many pixels below the middle of its upper edge.
-constexpr int markDepth = 6;
 // The card at rest, in the flipping window: two frames of a usual screen.
 constexpr auto restTime = 34ms;
 // What compositors need to show what was drawn last.
 constexpr auto leaveTime = 60ms;
-
-QPoint markOn(const Stage &stage)
-{
-    const QRectF card = stage.cardRect();
-    return (QPointF(card.center().x(), card.top()) * stage.devicePixelRatioF()).toPoint()
-        + QPoint(0, markDepth);
-}
 
 } // namespace
 
@@ -59,6 +42,7 @@ FliprView::FliprView(const QRect &frame, const QRectF &originalRect, QWidget *pa
     m_phaseTimer.setSingleShot(true);
     m_phaseTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_phaseTimer, &QTimer::timeout, this, &FliprView::phaseEnded);
+    connect(&m_cover, &FlipCover::isThere, this, &FliprView::begin);
 }
 
 FliprView::~FliprView()
@@ -96,13 +80,8 @@ void FliprView::setInitialWindow(QWidget *initialWindow, QWidget *finalWindow, b
     m_animation->setFrameRate(stage->screen()->refreshRate());
     m_animation->setCurrentProgress(0);
     m_statistics = {};
-    m_mark.emplace(stage, markOn(*stage));
-    m_coverTime.invalidate();
-    enter(Phase::Covering, coverDeadline);
-    platform::prepareOverlay(window(), stage);
-    window()->setGeometry(frame.toRect());
-    window()->show();
-    window()->raise();
+    m_phase = Phase::Covering;
+    m_cover.comeUp(*stage, frame.toRect());
 }
 
 QRectF FliprView::placeOver(const QRectF &initialFrame)
@@ -129,9 +108,6 @@ void FliprView::enter(Phase phase, std::chrono::milliseconds time)
 void FliprView::phaseEnded()
 {
     switch (m_phase) {
-    case Phase::Covering:
-        waitForMark();
-        break;
     case Phase::Beginning:
         turn();
         break;
@@ -141,22 +117,10 @@ void FliprView::phaseEnded()
     case Phase::Leaving:
         vanish();
         break;
-    case Phase::Turning:
     case Phase::Idle:
+    case Phase::Covering:
+    case Phase::Turning:
         break;
-    }
-}
-
-void FliprView::waitForMark()
-{
-    const bool isDrawn = m_coverTime.isValid();
-    if (isDrawn && m_mark && m_mark->colour() && !m_coverTime.hasExpired(coverDeadline.count())) {
-        if (m_mark->isThere())
-            m_mark.reset();
-        // A compositor that is still drawing could show the half of an exchange.
-        m_phaseTimer.start(m_mark ? lookInterval : quietTime);
-    } else {
-        begin();
     }
 }
 
@@ -176,17 +140,11 @@ void FliprView::begin()
     if (!m_stage || !m_finalWindow)
         return;
     const double ratio = m_stage->devicePixelRatioF();
-    if (m_initialWindow)
-        m_picture = FlipPicture(m_initialWindow, ratio);
+    const FlipPicture front = m_initialWindow ? FlipPicture(m_initialWindow, ratio) : FlipPicture();
     m_stage->setCurtainDrawn(true);
     m_stage->setCard(m_finalWindow);
-    m_finalImage = FlipPicture(m_finalWindow, ratio);
-    if (m_picture.isNull())
-        m_picture = m_finalImage;
-    m_shift = QPointF();
-    m_shift = cardCorner() - pixels(quadrilateral(0)).first();
-    m_phase = Phase::Beginning;
-    m_drawn = rect();
+    m_card.emplace(*this, m_originalRect, m_direction, front, FlipPicture(m_finalWindow, ratio));
+    m_card->layOn(cardCorner());
     {
         const platform::ScreenUpdatesDisabled together;
         repaint();
@@ -209,75 +167,29 @@ void FliprView::turn()
     m_animation->startAtProgress(timing.startProgress, timing.duration);
 }
 
-QPolygonF FliprView::quadrilateral(float value) const
-{
-    const auto corners = FlipGeometry::corners(value, m_direction, m_originalRect.size());
-    QPolygonF result{corners.topLeft, corners.topRight, corners.bottomRight, corners.bottomLeft};
-    for (QPointF &corner : result)
-        corner = FlipGeometry::turnedOver(m_originalRect.topLeft() + corner, height());
-    return result;
-}
-
 void FliprView::drawRect(const QRect &)
 {
-    if (m_picture.isNull())
+    if (!m_card)
         return;
     QElapsedTimer clock;
     clock.start();
-    const float value = m_animation->currentValue();
-    if (FlipGeometry::showsBack(value) && !m_finalImage.isNull())
-        m_picture = std::exchange(m_finalImage, FlipPicture());
-    drawPicture(quadrilateral(value));
+    m_card->draw(*this, m_animation->currentValue());
     m_frameTime = static_cast<float>(clock.nsecsElapsed() / 1e9);
     ++m_statistics.frames;
     m_statistics.longestFrameTime = std::max(m_statistics.longestFrameTime, m_frameTime);
 }
 
-QPolygonF FliprView::pixels(const QPolygonF &corners) const
-{
-    const double ratio = devicePixelRatioF();
-    return QTransform::fromScale(ratio, ratio).map(corners).translated(m_shift);
-}
-
-// In pixels of the screen, so that a picture that lies flat is copied as it is.
-void FliprView::drawPicture(const QPolygonF &corners)
-{
-    const double ratio = devicePixelRatioF();
-    m_drawn = FlipFrame::reach(corners) & rect();
-    const QRect area = QTransform::fromScale(ratio, ratio).mapRect(QRectF(m_drawn)).toAlignedRect();
-    QPainter painter(this);
-    painter.scale(1 / ratio, 1 / ratio);
-    painter.drawImage(area.topLeft(), m_frame.composed(m_picture, pixels(corners), area, ratio),
-        QRect({0, 0}, area.size()));
-}
-
 void FliprView::display()
 {
-    repaint(FlipFrame::reach(quadrilateral(m_animation->currentValue())) | m_drawn);
+    if (m_card)
+        repaint(m_card->change(m_animation->currentValue()));
 }
 
 void FliprView::paintEvent(QPaintEvent *event)
 {
     drawRect(event->rect());
     if (m_phase == Phase::Covering)
-        drawMark();
-}
-
-void FliprView::drawMark()
-{
-    if (m_mark && m_mark->colour()) {
-        QPainter painter(this);
-        painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
-        const QPoint onCard
-            = markOn(*m_stage) - (QPointF(m_stage->cardRect().topLeft()) * devicePixelRatioF()).toPoint();
-        painter.fillRect(QRect(cardCorner() + onCard, QSize(1, 1)), *m_mark->colour());
-    }
-    if (m_coverTime.isValid())
-        return;
-    m_coverTime.start();
-    m_phaseTimer.start(m_mark && m_mark->colour() ? lookInterval : coverTime);
-    // The picture reaches the window system at the end of this event.
-    QTimer::singleShot(0, this, [this] { platform::revealOverlay(window()); });
+        m_cover.draw(cardCorner());
 }
 
 void FliprView::animationDidEnd(FliprAnimation *)
@@ -293,7 +205,7 @@ void FliprView::animationDidEnd(FliprAnimation *)
 
 void FliprView::end()
 {
-    m_picture = FlipPicture();
+    m_card.reset();
     {
         const platform::ScreenUpdatesDisabled together;
         if (m_stage) {
@@ -308,19 +220,25 @@ void FliprView::end()
     Q_EMIT flipEnded();
 }
 
-void FliprView::windowDestroyed()
+void FliprView::breakOff(QWidget *cardToShow)
 {
-    // Nothing is left to bring in; a user must not be left without a window.
-    if (m_stage && m_initialWindow)
-        m_stage->setCard(m_initialWindow);
+    if (m_stage && cardToShow)
+        m_stage->setCard(cardToShow);
     end();
     vanish();
+}
+
+// Nothing is left to bring in; a user must not be left without a window.
+void FliprView::windowDestroyed()
+{
+    breakOff(m_initialWindow);
 }
 
 void FliprView::forget()
 {
     m_phase = Phase::Idle;
     m_phaseTimer.stop();
+    m_cover.giveUp();
     if (m_finalWindow)
         disconnect(m_finalWindow, nullptr, this, nullptr);
     if (m_animation) {
@@ -331,7 +249,6 @@ void FliprView::forget()
     m_stage = nullptr;
     m_initialWindow = nullptr;
     m_finalWindow = nullptr;
-    m_finalImage = FlipPicture();
     m_inputBlock.reset();
 }
 
@@ -341,6 +258,5 @@ void FliprView::vanish()
     m_phaseTimer.stop();
     window()->hide();
     // Between flips, nothing the size of a picture is kept.
-    m_picture = FlipPicture();
-    m_frame = FlipFrame();
+    m_card.reset();
 }

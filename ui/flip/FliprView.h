@@ -3,10 +3,9 @@
 
 #pragma once
 
-#include "platform/desktop/ScreenMark.h"
-#include "ui/flip/FlipFrame.h"
-#include "ui/flip/FlipPicture.h"
+#include "ui/flip/FlipCover.h"
 #include "ui/flip/FliprAnimation.h"
+#include "ui/flip/TurningCard.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -15,7 +14,6 @@
 #include <memory>
 
 class InputBlock;
-class Stage;
 
 // The content of the flipping window: turns one card's picture about its vertical middle line until it shows
 // the other card. Both cards are on one stage, belong to somebody else and may be destroyed at any time.
@@ -79,18 +77,14 @@ private:
     QRectF placeOver(const QRectF &initialFrame);
     void enter(Phase phase, std::chrono::milliseconds time);
     void phaseEnded();
-    void waitForMark();
-    void drawMark();
     void begin();
     QPoint cardCorner() const;
     void turn();
     void end();
+    void breakOff(QWidget *cardToShow);
     void windowDestroyed();
     void forget();
     void vanish();
-    QPolygonF quadrilateral(float value) const;
-    QPolygonF pixels(const QPolygonF &corners) const;
-    void drawPicture(const QPolygonF &corners);
 
     QRectF m_originalRect;
     // The flipping window's size before it was cut at the screen's edges: the margins outlast a flip at an
@@ -99,22 +93,14 @@ private:
     QPointer<QWidget> m_initialWindow;
     QPointer<QWidget> m_finalWindow;
     QPointer<Stage> m_stage;
-    // Drawn while the flipping window comes up.
-    std::optional<platform::ScreenMark> m_mark;
-    QElapsedTimer m_coverTime;
-    // From where the card should lie by its device-independent place to where it lies, in pixels of the
-    // screen.
-    QPointF m_shift;
-    FlipPicture m_picture;
-    // Until the middle of the turn.
-    FlipPicture m_finalImage;
-    FlipFrame m_frame;
+    FlipCover m_cover{this};
+    // From the first frame to the last.
+    std::optional<TurningCard> m_card;
     std::unique_ptr<FliprAnimation> m_animation;
     std::unique_ptr<InputBlock> m_inputBlock;
     bool m_slow = false;
     float m_direction = 1;
     float m_frameTime = 0;
-    QRect m_drawn;
     Phase m_phase = Phase::Idle;
     QTimer m_phaseTimer;
     QElapsedTimer m_turnTime;
