@@ -3,6 +3,7 @@
 
 #include "ui/flip/FliprView.h"
 #include "platform/Logging.h"
+#include "platform/desktop/Compositor.h"
 #include "platform/desktop/Foreground.h"
 #include "platform/desktop/Overlay.h"
 #include "platform/desktop/ScreenUpdates.h"
@@ -43,6 +44,8 @@ FliprView::FliprView(const QRect &frame, const QRectF &originalRect, QWidget *pa
     m_phaseTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_phaseTimer, &QTimer::timeout, this, &FliprView::phaseEnded);
     connect(&m_cover, &FlipCover::isThere, this, &FliprView::begin);
+    connect(&platform::CompositorWatch::shared(), &platform::CompositorWatch::changed, this,
+        &FliprView::compositorChanged);
 }
 
 FliprView::~FliprView()
@@ -232,6 +235,12 @@ void FliprView::breakOff(QWidget *cardToShow)
 void FliprView::windowDestroyed()
 {
     breakOff(m_initialWindow);
+}
+
+void FliprView::compositorChanged()
+{
+    if (m_phase != Phase::Idle && !platform::compositorRuns())
+        breakOff(m_finalWindow);
 }
 
 void FliprView::forget()

@@ -20,7 +20,8 @@ class InputBlock;
 //
 // Compositors take their time to bring a window up or away, and some fade it. So the flipping window comes up
 // empty, and goes empty: once it is there, picture and card are exchanged by what the two windows draw, in
-// one step, and the first and the last picture are the card as it lies on the stage.
+// one step, and the first and the last picture are the card as it lies on the stage. Without a compositor the
+// flipping window is a black one, so a flip whose compositor goes away is over at once.
 class FliprView : public QWidget, public FliprAnimationDelegate {
     Q_OBJECT
 
@@ -83,6 +84,7 @@ private:
     void end();
     void breakOff(QWidget *cardToShow);
     void windowDestroyed();
+    void compositorChanged();
     void forget();
     void vanish();
 

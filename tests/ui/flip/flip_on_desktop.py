@@ -96,6 +96,9 @@ class Flip:
         x, y, width, height = geometry
         return x + left, y + top, width - left - right, height - top - bottom
 
+    def windows(self):
+        return len(self.desktop.xdotool("search", "--onlyvisible", "--pid", self.program.pid).split())
+
     def flips(self):
         return re.findall(r"Flip: (.*)", self.program.log())
 
@@ -134,12 +137,18 @@ class Flip:
         return self.desktop.ask("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "txt:-")[-20:]
 
     def follow_compositor(self):
-        """Round and with a shadow while there is a compositor, and always at its place."""
+        """Round and with a shadow while there is a compositor, and always at its place. A slow flip whose compositor dies
+        is over at once: the flipping window would be a black one."""
         square = self.corner()
         compositor = self.desktop.spawn(("picom", "--backend", "xrender", "--config", "/dev/null"))
         wait_until(lambda: self.margins() == 72 and self.corner() != square, "the card's corners to be round")
         self.check_place()
+        self.desktop.xdotool("keydown", "Shift_L")
+        self.press("Preferences", "Preferences")
+        self.desktop.xdotool("keyup", "Shift_L")
+        wait_until(lambda: "Flip turns" in self.program.log(), "the card to turn")
         end_process(compositor)
+        wait_until(lambda: self.windows() == 1, "the flipping window to be gone", deadline=1)
         wait_until(lambda: self.margins() == 0 and self.corner() == square, "the card's corners to be square")
         self.check_place()
 
