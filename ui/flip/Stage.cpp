@@ -114,6 +114,7 @@ void Stage::prepareCard(QWidget *card)
         return;
     card->move(rect().bottomRight() + QPoint(1, 1));
     card->show();
+    setWindowTitle(card->windowTitle());
 }
 
 QRect Stage::cardRect() const
@@ -144,9 +145,11 @@ void Stage::fit()
     if (!m_card)
         return;
     const QPoint corner = geometry().topLeft() + cardRect().topLeft();
+    const QMargins before = m_margins;
     m_margins = platform::compositorRuns() ? shadowMargins() : QMargins();
     const QSize size = cardRect().marginsAdded(m_margins).size();
     const QPoint place = corner - cardRect().topLeft();
+    const bool isOther = size != this->size() || m_margins != before;
     if (size != this->size()) {
         // In one step: a window manager that sees a size and then a place may find a place of its own
         // between.
@@ -158,7 +161,8 @@ void Stage::fit()
     m_card->move(cardRect().topLeft());
     m_curtain->setGeometry(rect());
     m_shadowSize = QSize();
-    if (testAttribute(Qt::WA_WState_Created))
+    // Compositors draw the whole window anew when they are told, also of the same margins.
+    if (isOther && testAttribute(Qt::WA_WState_Created))
         platform::setWindowMargins(this, m_margins);
     update();
 }
@@ -166,6 +170,7 @@ void Stage::fit()
 void Stage::showEvent(QShowEvent *)
 {
     fit();
+    platform::setWindowMargins(this, m_margins);
     windowHandle()->installEventFilter(this);
     m_isNew = true;
 }

@@ -30,7 +30,8 @@ public:
     QWidget *card() const { return m_card; }
     // Shows this card instead of the other, at the same place. The keyboard goes where it was on that card.
     void setCard(QWidget *card);
-    // Has a card laid out and brought up to date, as if it were shown, while the other one can still be seen.
+    // Has a card laid out and brought up to date, as if it were shown, while the other one can still be seen;
+    // the title is its own already.
     void prepareCard(QWidget *card);
 
     // The place of the card, in the stage's coordinates.
