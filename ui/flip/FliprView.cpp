@@ -151,7 +151,7 @@ void FliprView::begin()
     {
         const platform::ScreenUpdatesDisabled together;
         repaint();
-        m_stage->repaint();
+        m_stage->drawNow();
     }
     qCDebug(lcUi, "Flip begins");
     enter(Phase::Beginning, restTime);
@@ -213,7 +213,7 @@ void FliprView::end()
         const platform::ScreenUpdatesDisabled together;
         if (m_stage) {
             m_stage->setCurtainDrawn(false);
-            m_stage->repaint();
+            m_stage->drawNow();
         }
         repaint();
     }

@@ -127,6 +127,12 @@ void Stage::setCurtainDrawn(bool drawn)
     m_curtain->setVisible(drawn);
 }
 
+// What the curtain covers counts as drawn for the toolkit, so the stage's own repaint would leave the shadow.
+void Stage::drawNow()
+{
+    m_curtain->isVisible() ? m_curtain->repaint() : repaint();
+}
+
 bool Stage::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_card && event->type() == QEvent::WindowTitleChange)

@@ -39,6 +39,8 @@ public:
 
     // While the curtain is drawn the stage is empty and transparent, whatever happens on it.
     void setCurtainDrawn(bool drawn);
+    // What is to be seen now is with the window system when this returns.
+    void drawNow();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -9,8 +9,10 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QPaintEvent>
 #include <QPushButton>
 #include <QTest>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace {
@@ -32,6 +34,24 @@ QLabel *card(const Quarters &quarters)
     label->setFixedSize(200, 120);
     return label;
 }
+
+class PaintedRegion : public QObject {
+public:
+    void watch(QObject *widget)
+    {
+        region = QRegion();
+        widget->installEventFilter(this);
+    }
+    QRegion region;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+};
 
 class FliprViewTest : public testing::Test {
 protected:
@@ -117,6 +137,22 @@ TEST_F(FliprViewTest, ShowsNothingOnTheStageMeanwhileAndHidesThePointer)
     EXPECT_TRUE(hasExchanged());
     EXPECT_EQ(stage.pos(), corner);
     EXPECT_TRUE(waitUntil([] { return !window()->isVisible(); }));
+}
+
+// Without the main loop, which would draw later what was forgotten: the shadow, of the second flip.
+TEST_F(FliprViewTest, DrawsTheCurtainOverCardAndShadowAtOnce)
+{
+    ASSERT_TRUE(waitUntil([this] { return stage.windowHandle()->isExposed(); }));
+    PaintedRegion painted;
+    for (QWidget *const card : {back.get(), front.get()}) {
+        stage.setCurtainDrawn(true);
+        stage.setCard(card);
+        painted.watch(stage.children().last());
+        stage.drawNow();
+        EXPECT_EQ(painted.region, QRegion(stage.rect()));
+        stage.setCurtainDrawn(false);
+        stage.drawNow();
+    }
 }
 
 TEST_F(FliprViewTest, BlocksInput)
