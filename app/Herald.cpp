@@ -21,15 +21,20 @@ Herald::Herald(const AppDelegate *delegate, const StatusLine *line, QWidget *car
 {
     connect(line, &StatusLine::textChanged, this, &Herald::tell);
     connect(line, &StatusLine::warningChanged, this, &Herald::followNotice);
+    connect(line, &StatusLine::soundAtStakeChanged, this, &Herald::followNotice);
     connect(delegate, &AppDelegate::stateChanged, this, &Herald::tell);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &Herald::followNotice);
     card->installEventFilter(this);
 }
 
-// The cards turn over.
+// The cards turn over, or their window is minimised.
 bool Herald::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
+    // Before it is shown for the first time it is on no window.
+    if (watched == m_card && event->type() == QEvent::Show)
+        m_card->window()->installEventFilter(this);
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide
+        || event->type() == QEvent::WindowStateChange)
         followNotice();
     return QObject::eventFilter(watched, event);
 }
@@ -37,7 +42,8 @@ bool Herald::eventFilter(QObject *watched, QEvent *event)
 // Window systems do not say whether a window is covered, but whoever looks at the card has it in front.
 bool Herald::isInFront() const
 {
-    return m_card->isVisible() && QGuiApplication::applicationState() == Qt::ApplicationActive;
+    return m_card->isVisible() && !m_card->window()->isMinimized()
+        && QGuiApplication::applicationState() == Qt::ApplicationActive;
 }
 
 void Herald::tell()

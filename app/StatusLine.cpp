@@ -161,6 +161,7 @@ void StatusLine::judgeDisk(const platform::DiskState &disk)
 void StatusLine::refresh()
 {
     platform::assertMainThread();
+    const bool wasAtStake = isSoundAtStake();
     const QString before = m_text;
     const bool warning = lookForTrouble();
     if (!warning)
@@ -171,6 +172,8 @@ void StatusLine::refresh()
         Q_EMIT textChanged();
     if (warningChanges)
         Q_EMIT warningChanged();
+    if (wasAtStake != isSoundAtStake())
+        Q_EMIT soundAtStakeChanged();
 }
 
 // Whether something is wrong. It is the text then.

@@ -38,6 +38,7 @@ public:
 Q_SIGNALS:
     void textChanged();
     void warningChanged();
+    void soundAtStakeChanged();
 
 protected:
     void timerEvent(QTimerEvent *event) override;

@@ -43,21 +43,30 @@ class Watcher(StandIns):
         threading.Thread(target=self._read, daemon=True).start()
         self.expect("ready .")
 
-    def answer(self, response, address=""):
+    def ask_portal(self, method, *arguments):
         self.desktop.ask("dbus-send", "--session", "--dest=org.freedesktop.portal.Desktop", "--print-reply",
-                         "/org/freedesktop/portal/desktop", "test.User.Answer", f"uint32:{response}",
-                         f"string:{address}")
+                         "/org/freedesktop/portal/desktop", method, *arguments)
+
+    def answer(self, response, address=""):
+        self.ask_portal("test.User.Answer", f"uint32:{response}", f"string:{address}")
+
+    def notification(self, happens):
+        self.desktop.ask("dbus-send", "--session", "--dest=org.freedesktop.Notifications", "--print-reply",
+                         "/org/freedesktop/Notifications", "test.User." + happens)
 
     def mark(self):
         # What is not shown can be taken back at any time.
-        self.desktop.ask("dbus-send", "--session", "--dest=org.freedesktop.Notifications", "--print-reply",
-                         "/org/freedesktop/Notifications", "org.freedesktop.Notifications.CloseNotification", "uint32:0")
-        return "taken back 0"
+        self.ask_portal("org.freedesktop.portal.Notification.RemoveNotification", "string:-")
+        return "portal taken back -"
 
 
 class TellingTest(RecorderTest):
     def services(self, *options):
         return Watcher(self, os.path.join(HERE, "desktop_services.py"), *options)
+
+    def flipside(self, command):
+        """Asks the card that is open, from outside."""
+        return subprocess.run([self.binary, command], capture_output=True, text=True, timeout=10)
 
     def pactl(self, *command):
         subprocess.run(["pactl", *command], env={**os.environ, **self.sound.environment}, check=True)
@@ -124,6 +133,55 @@ class Warnings(TellingTest):
         self.desktop.xdotool("search", "--name", "Recording .* - Flipside", "windowactivate")
         desktop.expect("taken back 2")
 
+    def mute(self, muted):
+        self.pactl("set-source-mute", "@DEFAULT_SOURCE@", str(int(muted)))
+
+    def take_behind_preferences(self, desktop):
+        """A recorder that shows its preferences and records."""
+        self.sound.tell("default " + MICROPHONE)
+        recorder = self.start()
+        recorder.click("Record")
+        desktop.expect("chooser .*")
+        desktop.answer(0, "file://" + recorder.folder)
+        recorder.wait_status("Recording from .*")
+        recorder.press("Stop")
+        recorder.turn_over("Preferences", "Done")
+        self.flipside("--record")
+        return recorder
+
+    def test_the_take_behind_the_preferences_is_told_of_until_it_is_safe(self):
+        desktop = self.services()
+        self.take_behind_preferences(desktop)
+        self.mute(True)
+        desktop.expect("notice 1 0 .* is muted")
+        desktop.notification("Close")
+        self.sound.tell("unload " + MICROPHONE)
+        # The user has closed the one before.
+        desktop.expect("notice 2 0 No sound is arriving from .*")
+        self.sound.tell(f"load {MICROPHONE}=tone")
+        desktop.expect("notice 2 2 .* s are missing: .*")
+        # What is missing is missing for good, but no more of it.
+        self.flipside("--stop")
+        desktop.expect("taken back 2")
+
+    def test_a_notification_without_a_number_yet_is_taken_back_as_soon_as_it_has_one(self):
+        desktop = self.services("--late")
+        recorder = self.take_behind_preferences(desktop)
+        self.mute(True)
+        desktop.expect("notice 1 0 .* is muted")
+        recorder.turn_over("Done", "Preferences")
+        desktop.expect_nothing()
+        desktop.notification("Number")
+        desktop.expect("taken back 1")
+
+    def test_in_a_sandbox_the_portal_shows_the_notification(self):
+        desktop = self.services("--sandboxed")
+        self.take_behind_preferences(desktop)
+        self.mute(True)
+        desktop.expect("portal notice warning .* is muted")
+        self.mute(False)
+        desktop.expect("portal taken back warning")
+
     def test_a_device_that_takes_the_place_of_the_chosen_one_is_named(self):
         self.sound.tell("load <b>Mic</b> & Co=tone")
         self.sound.tell("default " + MICROPHONE)
@@ -154,7 +212,7 @@ class Chooser(TellingTest):
             desktop.expect(f"chooser x11:{int(window):x} {music} {self.QUESTION}")
             # The window is blocked, and another request is none.
             recorder.click("Preferences")
-            subprocess.run([self.binary, "--record"], capture_output=True, timeout=10)
+            self.flipside("--record")
             desktop.answer(response, "file://" + recorder.folder if response == 0 else "")
             recorder.wait_status(status)
             self.assertIsNone(recorder.program.find("button", "Done"))
