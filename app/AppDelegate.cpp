@@ -163,6 +163,12 @@ void AppDelegate::cannotPlay(const QString &file, const QString &reason)
         u"Cannot play %1: %2"_s.arg(file, reason));
 }
 
+void AppDelegate::setChoosingFolder(bool choosing)
+{
+    if (std::exchange(m_isChoosingFolder, choosing) != choosing)
+        Q_EMIT choosingFolderChanged();
+}
+
 bool AppDelegate::showInFinderWhenFinishRecording() const
 {
     return UserDefaults::standardUserDefaults().boolForKey(showInFinderKey).value_or(true);
@@ -241,14 +247,19 @@ void AppDelegate::recordWithAccess()
 
 void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion)
 {
+    // Another request while one is open is answered with nothing, and ends nothing.
+    const bool isOnlyOne = !m_isChoosingFolder;
+    setChoosingFolder(true);
+    const auto chosen = [self = QPointer(this), completion, isOnlyOne](const std::optional<QUrl> &folder) {
+        if (self && folder)
+            self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
+        completion(folder.has_value());
+        const auto end = [self] { self->setChoosingFolder(false); }; // behind the start that follows
+        if (self && isOnlyOne)
+            QMetaObject::invokeMethod(self, end, Qt::QueuedConnection);
+    };
     // There is no working folder to begin in.
-    const platform::FolderQuestion question{tr("Choose a folder for your recordings"), {}};
-    platform::chooseFolder(
-        window, question, [self = QPointer(this), completion](const std::optional<QUrl> &folder) {
-            if (self && folder)
-                self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
-            completion(folder.has_value());
-        });
+    platform::chooseFolder(window, {tr("Choose a folder for your recordings"), {}}, chosen);
 }
 
 void AppDelegate::startRecord(std::chrono::milliseconds patience)

@@ -85,6 +85,8 @@ public:
     QString problem() const { return m_problem; }
     // The same for scripts, which get it in English everywhere.
     QString problemInEnglish() const { return m_problemInEnglish; }
+    // The user is asked where recordings are to go, in a chooser that may be another program's.
+    bool isChoosingFolder() const { return m_isChoosingFolder; }
 
     bool canRecord() const { return m_state == RecorderStateIdle || m_state == RecorderStateRecordingPaused; }
     bool canPause() const { return m_state == RecorderStateRecording || m_state == RecorderStatePlaying; }
@@ -167,6 +169,7 @@ Q_SIGNALS:
     void inputMuteChanged();
     void showInFinderWhenFinishRecordingChanged();
     void problemChanged();
+    void choosingFolderChanged();
     void canRecordChanged();
     void canPauseChanged();
     void canStopChanged();
@@ -183,6 +186,7 @@ private:
     void setProblem(const QString &problem, const QString &inEnglish);
     void cannotRecord(const QString &reason);
     void cannotPlay(const QString &file, const QString &reason);
+    void setChoosingFolder(bool choosing);
 
     int m_state = RecorderStateIdle;
     std::shared_ptr<HBRecordingTask> m_recordingTask;
@@ -192,5 +196,6 @@ private:
     bool m_hasHadDevice = false;
     QString m_problem;
     QString m_problemInEnglish;
+    bool m_isChoosingFolder = false;
     std::unique_ptr<HBPlayTask> m_playTask;
 };

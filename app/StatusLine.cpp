@@ -61,6 +61,7 @@ StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent
     connect(delegate, &AppDelegate::currentDeviceReplaced, this, &StatusLine::followReplacedDevice);
     connect(delegate, &AppDelegate::inputMuteChanged, this, &StatusLine::refresh);
     connect(delegate, &AppDelegate::problemChanged, this, &StatusLine::followProblem);
+    connect(delegate, &AppDelegate::choosingFolderChanged, this, &StatusLine::refresh);
     followState();
 }
 
@@ -307,6 +308,8 @@ QString StatusLine::stateText() const
 
 QString StatusLine::idleText() const
 {
+    if (m_delegate->isChoosingFolder())
+        return tr("Waiting for a folder to be chosen");
     const QString device = m_delegate->currentDevice();
     if (device.isEmpty())
         return tr("No input device");

@@ -93,8 +93,9 @@ class Warnings(TellingTest):
             said.append(reader.lines.get(timeout=5))
         told = [line.split("notification ")[1] for line in said if "notification" in line]
         self.assertEqual([line.split(MICROPHONE)[0] for line in told],
-                         ["Recording from ", "Paused, recording from ", "Recording from ", "No sound is arriving from ",
-                          told[4].split(MICROPHONE)[0], "Stopped. " + told[4].split(MICROPHONE)[0]])
+                         ["Waiting for a folder to be chosen", "Recording from ", "Paused, recording from ",
+                          "Recording from ", "No sound is arriving from ", told[5].split(MICROPHONE)[0],
+                          "Stopped. " + told[5].split(MICROPHONE)[0]])
         # Where it stands still it may be told.
         self.assertLessEqual(len([line for line in said if "label 00:" in line]), 2)
 
@@ -210,9 +211,11 @@ class Chooser(TellingTest):
             recorder.click("Record")
             window = self.desktop.xdotool("getactivewindow")
             desktop.expect(f"chooser x11:{int(window):x} {music} {self.QUESTION}")
+            recorder.wait_status("Waiting for a folder to be chosen")
             # The window is blocked, and another request is none.
             recorder.click("Preferences")
             self.flipside("--record")
+            recorder.wait_status("Waiting for a folder to be chosen")
             desktop.answer(response, "file://" + recorder.folder if response == 0 else "")
             recorder.wait_status(status)
             self.assertIsNone(recorder.program.find("button", "Done"))
