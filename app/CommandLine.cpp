@@ -97,7 +97,8 @@ QByteArray CommandLine::helpText()
           "  1  the card refuses, and the reason is on standard error\n"
           "  2  a command line that makes no sense\n"
           "  3  no card is open (--status, --quit)\n"
-          "  4  the card that is open, or the session bus, does not answer within a second\n";
+          "  4  the card that is open, or the session bus, does not answer within a second\n"
+          "  5  begun, but not done yet: the card asks for a folder, or waits for the sound server\n";
 }
 
 QByteArray CommandLine::nameOf(Command command)

@@ -12,7 +12,7 @@ enum class Command { Present, Record, Pause, Stop, Toggle, Play, Show, Status, Q
 
 // What the process ends with. Stated in the help text.
 struct ExitCode {
-    enum { Done = 0, Refused = 1, WrongUsage = 2, NoCard = 3, NoAnswer = 4 };
+    enum { Done = 0, Refused = 1, WrongUsage = 2, NoCard = 3, NoAnswer = 4, Pending = 5 };
 };
 
 // What the program was asked for. Needs no application object.

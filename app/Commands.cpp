@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A start that takes longer waits for the sound server, or for the user to choose a folder.
+// A start that takes longer waits for the sound server.
 constexpr std::chrono::milliseconds startsWithin{500};
 
 constexpr std::array stateNames = {"idle", "recording", "recording-paused", "playing", "playing-paused"};
@@ -110,9 +110,15 @@ void Commands::reportStart(const Report &report)
         if (!m_delegate->problem().isEmpty())
             end({true, m_delegate->problemInEnglish()});
     });
+    const auto tellOfFolder = [this, end] {
+        if (m_delegate->isChoosingFolder())
+            end({false, u"the recording starts when a folder has been chosen; the card asks for it"_s});
+    };
+    connect(m_delegate, &AppDelegate::choosingFolderChanged, waiting, tellOfFolder);
     QTimer::singleShot(startsWithin, waiting, [end] {
-        end({false, u"the recording has not started yet; the card may ask for a folder"_s});
+        end({false, u"the recording has not started yet"_s});
     });
+    tellOfFolder();
 }
 
 void Commands::showOutput(const Report &report)

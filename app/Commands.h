@@ -14,7 +14,7 @@ class AppDelegate;
 // What became of a command.
 struct CommandOutcome {
     bool refused = false;
-    // Why it was refused, or what is still to come; for people. Often empty.
+    // Why it was refused, or what is still to come; for people. Empty when it was done.
     QString words;
 };
 

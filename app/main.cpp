@@ -5,8 +5,8 @@
 #include "app/CommandLine.h"
 #include "app/Commands.h"
 #include "app/DesktopService.h"
+#include "app/HandOver.h"
 #include "app/MainCard.h"
-#include "app/RunningCard.h"
 #include "audio/UnfinishedRecordings.h"
 #include "platform/Binding.h"
 #include "platform/OpenFileLimit.h"
@@ -127,8 +127,8 @@ int main(int argc, char **argv)
     const CommandLine line = CommandLine::parse({argv + 1, std::size_t(argc - 1)});
     if (const auto code = answerAtOnce(line))
         return *code;
-    const QString token = platform::launchToken();
-    if (const auto code = RunningCard::handOver(line, token, argv))
+    const HandOver handOver(line, platform::launchToken());
+    if (const auto code = handOver.toOpenCard(argv))
         return *code;
 
     platform::raiseOpenFileLimit();
@@ -142,7 +142,7 @@ int main(int argc, char **argv)
     Commands commands(&delegate);
     DesktopService service(&commands, [&](const QString &asker) { present(delegate, asker); });
     if (!service.claim())
-        return RunningCard::handOverToWinner(line, token);
+        return handOver.toWinner();
     QObject::connect(&service, &DesktopService::quitRequested, &QApplication::quit);
     // The first list of devices is on its way while the card is built.
     KTAudioControl::sharedAudioControl();

@@ -214,7 +214,9 @@ class Chooser(TellingTest):
             recorder.wait_status("Waiting for a folder to be chosen")
             # The window is blocked, and another request is none.
             recorder.click("Preferences")
-            self.flipside("--record")
+            asked = self.flipside("--record")
+            self.assertEqual(asked.returncode, 5)
+            self.assertIn("the card asks for it", asked.stderr)
             recorder.wait_status("Waiting for a folder to be chosen")
             desktop.answer(response, "file://" + recorder.folder if response == 0 else "")
             recorder.wait_status(status)
