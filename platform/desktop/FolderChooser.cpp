@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QStandardPaths>
+#include <algorithm>
 
 namespace platform {
 
@@ -66,13 +67,14 @@ QString placeToBegin(const QString &wanted)
     return isThere(wanted) ? wanted : isThere(music) ? music : QDir::homePath();
 }
 
+// On whichever card: both are on one window.
 QDialog *openChooser(const QWidget *window)
 {
-    for (QObject *child : window->children()) {
-        if (dynamic_cast<FolderSheet *>(child) || dynamic_cast<PortalFolderChooser *>(child))
-            return static_cast<QDialog *>(child);
-    }
-    return nullptr;
+    const auto dialogs = window->window()->findChildren<QDialog *>();
+    const auto found = std::ranges::find_if(dialogs, [](QDialog *dialog) {
+        return dynamic_cast<FolderSheet *>(dialog) || dynamic_cast<PortalFolderChooser *>(dialog);
+    });
+    return found == dialogs.end() ? nullptr : *found;
 }
 
 // `open` makes it window-modal.
