@@ -7,9 +7,11 @@
 #include "ui/CardStyle.h"
 #include "ui/ControlPaint.h"
 #include "ui/FocusRing.h"
+#include "ui/IconPaths.h"
 #include "ui/PopupButton.h"
 #include "ui/SegmentButton.h"
 
+#include <QIcon>
 #include <QLabel>
 #include <QMenu>
 #include <QPainter>
@@ -65,6 +67,37 @@ void polishLabel(QLabel *label)
     }
 }
 
+// What the toolkit's chooser shows beside the names of folders.
+QPainterPath pathOf(QStyle::StandardPixmap icon)
+{
+    switch (icon) {
+    case QStyle::SP_ArrowBack:
+        return IconPaths::arrowLeft();
+    case QStyle::SP_ArrowForward:
+        return IconPaths::arrowRight();
+    case QStyle::SP_FileDialogToParent:
+        return IconPaths::arrowUp();
+    case QStyle::SP_FileDialogNewFolder:
+        return IconPaths::newFolder();
+    default:
+        return {};
+    }
+}
+
+QIcon iconOf(const QPainterPath &path)
+{
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64}) {
+        QPixmap pixmap(side, side);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        ControlPaint::icon(painter, pixmap.rect(), path, colours().text);
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
 // A card has a ring for the focus, around any control.
 bool hasFocusRing(const QWidget *widget)
 {
@@ -112,7 +145,16 @@ int CardProxyStyle::styleHint(
     // A click on a slider's groove goes to the place that was clicked.
     if (hint == SH_Slider_AbsoluteSetButtons)
         return Qt::LeftButton;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+        return 0;
     return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
+QIcon CardProxyStyle::standardIcon(
+    StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const
+{
+    const QPainterPath path = pathOf(icon);
+    return path.isEmpty() ? QProxyStyle::standardIcon(icon, option, widget) : iconOf(path);
 }
 
 int CardProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const

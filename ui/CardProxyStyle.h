@@ -19,6 +19,7 @@ public:
     void polish(QWidget *widget) override;
     int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
         QStyleHintReturn *returnData) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
         const QWidget *widget) const override;

@@ -4,6 +4,7 @@
 #include "ui/IconPaths.h"
 
 #include <QPainterPathStroker>
+#include <QTransform>
 #include <cmath>
 #include <numbers>
 
@@ -20,6 +21,14 @@ QPainterPath stroked(const QPainterPath &line, double width)
     stroker.setCapStyle(Qt::RoundCap);
     stroker.setJoinStyle(Qt::RoundJoin);
     return stroker.createStroke(line).simplified();
+}
+
+QPainterPath turned(const QPainterPath &path, double degrees)
+{
+    return QTransform::fromTranslate(middle.x(), middle.y())
+        .rotate(degrees)
+        .translate(-middle.x(), -middle.y())
+        .map(path);
 }
 
 QPointF onCircle(double radius, double turn)
@@ -121,6 +130,45 @@ QPainterPath chevronDown()
     line.lineTo(12, 15);
     line.lineTo(17.5, 9.5);
     return stroked(line, 2.4);
+}
+
+QPainterPath arrowLeft()
+{
+    QPainterPath line;
+    line.moveTo(19, 12);
+    line.lineTo(5, 12);
+    line.moveTo(11, 6);
+    line.lineTo(5, 12);
+    line.lineTo(11, 18);
+    return stroked(line, 2.2);
+}
+
+QPainterPath arrowRight()
+{
+    return turned(arrowLeft(), 180);
+}
+
+QPainterPath arrowUp()
+{
+    return turned(arrowLeft(), 90);
+}
+
+QPainterPath newFolder()
+{
+    QPainterPath folder;
+    folder.moveTo(3.5, 18.5);
+    folder.lineTo(3.5, 5.5);
+    folder.lineTo(9, 5.5);
+    folder.lineTo(11, 8);
+    folder.lineTo(20.5, 8);
+    folder.lineTo(20.5, 18.5);
+    folder.closeSubpath();
+    QPainterPath plus;
+    plus.moveTo(12, 10.4);
+    plus.lineTo(12, 16.2);
+    plus.moveTo(9.1, 13.3);
+    plus.lineTo(14.9, 13.3);
+    return stroked(folder, 1.8).united(stroked(plus, 1.6));
 }
 
 QPainterPath tick()

@@ -18,6 +18,10 @@ QPainterPath pause();
 QPainterPath stop();
 QPainterPath play();
 QPainterPath chevronDown();
+QPainterPath arrowLeft();
+QPainterPath arrowRight();
+QPainterPath arrowUp();
+QPainterPath newFolder();
 QPainterPath tick();
 // A triangle with an exclamation mark cut out.
 QPainterPath warning();

@@ -18,6 +18,16 @@ namespace platform {
 namespace {
 
 constexpr std::chrono::milliseconds firstFolderAnswersWithin{150};
+constexpr int charactersOfPlaces = 20;
+
+QList<QUrl> places()
+{
+    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    QList<QUrl> places{QUrl::fromLocalFile(QDir::rootPath()), QUrl::fromLocalFile(QDir::homePath())};
+    if (music != QDir::homePath())
+        places.append(QUrl::fromLocalFile(music));
+    return places;
+}
 
 class FolderSheet : public QFileDialog {
 public:
@@ -30,6 +40,8 @@ public:
         setOption(QFileDialog::ShowDirsOnly);
         setWindowTitle(question.title);
         setDirectory(question.beginIn);
+        setSidebarUrls(places());
+        showWhatFoldersNeed();
     }
 
     ~FolderSheet() override { answer({}); }
@@ -47,6 +59,18 @@ private:
     {
         if (const FolderChoice choice = std::exchange(m_choice, {}))
             choice(folder);
+    }
+
+    // The toolkit shows kinds of files, two ways to list them, and hardly anything of the places' names. Its
+    // parts have kept these names; where the desktop's theme has a chooser of its own there are none.
+    void showWhatFoldersNeed()
+    {
+        for (const char *name : {"fileTypeLabel", "fileTypeCombo", "listModeButton", "detailModeButton"}) {
+            if (auto *const part = findChild<QWidget *>(QString::fromLatin1(name)))
+                part->hide();
+        }
+        if (auto *const list = findChild<QWidget *>(QStringLiteral("sidebar")))
+            list->setMinimumWidth(list->fontMetrics().averageCharWidth() * charactersOfPlaces);
     }
 
     FolderChoice m_choice;
