@@ -12,6 +12,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
+#include <QFile>
 #include <limits>
 #include <utility>
 
@@ -31,10 +32,16 @@ QString newToken()
     return u"flipside_request_%1"_s.arg(++count);
 }
 
+bool isSandboxed()
+{
+    return QFile::exists(u"/.flatpak-info"_s);
+}
+
 } // namespace
 
-PortalRequest::PortalRequest(Report report)
+PortalRequest::PortalRequest(Kind kind, Report report)
     : QObject(QCoreApplication::instance())
+    , m_kind(kind)
     , m_report(std::move(report))
 {
     m_deadline.setSingleShot(true);
@@ -55,7 +62,17 @@ PortalRequest *PortalRequest::send(const QString &interface, const QString &meth
     const QVariantMap &options, std::chrono::milliseconds deadline, Report report)
 {
     assertMainThread();
-    auto *const request = new PortalRequest(std::move(report));
+    auto *const request = new PortalRequest(Kind::Question, std::move(report));
+    request->m_deadline.start(deadline);
+    request->ask(interface, method, std::move(arguments), options);
+    return request;
+}
+
+PortalRequest *PortalRequest::hold(const QString &interface, const QString &method, QVariantList arguments,
+    const QVariantMap &options, std::chrono::milliseconds deadline, Report report)
+{
+    assertMainThread();
+    auto *const request = new PortalRequest(Kind::Held, std::move(report));
     request->m_deadline.start(deadline);
     request->ask(interface, method, std::move(arguments), options);
     return request;
@@ -75,15 +92,22 @@ void PortalRequest::ask(
     options.insert(u"handle_token"_s, token);
     arguments.append(options);
     call.setArguments(arguments);
+    call.setAutoStartService(m_kind == Kind::Question || isSandboxed());
     // The deadline of the call itself would leave open what comes after it.
     constexpr int noDeadline = std::numeric_limits<int>::max();
-    whenEnded(bus.asyncCall(call, noDeadline), this, [this](const QDBusMessage &taken) {
-        m_deadline.stop();
-        if (taken.type() != QDBusMessage::ReplyMessage) {
-            qCInfo(lcPlatform, "The portal: %s", qUtf8Printable(taken.errorMessage()));
-            fail();
-        }
-    });
+    whenEnded(bus.asyncCall(call, noDeadline), this, [this](const QDBusMessage &answer) { taken(answer); });
+}
+
+void PortalRequest::taken(const QDBusMessage &answer)
+{
+    m_deadline.stop();
+    if (answer.type() != QDBusMessage::ReplyMessage) {
+        qCInfo(lcPlatform, "The portal: %s", qUtf8Printable(answer.errorMessage()));
+        fail();
+    } else if (m_kind == Kind::Held) {
+        const Report report = m_report; // which may delete this
+        report(Outcome::Done, {});
+    }
 }
 
 void PortalRequest::follow()
@@ -107,6 +131,8 @@ void PortalRequest::close() const
 
 void PortalRequest::answered(uint response, const QVariantMap &results)
 {
+    if (m_kind == Kind::Held && response == 0)
+        return;
     end(response == 0 ? Outcome::Done : response == 1 ? Outcome::Cancelled : Outcome::Ended, results);
 }
 

@@ -9,6 +9,8 @@
 #include <chrono>
 #include <functional>
 
+class QDBusMessage;
+
 namespace platform {
 
 // One question to the desktop's portal, the service that does for a program what it may not do itself. The
@@ -28,6 +30,11 @@ public:
     // The arguments without the options that end them all.
     static PortalRequest *send(const QString &interface, const QString &method, QVariantList arguments,
         const QVariantMap &options, std::chrono::milliseconds deadline, Report report);
+    // For what lasts as long as the request: `Done` is reported when it was taken, and the request stays
+    // until it is deleted, or any other outcome is reported later. A portal that does not run is started only
+    // in a sandbox, where it is the one service that can be asked.
+    static PortalRequest *hold(const QString &interface, const QString &method, QVariantList arguments,
+        const QVariantMap &options, std::chrono::milliseconds deadline, Report report);
     ~PortalRequest() override;
 
 private Q_SLOTS:
@@ -35,12 +42,16 @@ private Q_SLOTS:
     void fail();
 
 private:
-    explicit PortalRequest(Report report);
+    enum class Kind { Question, Held };
+
+    PortalRequest(Kind kind, Report report);
     void ask(const QString &interface, const QString &method, QVariantList arguments, QVariantMap options);
     void follow();
+    void taken(const QDBusMessage &answer);
     void close() const;
     void end(Outcome outcome, const QVariantMap &results);
 
+    const Kind m_kind;
     Report m_report;
     QString m_path; // of the request itself, on the bus
     QTimer m_deadline;

@@ -6,13 +6,12 @@
 #include "platform/Inquiry.h"
 #include "platform/ThreadCheck.h"
 #include "platform/desktop/PendingCall.h"
+#include "platform/desktop/PortalRequest.h"
 #include "platform/desktop/SessionBus.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
-#include <QDBusObjectPath>
 #include <QDBusPendingCall>
-#include <QFile>
 #include <QPointer>
 #include <algorithm>
 #include <chrono>
@@ -21,14 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-struct SleepService {
-    QString name;
-    QString path;
-    QString interface;
-    QVariantList arguments; // of "Inhibit"
-    QString releaseMethod; // takes the answer to it; empty where giving the answer up releases
-};
-
 namespace {
 
 // The session manager's and the portal's flag for suspending; the session's becoming idle, which rests and
@@ -36,20 +27,25 @@ namespace {
 constexpr uint suspend = 4;
 
 constexpr std::chrono::seconds systemAnswersWithin(2);
+// One that is to start first needs a while.
+constexpr std::chrono::seconds portalAnswersWithin(10);
 
-// The portal's answer is an object that is closed, the others' a number that is handed back.
+struct SleepService {
+    QString name;
+    QString path;
+    QString interface;
+    QVariantList arguments; // of "Inhibit"
+    QString releaseMethod; // takes the number that answers it; empty where giving the answer up releases
+};
+
 QList<SleepService> servicesOfSession(const QString &reason)
 {
     const QString application = QCoreApplication::applicationName();
-    const QString noWindow = u""_s;
     return {
         {u"org.gnome.SessionManager"_s, u"/org/gnome/SessionManager"_s, u"org.gnome.SessionManager"_s,
             {application, uint(0), reason, suspend}, u"Uninhibit"_s},
         {u"org.freedesktop.PowerManagement.Inhibit"_s, u"/org/freedesktop/PowerManagement/Inhibit"_s,
             u"org.freedesktop.PowerManagement.Inhibit"_s, {application, reason}, u"UnInhibit"_s},
-        {u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s,
-            u"org.freedesktop.portal.Inhibit"_s, {noWindow, suspend, QVariantMap{{u"reason"_s, reason}}},
-            u"Close"_s},
     };
 }
 
@@ -59,22 +55,14 @@ SleepService serviceOfSystem(const QString &reason)
         {u"sleep"_s, QCoreApplication::applicationName(), reason, u"block"_s}, {}};
 }
 
-// There the portal is the only service that can be asked, and one that no program has needed yet must start.
-bool isSandboxed()
-{
-    return QFile::exists(u"/.flatpak-info"_s);
-}
-
 } // namespace
 
 // The agreement with one service. Its answer may come when it is no longer wanted; it is then given back
 // at once.
 class SleepInhibition : public QObject {
 public:
-    SleepInhibition(const QDBusConnection &bus, const SleepService &service, std::function<void()> refused)
-        : m_bus(bus)
-        , m_service(service)
-        , m_refused(std::move(refused))
+    explicit SleepInhibition(std::function<void()> refused)
+        : m_refused(std::move(refused))
     {
     }
 
@@ -86,69 +74,111 @@ public:
         settle();
     }
 
-private:
-    enum class State { Released, Asking, Held, Refused };
+protected:
+    virtual void ask() = 0; // leads to answered()
+    virtual void release() = 0;
 
-    void settle()
+    void answered(bool taken)
     {
-        if (m_wanted && m_state == State::Released)
-            ask();
-        else if (!m_wanted && m_state == State::Held)
-            release();
-        else if (!m_wanted && m_state == State::Refused)
-            m_state = State::Released;
-    }
-
-    void ask()
-    {
-        m_state = State::Asking;
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            m_service.name, m_service.path, m_service.interface, u"Inhibit"_s);
-        call.setAutoStartService(isSandboxed());
-        call.setArguments(m_service.arguments);
-        whenEnded(m_bus.asyncCall(call), this, [this](const QDBusMessage &reply) { answered(reply); });
-    }
-
-    void answered(const QDBusMessage &reply)
-    {
-        const bool taken = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty();
         m_state = taken ? State::Held : State::Refused;
-        if (taken)
-            m_answer = reply.arguments().constFirst();
         settle();
         if (m_state == State::Refused)
             m_refused();
     }
 
-    void release()
+private:
+    enum class State { Released, Asking, Held, Refused };
+
+    void settle()
     {
-        m_state = State::Released;
-        if (!m_service.releaseMethod.isEmpty())
-            m_bus.send(releaseCall());
+        if (m_wanted && m_state == State::Released) {
+            m_state = State::Asking;
+            ask();
+        } else if (!m_wanted && m_state == State::Held) {
+            m_state = State::Released;
+            release();
+        } else if (!m_wanted && m_state == State::Refused) {
+            m_state = State::Released;
+        }
+    }
+
+    const std::function<void()> m_refused;
+    bool m_wanted = false;
+    State m_state = State::Released;
+};
+
+namespace {
+
+class ServiceInhibition : public SleepInhibition {
+public:
+    ServiceInhibition(const QDBusConnection &bus, const SleepService &service, std::function<void()> refused)
+        : SleepInhibition(std::move(refused))
+        , m_bus(bus)
+        , m_service(service)
+    {
+    }
+
+private:
+    void ask() override
+    {
+        QDBusMessage call = callOf(u"Inhibit"_s);
+        call.setArguments(m_service.arguments);
+        whenEnded(m_bus.asyncCall(call), this, [this](const QDBusMessage &reply) {
+            m_answer = reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
+            answered(m_answer.isValid());
+        });
+    }
+
+    void release() override
+    {
+        if (!m_service.releaseMethod.isEmpty()) {
+            QDBusMessage call = callOf(m_service.releaseMethod);
+            call.setArguments({m_answer});
+            m_bus.send(call);
+        }
         m_answer.clear();
     }
 
-    QDBusMessage releaseCall() const
+    QDBusMessage callOf(const QString &method) const
     {
-        const bool isObject = m_answer.canConvert<QDBusObjectPath>();
-        QDBusMessage call = isObject
-            ? QDBusMessage::createMethodCall(m_service.name, m_answer.value<QDBusObjectPath>().path(),
-                u"org.freedesktop.portal.Request"_s, m_service.releaseMethod)
-            : QDBusMessage::createMethodCall(
-                m_service.name, m_service.path, m_service.interface, m_service.releaseMethod);
+        QDBusMessage call
+            = QDBusMessage::createMethodCall(m_service.name, m_service.path, m_service.interface, method);
         call.setAutoStartService(false);
-        if (!isObject)
-            call.setArguments({m_answer});
         return call;
     }
 
     QDBusConnection m_bus;
     const SleepService m_service;
-    const std::function<void()> m_refused;
-    bool m_wanted = false;
-    State m_state = State::Released;
-    QVariant m_answer; // a number, an object, or the descriptor that inhibits as long as it is open
+    QVariant m_answer; // a number, or the descriptor that inhibits as long as it is open
 };
+
+class PortalInhibition : public SleepInhibition {
+public:
+    PortalInhibition(const QString &reason, std::function<void()> refused)
+        : SleepInhibition(std::move(refused))
+        , m_reason(reason)
+    {
+    }
+    ~PortalInhibition() override { delete m_request; }
+
+private:
+    void ask() override
+    {
+        const QString noWindow = u""_s;
+        m_request = PortalRequest::hold(u"org.freedesktop.portal.Inhibit"_s, u"Inhibit"_s,
+            {noWindow, suspend}, {{u"reason"_s, m_reason}}, portalAnswersWithin,
+            [this](PortalRequest::Outcome outcome, const QVariantMap &) {
+                answered(outcome == PortalRequest::Outcome::Done);
+            });
+    }
+
+    void release() override { delete m_request; }
+
+    const QString m_reason;
+    QPointer<PortalRequest> m_request;
+};
+
+} // namespace
 
 SleepInhibitor::SleepInhibitor(const QString &reason, QObject *parent)
     : QObject(parent)
@@ -174,9 +204,11 @@ void SleepInhibitor::setActive(bool active)
 void SleepInhibitor::settle()
 {
     if (m_active && m_services.empty()) {
+        const auto refused = [this] { askSystem(); };
         for (const SleepService &service : servicesOfSession(m_reason))
-            m_services.push_back(std::make_unique<SleepInhibition>(
-                SessionBus::shared().connection(), service, [this] { askSystem(); }));
+            m_services.push_back(
+                std::make_unique<ServiceInhibition>(SessionBus::shared().connection(), service, refused));
+        m_services.push_back(std::make_unique<PortalInhibition>(m_reason, refused));
     }
     for (const auto &service : m_services)
         service->setWanted(m_active);
@@ -200,7 +232,8 @@ void SleepInhibitor::askSystem()
         [self = QPointer(this)](const std::optional<QDBusConnection> &bus) {
             if (!self || !bus)
                 return;
-            self->m_system = std::make_unique<SleepInhibition>(*bus, serviceOfSystem(self->m_reason), [] {});
+            self->m_system
+                = std::make_unique<ServiceInhibition>(*bus, serviceOfSystem(self->m_reason), [] {});
             self->settle();
         });
 }

@@ -4,6 +4,7 @@
 """Stand in for services that a desktop may have or lack, on the session bus: those that are named on the command line.
 Each call is one line on standard output; the first line says that they are there.
 
+    card        activated TOKEN
     portal      revealed NAME, awake FLAGS, released
     session     awake FLAGS
     system      awake WHAT MODE, released (when the descriptor has been closed)
@@ -17,6 +18,8 @@ import dbus.service
 from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
+CARD = "io.github.flipside_recorder.Flipside"
+
 
 def say(*words):
     print(*words, flush=True)
@@ -29,15 +32,19 @@ class Portal(dbus.service.Object):
         descriptor = handle.take()
         say("revealed", os.path.basename(os.readlink(f"/proc/self/fd/{descriptor}")))
         os.close(descriptor)
-        path = f"/org/freedesktop/portal/desktop/request/{sender[1:].replace('.', '_')}/{options['handle_token']}"
-        request = Request(self.connection, path)
+        request = self.request(sender, options)
         GLib.idle_add(request.Response, 0, dbus.Dictionary(signature="sv"))
-        return path
+        return request
 
-    @dbus.service.method("org.freedesktop.portal.Inhibit", in_signature="sua{sv}", out_signature="o")
-    def Inhibit(self, window, flags, options):
+    @dbus.service.method("org.freedesktop.portal.Inhibit", in_signature="sua{sv}", out_signature="o",
+                         sender_keyword="sender")
+    def Inhibit(self, window, flags, options, sender):
         say("awake", flags)
-        return "/org/freedesktop/portal/desktop/request/1/sleep"
+        return self.request(sender, options)
+
+    def request(self, sender, options):
+        sender = sender[1:].replace(".", "_")
+        return Request(self.connection, f"/org/freedesktop/portal/desktop/request/{sender}/{options['handle_token']}")
 
 
 class Request(dbus.service.Object):
@@ -48,6 +55,12 @@ class Request(dbus.service.Object):
     @dbus.service.signal("org.freedesktop.portal.Request", signature="ua{sv}")
     def Response(self, response, results):
         pass
+
+
+class Card(dbus.service.Object):
+    @dbus.service.method("org.freedesktop.Application", in_signature="a{sv}")
+    def Activate(self, platform_data):
+        say("activated", platform_data["activation-token"])
 
 
 class Session(dbus.service.Object):
@@ -72,11 +85,10 @@ def main():
     DBusGMainLoop(set_as_default=True)
     bus = dbus.SessionBus()
     named = {"portal": ("org.freedesktop.portal.Desktop", Portal, "/org/freedesktop/portal/desktop"),
+             "card": (CARD, Card, "/" + CARD.replace(".", "/")),
              "session": ("org.gnome.SessionManager", Session, "/org/gnome/SessionManager"),
              "system": ("org.freedesktop.login1", System, "/org/freedesktop/login1")}
-    services = [kind(dbus.service.BusName(name, bus), path) for name, kind, path in map(named.get, sys.argv[1:])]
-    if "portal" in sys.argv:
-        services.append(Request(bus, "/org/freedesktop/portal/desktop/request/1/sleep"))
+    _services = [kind(dbus.service.BusName(name, bus), path) for name, kind, path in map(named.get, sys.argv[1:])]
     say("ready")
     GLib.MainLoop().run()
 
