@@ -101,12 +101,22 @@ void StatusLabel::paintEvent(QPaintEvent *)
 
 void StatusLabel::startOrStopTimer()
 {
+    if (m_mark == RecordingMark)
+        connect(&platform::MotionPreference::shared(), &platform::MotionPreference::changed, this,
+            &StatusLabel::followMotion, Qt::UniqueConnection);
     const bool blinks
         = m_mark == RecordingMark && isVisible() && platform::MotionPreference::shared().animationsAllowed();
     if (!blinks)
         m_timer.stop();
     else if (!m_timer.isActive())
         m_timer.start(blinkMilliseconds, this);
+}
+
+void StatusLabel::followMotion()
+{
+    m_dimmed = false;
+    startOrStopTimer();
+    update();
 }
 
 void StatusLabel::showEvent(QShowEvent *event)

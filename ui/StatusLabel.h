@@ -44,6 +44,7 @@ private:
     int roomForMark() const;
     QColor markColour() const;
     void startOrStopTimer();
+    void followMotion();
 
     Mark m_mark = NoMark;
     bool m_dimmed = false;

@@ -6,7 +6,6 @@
 #include "platform/desktop/X11.h"
 
 #include <QCoreApplication>
-#include <xcb/xfixes.h>
 
 namespace platform {
 
@@ -15,10 +14,6 @@ namespace {
 // The compositor of the first screen owns this selection. In practice all other screens of the display share
 // it.
 constexpr char compositorSelection[] = "_NET_WM_CM_S0";
-
-constexpr uint32_t everyChangeOfOwner = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
-    | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
-    | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
 
 bool selectionIsOwned(xcb_connection_t *connection)
 {
@@ -47,23 +42,17 @@ CompositorWatch &CompositorWatch::shared()
 CompositorWatch::CompositorWatch()
 {
     xcb_connection_t *connection = x11Connection();
-    const auto *extension = connection ? xcb_get_extension_data(connection, &xcb_xfixes_id) : nullptr;
-    if (!extension || !extension->present)
+    if (!connection)
         return;
-    m_event = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
+    m_event = x11FollowSelection(connection, compositorSelection);
     m_selection = x11Atom(connection, compositorSelection);
-    xcb_xfixes_select_selection_input(
-        connection, x11Screen(connection)->root, m_selection, everyChangeOfOwner);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
 bool CompositorWatch::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
-    constexpr uint8_t sentByAProgram = 0x80;
-    const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    if (eventType != "xcb_generic_event_t" || (event->response_type & ~sentByAProgram) != m_event)
-        return false;
-    if (static_cast<const xcb_xfixes_selection_notify_event_t *>(message)->selection == m_selection)
+    const int event = x11EventType(eventType, message);
+    if (event != 0 && event == m_event && x11SelectionOf(message) == m_selection)
         Q_EMIT changed();
     return false;
 }

@@ -4,11 +4,10 @@
 #include "platform/desktop/ContrastPreference.h"
 
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/SettingsFiles.h"
 #include "platform/desktop/SettingsPortal.h"
 #include "platform/desktop/XSettings.h"
 
-#include <QSettings>
-#include <QStandardPaths>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -24,16 +23,10 @@ bool isOfHighContrast(const QString &theme)
         || theme.contains("ContrastHigh"_L1, Qt::CaseInsensitive);
 }
 
-bool fileNamesSuchATheme(const QString &file, const char *key)
-{
-    return isOfHighContrast(QSettings(file, QSettings::IniFormat).value(QString::fromLatin1(key)).toString());
-}
-
 bool statedWithoutService()
 {
     return isOfHighContrast(QString::fromUtf8(xSetting("Net/ThemeName")))
-        || ContrastPreference::statedByFiles(
-            QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+        || ContrastPreference::statedBy(SettingsFiles::shared());
 }
 
 } // namespace
@@ -47,10 +40,9 @@ ContrastPreference &ContrastPreference::shared()
 }
 
 ContrastPreference::ContrastPreference()
-    : m_isHighWithoutService(statedWithoutService())
+    : m_isHigh(statedWithoutService())
 {
-    m_isHigh = m_isHighWithoutService;
-    QTimer::singleShot(0, this, &ContrastPreference::followService);
+    QTimer::singleShot(0, this, &ContrastPreference::follow);
 }
 
 std::optional<bool> ContrastPreference::stated(
@@ -65,22 +57,26 @@ std::optional<bool> ContrastPreference::stated(
     return isGnomeTheme || isKdeTheme ? std::optional(isOfHighContrast(value.toString())) : std::nullopt;
 }
 
-bool ContrastPreference::statedByFiles(const QString &configFolder)
+bool ContrastPreference::statedBy(const SettingsFiles &files)
 {
-    return fileNamesSuchATheme(configFolder + u"/gtk-4.0/settings.ini"_s, "Settings/gtk-theme-name")
-        || fileNamesSuchATheme(configFolder + u"/gtk-3.0/settings.ini"_s, "Settings/gtk-theme-name")
-        || fileNamesSuchATheme(configFolder + u"/kdeglobals"_s, "General/ColorScheme");
+    return isOfHighContrast(files.value(SettingsFiles::gtk4, "Settings/gtk-theme-name").toString())
+        || isOfHighContrast(files.value(SettingsFiles::gtk3, "Settings/gtk-theme-name").toString())
+        || isOfHighContrast(files.value(SettingsFiles::kde, "General/ColorScheme").toString());
 }
 
-void ContrastPreference::followService()
+void ContrastPreference::follow()
 {
-    const auto take = [this] {
-        const bool high = m_isHighWithoutService || SettingsPortal::shared().answersTo(stated).contains(true);
-        if (std::exchange(m_isHigh, high) != high)
-            Q_EMIT changed();
-    };
-    connect(&SettingsPortal::shared(), &SettingsPortal::changed, this, take);
-    take();
+    connect(&SettingsPortal::shared(), &SettingsPortal::changed, this, &ContrastPreference::look);
+    connect(&SettingsFiles::shared(), &SettingsFiles::changed, this, &ContrastPreference::look);
+    connect(&XSettingsWatch::shared(), &XSettingsWatch::changed, this, &ContrastPreference::look);
+    look();
+}
+
+void ContrastPreference::look()
+{
+    const bool high = SettingsPortal::shared().answersTo(stated).contains(true) || statedWithoutService();
+    if (std::exchange(m_isHigh, high) != high)
+        Q_EMIT changed();
 }
 
 } // namespace platform

@@ -9,9 +9,11 @@
 
 namespace platform {
 
-// Whether the user has asked the desktop for a high contrast: with the settings service, with the theme that
-// the X server's settings manager names, or with the toolkits' settings files. One of them is enough. Main
-// thread only.
+class SettingsFiles;
+
+// Whether the user asks the desktop for a high contrast: with the settings service, with the theme that the X
+// server's settings manager names, or with the toolkits' settings files. One of them is enough, and all are
+// followed. Main thread only.
 class ContrastPreference : public QObject {
     Q_OBJECT
 
@@ -24,18 +26,17 @@ public:
 
     // What one setting of the service says; nothing when it is about something else.
     static std::optional<bool> stated(const QString &group, const QString &key, const QVariant &value);
-    // What the settings files in a configuration folder (such as ~/.config) say.
-    static bool statedByFiles(const QString &configFolder);
+    static bool statedBy(const SettingsFiles &files);
 
 Q_SIGNALS:
     void changed();
 
 private:
     ContrastPreference();
-    void followService();
+    void follow();
+    void look();
 
-    bool m_isHigh = false;
-    const bool m_isHighWithoutService;
+    bool m_isHigh;
 };
 
 } // namespace platform

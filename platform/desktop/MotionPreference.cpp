@@ -4,10 +4,10 @@
 #include "platform/desktop/MotionPreference.h"
 
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/SettingsFiles.h"
 #include "platform/desktop/SettingsPortal.h"
 
-#include <QSettings>
-#include <QStandardPaths>
+#include <utility>
 
 namespace platform {
 
@@ -17,41 +17,40 @@ const QString gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
 
-std::optional<bool> statedByGtk(const QString &file)
+std::optional<bool> statedByGtk(const QVariant &enabled)
 {
-    const QVariant value
-        = QSettings(file, QSettings::IniFormat).value(QStringLiteral("Settings/gtk-enable-animations"));
-    return value.isValid() ? std::optional(value.toBool()) : std::nullopt;
+    return enabled.isValid() ? std::optional(enabled.toBool()) : std::nullopt;
 }
 
-std::optional<bool> statedByKde(const QString &file)
+bool allowed()
 {
-    const QVariant factor
-        = QSettings(file, QSettings::IniFormat).value(QStringLiteral("KDE/AnimationDurationFactor"));
-    return factor.isValid() ? std::optional(factor.toDouble() > 0) : std::nullopt;
+    const QList<bool> answers = SettingsPortal::shared().answersTo(MotionPreference::stated);
+    return answers.isEmpty() ? MotionPreference::statedBy(SettingsFiles::shared()).value_or(true)
+                             : !answers.contains(false);
 }
 
 } // namespace
 
 MotionPreference &MotionPreference::shared()
 {
-    static MotionPreference preference;
-    return preference;
+    assertMainThread();
+    // Never destroyed, as the service's answers are not.
+    static auto *const preference = new MotionPreference;
+    return *preference;
 }
 
 MotionPreference::MotionPreference()
+    : m_isAllowed(allowed())
 {
-    SettingsPortal::shared();
+    connect(&SettingsPortal::shared(), &SettingsPortal::changed, this, &MotionPreference::look);
+    connect(&SettingsFiles::shared(), &SettingsFiles::changed, this, &MotionPreference::look);
 }
 
-bool MotionPreference::animationsAllowed() const
+void MotionPreference::look()
 {
-    assertMainThread();
-    const QList<bool> answers = SettingsPortal::shared().answersTo(stated);
-    if (!answers.isEmpty())
-        return !answers.contains(false);
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return statedByFiles(folder).value_or(true);
+    const bool now = allowed();
+    if (std::exchange(m_isAllowed, now) != now)
+        Q_EMIT changed();
 }
 
 std::optional<bool> MotionPreference::stated(const QString &group, const QString &key, const QVariant &value)
@@ -66,13 +65,14 @@ std::optional<bool> MotionPreference::stated(const QString &group, const QString
     return std::nullopt;
 }
 
-std::optional<bool> MotionPreference::statedByFiles(const QString &configFolder)
+std::optional<bool> MotionPreference::statedBy(const SettingsFiles &files)
 {
-    for (const char *name : {"/gtk-4.0/settings.ini", "/gtk-3.0/settings.ini"}) {
-        if (const auto allowed = statedByGtk(configFolder + QString::fromLatin1(name)))
+    for (const char *file : {SettingsFiles::gtk4, SettingsFiles::gtk3}) {
+        if (const auto allowed = statedByGtk(files.value(file, "Settings/gtk-enable-animations")))
             return allowed;
     }
-    return statedByKde(configFolder + QStringLiteral("/kdeglobals"));
+    const QVariant factor = files.value(SettingsFiles::kde, "KDE/AnimationDurationFactor");
+    return factor.isValid() ? std::optional(factor.toDouble() > 0) : std::nullopt;
 }
 
 } // namespace platform

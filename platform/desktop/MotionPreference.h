@@ -3,28 +3,38 @@
 
 #pragma once
 
+#include <QObject>
 #include <QVariant>
 #include <optional>
 
 namespace platform {
 
-// Whether the user has asked the desktop for fewer animations. Follows the desktop's settings service; where
-// none answers, the toolkits' settings files are read. Where nothing is said, animations are allowed. Main
-// thread only.
-class MotionPreference {
+class SettingsFiles;
+
+// Whether the user asks the desktop for fewer animations. Follows the desktop's settings service and, where
+// that says nothing of it, the toolkits' settings files. Where nobody says anything, animations are allowed.
+// Main thread only.
+class MotionPreference : public QObject {
+    Q_OBJECT
+
 public:
     // Created on first use, which asks the service without waiting for its answer. Use it once early.
     static MotionPreference &shared();
 
-    bool animationsAllowed() const;
+    bool animationsAllowed() const { return m_isAllowed; }
 
     // What one setting of the service says; nothing when it is about something else.
     static std::optional<bool> stated(const QString &group, const QString &key, const QVariant &value);
-    // What the settings files in a configuration folder (such as ~/.config) say.
-    static std::optional<bool> statedByFiles(const QString &configFolder);
+    static std::optional<bool> statedBy(const SettingsFiles &files);
+
+Q_SIGNALS:
+    void changed();
 
 private:
     MotionPreference();
+    void look();
+
+    bool m_isAllowed;
 };
 
 } // namespace platform

@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QWidget>
 #include <cstring>
+#include <xcb/xfixes.h>
 
 namespace platform {
 
@@ -45,6 +46,32 @@ void x11SetNumbers(xcb_connection_t *connection, xcb_window_t window, const char
     constexpr uint8_t bits = 32;
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, x11Atom(connection, property),
         XCB_ATOM_CARDINAL, bits, static_cast<uint32_t>(numbers.size()), numbers.begin());
+}
+
+int x11FollowSelection(xcb_connection_t *connection, const char *selection)
+{
+    constexpr uint32_t everyChangeOfOwner = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
+        | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
+        | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
+    const auto *extension = xcb_get_extension_data(connection, &xcb_xfixes_id);
+    if (!extension || !extension->present)
+        return 0;
+    xcb_xfixes_select_selection_input(
+        connection, x11Screen(connection)->root, x11Atom(connection, selection), everyChangeOfOwner);
+    return extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
+}
+
+int x11EventType(const QByteArray &filterType, const void *message)
+{
+    constexpr uint8_t sentByAProgram = 0x80;
+    if (filterType != "xcb_generic_event_t")
+        return 0;
+    return static_cast<const xcb_generic_event_t *>(message)->response_type & uint8_t(~sentByAProgram);
+}
+
+xcb_atom_t x11SelectionOf(const void *message)
+{
+    return static_cast<const xcb_xfixes_selection_notify_event_t *>(message)->selection;
 }
 
 } // namespace platform

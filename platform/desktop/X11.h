@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QPoint>
 #include <cstdlib>
 #include <initializer_list>
@@ -30,5 +31,13 @@ std::optional<QPoint> x11Corner(xcb_connection_t *connection, const QWidget *win
 // Sets a property of a window to these numbers.
 void x11SetNumbers(xcb_connection_t *connection, xcb_window_t window, const char *property,
     std::initializer_list<uint32_t> numbers);
+
+// Has the server tell when a selection, such as a compositor's or a manager's, comes, goes or changes hands.
+// The type of its events; 0 where the server cannot.
+int x11FollowSelection(xcb_connection_t *connection, const char *selection);
+// The type of an event that a native event filter is given; 0 when it is not one of this window system.
+int x11EventType(const QByteArray &filterType, const void *message);
+// Which selection an event of the type above is about.
+xcb_atom_t x11SelectionOf(const void *message);
 
 } // namespace platform

@@ -6,22 +6,31 @@
 #include "platform/ThreadCheck.h"
 #include "platform/desktop/X11.h"
 
+#include <QCoreApplication>
+
 namespace platform {
 
 namespace {
 
 constexpr quint32 longestProperty = 1U << 18; // in units of four bytes
 
-QByteArray managersProperty(xcb_connection_t *server)
+constexpr char managerSelection[] = "_XSETTINGS_S0";
+constexpr char settingsProperty[] = "_XSETTINGS_SETTINGS";
+
+xcb_window_t managersWindow(xcb_connection_t *server, xcb_atom_t selection)
 {
-    const xcb_atom_t selection = x11Atom(server, "_XSETTINGS_S0");
     const X11Reply<xcb_get_selection_owner_reply_t> manager(
         xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, selection), nullptr));
-    if (!manager || manager->owner == XCB_WINDOW_NONE)
+    return manager ? manager->owner : xcb_window_t(XCB_WINDOW_NONE);
+}
+
+QByteArray managersProperty(xcb_connection_t *server)
+{
+    const xcb_window_t manager = managersWindow(server, x11Atom(server, managerSelection));
+    if (manager == XCB_WINDOW_NONE)
         return {};
-    const xcb_atom_t settings = x11Atom(server, "_XSETTINGS_SETTINGS");
-    const auto question
-        = xcb_get_property(server, 0, manager->owner, settings, XCB_ATOM_ANY, 0, longestProperty);
+    const auto question = xcb_get_property(
+        server, 0, manager, x11Atom(server, settingsProperty), XCB_ATOM_ANY, 0, longestProperty);
     const X11Reply<xcb_get_property_reply_t> property(xcb_get_property_reply(server, question, nullptr));
     if (!property)
         return {};
@@ -91,6 +100,49 @@ QByteArray xSetting(const char *name)
     assertMainThread();
     xcb_connection_t *server = x11Connection();
     return server ? xSettingIn(managersProperty(server), name) : QByteArray();
+}
+
+XSettingsWatch &XSettingsWatch::shared()
+{
+    // Never destroyed: those that listen to it may go after the application object.
+    static auto *const watch = new XSettingsWatch;
+    return *watch;
+}
+
+XSettingsWatch::XSettingsWatch()
+{
+    xcb_connection_t *server = x11Connection();
+    if (!server)
+        return;
+    m_managerEvent = x11FollowSelection(server, managerSelection);
+    m_selection = x11Atom(server, managerSelection);
+    m_property = x11Atom(server, settingsProperty);
+    followManager();
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+// The toolkit follows it too, on the same connection, which has one set of events for a window.
+void XSettingsWatch::followManager()
+{
+    xcb_connection_t *server = x11Connection();
+    m_manager = managersWindow(server, m_selection);
+    constexpr uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    if (m_manager != XCB_WINDOW_NONE)
+        xcb_change_window_attributes(server, m_manager, XCB_CW_EVENT_MASK, &events);
+}
+
+bool XSettingsWatch::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    const int event = x11EventType(eventType, message);
+    if (event == XCB_PROPERTY_NOTIFY) {
+        const auto *property = static_cast<const xcb_property_notify_event_t *>(message);
+        if (property->window == m_manager && property->atom == m_property)
+            Q_EMIT changed();
+    } else if (event != 0 && event == m_managerEvent && x11SelectionOf(message) == m_selection) {
+        followManager();
+        Q_EMIT changed();
+    }
+    return false;
 }
 
 } // namespace platform

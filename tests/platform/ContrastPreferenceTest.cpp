@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/desktop/ContrastPreference.h"
+#include "platform/desktop/SettingsFiles.h"
 #include "platform/desktop/XSettings.h"
+#include "testbed/Waiting.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
+#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace {
@@ -21,14 +25,38 @@ TEST(ContrastPreference, UnderstandsTheSettingsOfSeveralDesktops)
     EXPECT_EQ(stated(u"org.gnome.desktop.a11y.interface"_s, u"high-contrast"_s, true), true);
     EXPECT_EQ(stated(u"org.gnome.desktop.interface"_s, u"gtk-theme"_s, u"HighContrastInverse"_s), true);
     EXPECT_EQ(stated(u"org.freedesktop.appearance"_s, u"color-scheme"_s, 1U), std::nullopt);
+}
+
+void write(const QString &name, const QByteArray &theme)
+{
+    QFile file(name);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(name).path()) && file.open(QIODevice::WriteOnly));
+    file.write("[Settings]\ngtk-theme-name=" + theme + '\n');
+}
+
+// A desktop writes into its file, puts another in its place, or makes one where there was not even a folder.
+TEST(SettingsFiles, AreFollowedHoweverTheyChange)
+{
     const QTemporaryDir folder;
-    ASSERT_TRUE(QDir(folder.path()).mkdir(u"gtk-3.0"_s));
-    QFile file(folder.filePath(u"gtk-3.0/settings.ini"_s));
-    EXPECT_FALSE(platform::ContrastPreference::statedByFiles(folder.path()));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[Settings]\ngtk-theme-name=HighContrast\n");
-    file.close();
-    EXPECT_TRUE(platform::ContrastPreference::statedByFiles(folder.path()));
+    const QString config = folder.filePath(u".config"_s);
+    const QString name = config + u"/gtk-3.0/settings.ini"_s;
+    const platform::SettingsFiles files(config);
+    const auto becomes = [&files](bool high) {
+        return testbed::waitUntil([&] { return platform::ContrastPreference::statedBy(files) == high; });
+    };
+    write(name, "HighContrast");
+    EXPECT_TRUE(becomes(true)) << "before it was watched";
+    write(name, "Adwaita");
+    EXPECT_TRUE(becomes(false)) << "written";
+    for (const char *theme : {"HighContrast", "Adwaita", "HighContrast"}) {
+        write(name + u".new"_s, theme);
+        ASSERT_EQ(std::rename(qPrintable(name + u".new"_s), qPrintable(name)), 0);
+        EXPECT_TRUE(becomes(theme == "HighContrast"_ba)) << "replaced";
+    }
+    ASSERT_TRUE(QDir(config).removeRecursively());
+    EXPECT_TRUE(becomes(false)) << "removed";
+    write(name, "HighContrast");
+    EXPECT_TRUE(becomes(true)) << "made anew";
 }
 
 // An integer and a colour before the text, as a settings manager of either byte order writes them; cut off

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/desktop/MotionPreference.h"
+#include "platform/desktop/SettingsFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,9 +31,9 @@ TEST(MotionPreference, ReadsTheToolkitsFilesWhereNoServiceAnswers)
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
         file.close();
-        return platform::MotionPreference::statedByFiles(folder.path());
+        return platform::MotionPreference::statedBy(platform::SettingsFiles(folder.path()));
     };
-    EXPECT_EQ(platform::MotionPreference::statedByFiles(folder.path()), std::nullopt);
+    EXPECT_EQ(statedBy(u"gtk-3.0/settings.ini"_s, "[Settings]\n"), std::nullopt);
     EXPECT_EQ(statedBy(u"kdeglobals"_s, "[KDE]\nAnimationDurationFactor=0\n"), false);
     EXPECT_EQ(statedBy(u"gtk-3.0/settings.ini"_s, "[Settings]\ngtk-enable-animations=1\n"), true);
     EXPECT_EQ(statedBy(u"gtk-3.0/settings.ini"_s, "[Settings]\ngtk-enable-animations = false\n"), false);
