@@ -5,8 +5,8 @@
 
     on_wayland.py BINARY FOLDER sway|weston|kwin|mutter [SCALE]
 
-Says where the card is before, between and after, as far as the compositor shows it. What the program and the compositor
-say to each other is in the folder, too.
+Says where the card is before, between and after, as far as the compositor shows it, and whether a second start gets the
+card to the front with the token of its launcher. What the program and the compositor say to each other is in the folder, too.
 """
 
 import contextlib
@@ -148,6 +148,17 @@ class Session:
         return self.take(back)
 
 
+    def second_start(self):
+        """Whether the compositor is given the token of the launcher."""
+        token = "of-the-launcher"
+        done = subprocess.run(self.program.process.args, env={**self.desktop.env, "XDG_ACTIVATION_TOKEN": token}, timeout=10)
+        activation = re.compile(rf'xdg_activation_v1@\d+\.activate\("{token}"')
+        with contextlib.suppress(Failure):
+            wait_until(lambda: activation.search(self.program.log()), "the activation", 3)
+        given = "is given" if activation.search(self.program.log()) else "is not given"
+        print(f"  second start: ends with {done.returncode}, and the compositor {given} its token", flush=True)
+
+
 def card_place(path):
     """Where the card is on the picture."""
     answer = subprocess.run(["convert", path, "-fuzz", "12%", "-fill", "white", "-opaque", "#343a40", "-fill", "white",
@@ -164,6 +175,7 @@ def main():
             session.program.wait_for("button", "Preferences")
             time.sleep(1)
             paths = [session.take("rest"), session.flip("Preferences", "Done"), session.flip("Done", "Preferences")]
+            session.second_start()
             if code := session.program.end():
                 raise Failure(f"the program ended with {code}")
             print(f"  {name}: the card is at {[card_place(path) for path in paths if path]}")

@@ -3,10 +3,12 @@
 # SPDX-License-Identifier: MIT
 """One card for the session, commands from outside its window, and the desktop's services: there, silent, or away."""
 
+import ctypes
 import json
 import os
 import queue
 import signal
+import struct
 import subprocess
 import sys
 import threading
@@ -113,6 +115,58 @@ class CardTest(RecorderTest):
         return lambda: os.path.exists(opened) and open(opened).read()
 
 
+class SettingsManager:
+    """Stands in for the program that tells all programs on an X server which theme the user wants."""
+
+    def __init__(self):
+        self.x = ctypes.CDLL("libX11.so.6")
+        self.x.XOpenDisplay.restype = ctypes.c_void_p
+        self.display = ctypes.c_void_p(self.x.XOpenDisplay(None))
+        self.window = self.x.XCreateSimpleWindow(self.display, self.x.XDefaultRootWindow(self.display), 0, 0, 1, 1, 0, 0, 0)
+        self.x.XSetSelectionOwner(self.display, self.atom(b"_XSETTINGS_S0"), self.window, 0)
+
+    def atom(self, name):
+        return self.x.XInternAtom(self.display, name, 0)
+
+    def set_theme(self, theme):
+        setting = struct.pack("<BxH13s3xII12s", 1, 13, b"Net/ThemeName", 1, 12, theme.ljust(12))
+        settings = struct.pack("<B3xII", 0, 1, 1) + setting
+        name = self.atom(b"_XSETTINGS_SETTINGS")
+        self.x.XChangeProperty(self.display, self.window, name, name, 8, 0, settings, len(settings))
+        self.x.XSync(self.display, 0)
+
+    def end(self):
+        self.x.XCloseDisplay(self.display)
+
+
+class Contrast(CardTest):
+    RECORD = {"usual": "#E5484D", "high": "#C8282D"}
+
+    def wait_contrast(self, window, contrast):
+        colours = ["import", "-window", window, "-depth", "8", "-format", "%c", "histogram:info:-"]
+        wait_until(lambda: self.RECORD[contrast] in self.desktop.ask(*colours), f"the {contrast} contrast")
+
+    def test_a_change_of_the_theme_is_seen_without_a_portal(self):
+        window = self.window(self.card())
+        self.wait_contrast(window, "usual")
+        manager = SettingsManager()
+        manager.set_theme(b"HighContrast")
+        self.wait_contrast(window, "high")
+        manager.set_theme(b"Adwaita")
+        self.wait_contrast(window, "usual")
+        settings = os.path.join(self.home, ".config", "gtk-3.0", "settings.ini")
+        os.makedirs(os.path.dirname(settings))
+        with open(settings, "w") as file:
+            file.write("[Settings]\ngtk-theme-name=HighContrast\n")
+        self.wait_contrast(window, "high")
+        os.unlink(settings)
+        self.wait_contrast(window, "usual")
+        manager.set_theme(b"HighContrast")
+        self.wait_contrast(window, "high")
+        manager.end()
+        self.wait_contrast(window, "usual")
+
+
 class CommandLine(CardTest):
     def refused(self, command, reason):
         code, output, error = self.flipside(command)
@@ -201,6 +255,13 @@ class OneCard(CardTest):
         self.assertEqual(self.flipside(), (0, "", ""))
         wait_until(lambda: self.desktop.xdotool("getactivewindow") == window, "the card to be in front")
 
+    def test_a_second_start_hands_the_launchers_token_over(self):
+        card = Services(self.desktop, self.own_bus(), "card")
+        for tokens, token in (({"XDG_ACTIVATION_TOKEN": "new", "DESKTOP_STARTUP_ID": "old_TIME1"}, "new"),
+                              ({"DESKTOP_STARTUP_ID": "old_TIME1"}, "old_TIME1")):
+            self.assertEqual(self.flipside(**tokens), (0, "", ""))
+            card.expect("activated " + token)
+
     def test_the_desktop_starts_it_over_the_bus_with_an_action(self):
         services = os.path.join(self.home, "share", "dbus-1", "services")
         os.makedirs(services)
@@ -257,8 +318,7 @@ class Buses(CardTest):
         self.wait_state("recording")
         portal.expect("awake 4")
         self.flipside("--stop")
-        portal.lines.get(timeout=5)  # awake no more, in whatever order
-        portal.lines.get(timeout=5)
+        self.assertEqual(sorted(portal.lines.get(timeout=5).split()[0] for _ in range(2)), ["released", "revealed"])
         self.flipside("--show")
         portal.expect("revealed .*" + os.path.basename(self.recordings()[-1]))
         self.assertFalse(opened())
