@@ -140,11 +140,11 @@ class SettingsManager:
 
 
 class Contrast(CardTest):
-    RECORD = {"usual": "#E5484D", "high": "#C8282D"}
+    GROUND = {"usual": "#1E2124", "high": "#0F1112"}  # of the box of input devices
 
     def wait_contrast(self, window, contrast):
         colours = ["import", "-window", window, "-depth", "8", "-format", "%c", "histogram:info:-"]
-        wait_until(lambda: self.RECORD[contrast] in self.desktop.ask(*colours), f"the {contrast} contrast")
+        wait_until(lambda: self.GROUND[contrast] in self.desktop.ask(*colours), f"the {contrast} contrast")
 
     def test_a_change_of_the_theme_is_seen_without_a_portal(self):
         window = self.window(self.card())
