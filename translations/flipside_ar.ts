@@ -665,6 +665,10 @@ music needs most, speech and silence less.</source>
         <source>Ready</source>
         <translation>جاهز</translation>
     </message>
+    <message>
+        <source>Waiting for a folder to be chosen</source>
+        <translation>في انتظار اختيار مجلد</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>

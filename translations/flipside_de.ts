@@ -653,6 +653,10 @@ Musik braucht am meisten, Sprache und Stille weniger.</translation>
         <source>Ready</source>
         <translation>Bereit</translation>
     </message>
+    <message>
+        <source>Waiting for a folder to be chosen</source>
+        <translation>Wartet auf die Wahl eines Ordners</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>

@@ -653,6 +653,10 @@ la música ocupa más; la voz y el silencio, menos.</translation>
         <source>Ready</source>
         <translation>Listo</translation>
     </message>
+    <message>
+        <source>Waiting for a folder to be chosen</source>
+        <translation>A la espera de que se elija una carpeta</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>

@@ -653,6 +653,10 @@ la musique prend le plus de place, la parole et le silence moins.</translation>
         <source>Ready</source>
         <translation>Prêt</translation>
     </message>
+    <message>
+        <source>Waiting for a folder to be chosen</source>
+        <translation>En attente du choix d’un dossier</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>

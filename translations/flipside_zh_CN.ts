@@ -650,6 +650,10 @@ music needs most, speech and silence less.</source>
         <source>Ready</source>
         <translation>就绪</translation>
     </message>
+    <message>
+        <source>Waiting for a folder to be chosen</source>
+        <translation>正在等待选择文件夹</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>
