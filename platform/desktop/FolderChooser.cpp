@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QStandardPaths>
+#include <QTreeView>
 #include <algorithm>
 
 namespace platform {
@@ -19,6 +20,9 @@ namespace {
 
 constexpr std::chrono::milliseconds firstFolderAnswersWithin{150};
 constexpr int charactersOfPlaces = 20;
+// Of the toolkit's list of files.
+constexpr int sizeColumn = 1;
+constexpr int kindColumn = 2;
 
 QList<QUrl> places()
 {
@@ -71,6 +75,10 @@ private:
         }
         if (auto *const list = findChild<QWidget *>(QStringLiteral("sidebar")))
             list->setMinimumWidth(list->fontMetrics().averageCharWidth() * charactersOfPlaces);
+        if (auto *const folders = findChild<QTreeView *>(QStringLiteral("treeView"))) {
+            folders->hideColumn(sizeColumn);
+            folders->hideColumn(kindColumn);
+        }
     }
 
     FolderChoice m_choice;
