@@ -16,7 +16,7 @@ namespace {
 // The service may have to be started first. The user waits for the chooser and sees nothing meanwhile.
 constexpr std::chrono::seconds takenWithin(3);
 
-// So that the chooser stands on the window. On Wayland the toolkit does not tell the window's handle.
+// So that the chooser stands on the window. On Wayland the toolkit tells the window's handle to itself alone.
 QString handleOf(const QWidget *window)
 {
     const bool onX11 = QGuiApplication::platformName() == u"xcb"_s;
