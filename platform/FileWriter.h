@@ -39,7 +39,8 @@ private:
 // Writes one file on a thread of its own, so that nobody has to wait for a disk.
 //
 // write() returns when the bytes are in the file, as long as the disk keeps step; when it does not, they wait
-// in memory, up to 256 MiB, and everything that waits is handed over in one call. What fits no more is lost
+// in memory, up to 256 MiB, and everything that waits is handed over in one call. From half of that on, more
+// than a second of sound in a second has to wait itself. What fits no more is lost
 // whole call by call, the newest first, so that what is in the file stays a valid stream. Errors are taken as
 // passing: every write is tried again, at first after 100 ms, then every second, from the offset up to which
 // the file is complete. A file that is gone is looked for, too. Bytes count as written when the system has
@@ -98,6 +99,7 @@ private:
     void findAgain(std::unique_lock<std::mutex> &lock);
     void settle(std::unique_lock<std::mutex> &lock);
     void announce(std::unique_lock<std::mutex> &lock, const QString &trouble);
+    void holdBack(std::unique_lock<std::mutex> &lock, std::size_t count);
     void letGo(std::unique_lock<std::mutex> &lock);
     void watchOverRest();
 

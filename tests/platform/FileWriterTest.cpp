@@ -222,6 +222,25 @@ TEST(FileWriter, AFileThatOpensLateIsLeftAsItWas)
     }
 }
 
+// Sound that is lost because silence, which is encoded at once, has taken all the memory.
+TEST(FileWriter, HoldsBackWhatFillsItsMemoryFasterThanSoundDoes)
+{
+    Disk disk;
+    ASSERT_TRUE(disk.stream.open(disk.path));
+    disk.fault("write stall");
+    const QByteArray half(129 << 20, 'x');
+    std::fwrite(half.constData(), 1, size_t(half.size()), disk.stream.get());
+    QElapsedTimer timer;
+    timer.start();
+    const QByteArray second(40000, 'y');
+    for (int i = 0; i < 4; ++i)
+        std::fwrite(second.constData() + i * 10000, 1, 10000, disk.stream.get());
+    EXPECT_GE(timer.elapsed(), 750);
+    disk.fault({});
+    disk.expected = half + second;
+    EXPECT_TRUE(disk.isComplete());
+}
+
 // A take that is lost because another start in the same second came too late for itself.
 TEST(FileWriter, AStartThatIsRefusedLeavesTheRunningTakeOfItsNameWhole)
 {
