@@ -24,8 +24,9 @@ constexpr auto patience = 100ms;
 // Enough for as long as whoever takes the sound is usually away; more is only reserved when it is needed, and
 // given back.
 constexpr std::size_t usualBytes = 128 << 10;
-// Five minutes of 16-bit stereo. Whoever takes the sound is given up on then, and the sound is lost.
-constexpr std::size_t mostBytes = 64 << 20;
+// More than twenty minutes of 16-bit stereo, in which the silence of a long sleep is encoded. Whoever takes
+// the sound is given up on then, and the sound is lost.
+constexpr std::size_t mostBytes = 256 << 20;
 // What silence is delivered from, in as many pieces as it takes. All zeros is silence in every capture
 // format. A quarter of a second, so that elapsed time goes on while a lot is delivered.
 alignas(std::max_align_t) constexpr std::array<std::byte, 49152> silence{};
