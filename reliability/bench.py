@@ -17,7 +17,7 @@ import time
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "testbed"))
 from desktop import Desktop, Failure, wait_until  # noqa: E402
-from panel import FIRST_ACTION, Panel, Silent, bus_of  # noqa: E402
+from panel import FIRST_ACTION, Panel, Silent, accessibility_of  # noqa: E402
 from recorder import MICROPHONE, SoundServer  # noqa: E402
 
 BUILD = os.environ.get("FLIPSIDE_BUILD", os.path.join(HERE, "..", "build", "release"))
@@ -114,8 +114,8 @@ class Watch:
 class Run:
     """One program, in a home of its own."""
 
-    def __init__(self, bench, sound, environment=None, folder=None, home=None, command=None, disk=None, **settings):
-        self.bench, self.sound, self.disk = bench, sound, disk
+    def __init__(self, bench, sound, environment=None, folder=None, home=None, command=None, disk=None, bus=None, **settings):
+        self.bench, self.sound, self.disk, self.bus = bench, sound, disk, bus or bench.bus
         self.home = home or tempfile.mkdtemp(dir=bench.desktop.folder)
         self.folder = os.path.join(os.fsencode(self.home), b"Recordings") if folder is None else os.fsencode(folder)
         self.wanted, self.frozen, self.told, self.alerts = [], [], [], []
@@ -145,7 +145,7 @@ class Run:
         given = {name: value for name, value in self.environment.items() if value is not None}
         lacking = [word for name in self.environment if name not in given for word in ("-u", name)]
         self.program = self.bench.desktop.start((["env", *lacking] if lacking else []) + self.command, given)
-        self.panel = Panel(self.bench.bus, self.program.pid)
+        self.panel = Panel(self.bus, self.program.pid)
         self.watch = Watch(self.bench.desktop, self.program.pid)
         self.listening = True
         self.listener = threading.Thread(target=self._listen, daemon=True)
@@ -159,7 +159,7 @@ class Run:
 
     def _listen(self):
         """What the program says: its status line, and messages, which are answered."""
-        panel = Panel(self.bench.bus, self.program.pid)
+        panel = Panel(self.bus, self.program.pid)
         while self.listening and self.program.running():
             try:
                 if panel.appear():
@@ -181,6 +181,7 @@ class Run:
 
     def record(self, deadline=20):
         """False when no recording has begun by then."""
+        self.panel.usable("Record")
         begin = self.sound.position()
         self.panel.press("Record")
         with contextlib.suppress(Failure):
@@ -285,7 +286,7 @@ class Bench:
         self.stack = contextlib.ExitStack()
         self.runs, self.sounds, self.troubles = [], {}, []
         self.desktop = self.stack.enter_context(SideBySide(compositor=None))
-        self.bus = bus_of(self.desktop)
+        self.bus = accessibility_of(self.desktop.env["DBUS_SESSION_BUS_ADDRESS"])
         return self
 
     def __exit__(self, *_):
@@ -333,5 +334,5 @@ class Bench:
         try:
             yield place
         finally:
-            subprocess.run(["umount", "-l", place], check=False)
+            subprocess.run(["umount", "-l", place], stderr=subprocess.DEVNULL, check=False)
             shutil.rmtree(place, ignore_errors=True)

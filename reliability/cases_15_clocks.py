@@ -5,15 +5,17 @@
 import contextlib
 import datetime
 import os
+import signal
 import struct
+import subprocess
 import tempfile
 import time
 import zoneinfo
 
-from bench import PROGRAM, TOOLS
+from bench import PROGRAM, TOOLS, VBR, wait_until
 from tally import WAITING, Tally, case
 
-NIGHT = 30.0
+NAP, NIGHT = 30.0, 7200.0
 """Seconds that the clocks say the computer slept."""
 LIBRARY = os.path.join(TOOLS, "libclock_jump.so")
 
@@ -38,12 +40,10 @@ def shown(run):
     return int(hours) * 3600 + int(minutes) * 60 + float(seconds)
 
 
-@case("sleep", minutes=0.6, quick=True)
-def sleep(bench, quick):
-    """Program and server stand still; the steady clock says for two seconds, the others for half a minute."""
-    counted = Tally(f"the computer sleeps for {NIGHT:g} s while recording: then nothing, Pause, Stop", silent=WAITING)
-    clocks = [Clocks() for _ in range(3)]
-    runs = [bench.start(environment=one.environment) for one in clocks]
+def sleepers(bench, number, seconds, **settings):
+    """Programs that have slept so long in the middle of a take."""
+    clocks = [Clocks() for _ in range(number)]
+    runs = [bench.start(environment=one.environment, **settings) for one in clocks]
     for run in runs:
         run.record()
     time.sleep(3)
@@ -55,9 +55,17 @@ def sleep(bench, quick):
         sound.tell("freeze")
         time.sleep(2)
         for one in clocks:
-            one.set(NIGHT, NIGHT)
+            one.set(seconds, seconds)
         sound.tell("thaw")
     sound.away.append((begin - 0.2, sound.position() + 1))
+    return runs
+
+
+@case("sleep", minutes=0.6, quick=True)
+def sleep(bench, quick):
+    """Program and server stand still; the steady clock says for two seconds, the others for half a minute."""
+    counted = Tally(f"the computer sleeps for {NAP:g} s while recording: then nothing, Pause, Stop", silent=WAITING)
+    runs = sleepers(bench, 3, NAP)
     runs[1].pause()
     runs[2].stop()
     time.sleep(2)
@@ -66,12 +74,50 @@ def sleep(bench, quick):
     for run in runs:
         length = shown(run)
         begin, end = run.wanted[0]
-        counted.check(abs(length - NIGHT - (end - begin)) < 1.5, f"{length:.1f} s are shown of {end - begin:.1f} s awake")
+        counted.check(abs(length - NAP - (end - begin)) < 1.5, f"{length:.1f} s are shown of {end - begin:.1f} s awake")
         run.finish()
         found = counted.take(run, silent_about_loss=True)
         counted.check(found and abs(found.length - length) < 0.35, "the file has another length than was shown")
         counted.expect_words(run, "asleep")
     yield counted
+
+
+@case("sleep-hours", minutes=2.5)
+def sleep_hours(bench, quick):
+    """The silence that stands for two hours takes the encoder its time, and what was said since waits behind it."""
+    counted = Tally("the computer sleeps for two hours while recording: then Stop, Record after Stop, SIGTERM, 3 s later",
+                    lost=0.15, silent=WAITING)
+    stopped, again, ended = sleepers(bench, 3, NIGHT, **VBR)
+    time.sleep(3)
+    ended.signal(signal.SIGTERM)
+    stopped.stop()
+    again.stop()
+    counted.check(again.record(3), "no other take could be begun")
+    time.sleep(3)
+    again.stop()
+    with contextlib.suppress(subprocess.TimeoutExpired):
+        ended.program.process.wait(6)
+    counted.check(not ended.program.running(), "the end took more than six seconds")
+    for run in (stopped, again):
+        wait_until(lambda r=run: not grows(r), "the silence of two hours to be written", 240)
+    for run, path, wanted in ((stopped, 0, stopped.wanted), (again, 0, again.wanted[:1]), (again, 1, again.wanted[1:])):
+        run.finish()
+        found = counted.take(run, path=run.files()[path], wanted=wanted, silent_about_loss=True)
+        asleep = 0 if wanted == again.wanted[1:] else NIGHT
+        length = asleep + sum(end - begin for begin, end in wanted)
+        counted.check(found and abs(found.length - length) < 2, f"{found.length:.0f} s are in a file of {length:.0f} s")
+        counted.expect_words(run, "asleep")
+    ended.finish()
+    counted.take(ended)
+    counted.check("left out" in ended.log(), "the log does not say how much silence the end left out")
+    yield counted
+
+
+def grows(run):
+    """In two seconds; a disk keeps step, the encoder may not."""
+    before = [os.path.getsize(path) for path in run.files()]
+    time.sleep(2)
+    return [os.path.getsize(path) for path in run.files()] != before
 
 
 def named_after(path):

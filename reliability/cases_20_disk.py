@@ -14,12 +14,20 @@ from tally import WAITING, Tally, case
 
 LENGTHS = (3, 10, 60, None)
 """Seconds that a disk is silent; None is for ever."""
+PATIENCE = 15
+"""Seconds that are for ever in a case."""
 END = 3.6
 """Seconds that the end of the program may take: three for the disk, the rest for the program itself."""
 
 
 def shell(*command):
     subprocess.run(command, check=True)
+
+
+def lengths(quick):
+    """As many as there is time for, and what they are called."""
+    chosen = LENGTHS[:2] if quick else LENGTHS
+    return chosen, ", ".join(f"{seconds}" if seconds else "for ever" for seconds in chosen).replace("0,", "0 s,")
 
 
 def recording(bench):
@@ -37,7 +45,8 @@ def finish_in_time(counted, run):
 
 def stalled(bench, quick, command=None):
     """Every call to the disk hangs; then a command, and all goes on."""
-    counted = Tally("the disk stalls 3, 10, 60 s, for ever while recording" + (f", then {command}" if command else ""))
+    chosen, called = lengths(quick)
+    counted = Tally(f"the disk stalls {called} while recording" + (f", then {command}" if command else ""))
 
     def one(seconds):
         run = recording(bench)
@@ -46,7 +55,7 @@ def stalled(bench, quick, command=None):
         time.sleep(0.5)
         if command:
             run.until(command)
-        time.sleep((seconds or 15) - 0.5)
+        time.sleep((seconds or PATIENCE) - 0.5)
         if seconds:
             run.disk.heal()
             time.sleep(2)
@@ -56,7 +65,7 @@ def stalled(bench, quick, command=None):
         finish_in_time(counted, run)
         counted.take(run, wanted=None if seconds else [(run.wanted[0][0], before)])
         counted.expect_words(run, "disk")
-    bench.together([lambda s=seconds: one(s) for seconds in (LENGTHS[:2] if quick else LENGTHS)])
+    bench.together([lambda s=seconds: one(s) for seconds in chosen])
     return counted
 
 
@@ -105,7 +114,8 @@ def stall_quit(bench, quick):
 @case("stall-start", minutes=1.5, quick=True)
 def stall_start(bench, quick):
     """Record on a silent disk, and a second attempt when the disk is back."""
-    counted = Tally("the disk stalls 3, 10 s at Record", silent=WAITING)
+    chosen, called = lengths(quick)
+    counted = Tally(f"the disk stalls {called} at Record", silent=WAITING)
 
     def one(seconds):
         run = bench.start(disk=ShimmedDisk())
@@ -113,7 +123,10 @@ def stall_start(bench, quick):
         if run.record(deadline=2.5):
             counted.broken("recorded into a file that could not be opened")
         counted.check(run.words(), "nobody was told why no recording began")
-        time.sleep(seconds - 2)
+        time.sleep((seconds or PATIENCE) - 2)
+        if not seconds:
+            finish_in_time(counted, run)
+            return counted.hear(run, tried=True)
         run.disk.heal()
         time.sleep(1)
         if not counted.check(not run.panel.enabled("Stop"), "a recording that was given up began all the same"):
@@ -122,54 +135,78 @@ def stall_start(bench, quick):
         time.sleep(2)
         run.stop()
         run.finish()
-        counted.take(run, path=next(reversed(run.files()), None), wanted=run.wanted[-1:])
-    bench.together([lambda s=seconds: one(s) for seconds in LENGTHS[:2]])
+        return counted.take(run, path=next(reversed(run.files()), None), wanted=run.wanted[-1:])
+    bench.together([lambda s=seconds: one(s) for seconds in chosen])
     yield counted
 
 
 @case("stall-launch", minutes=0.6, quick=True)
 def stall_launch(bench, quick):
     """The working folder's disk is silent at launch, and there later."""
-    counted = Tally("the disk stalls 3, 10 s from the launch on, then Record", silent=WAITING)
+    chosen, called = lengths(quick)
+    counted = Tally(f"the disk stalls {called} from the launch on, then Record", silent=WAITING)
 
     def one(seconds):
         began = time.monotonic()
         run = bench.start(disk=ShimmedDisk("all stall"))
         counted.check(time.monotonic() - began < 6, "the window came late")
+        if not seconds:
+            counted.check(not run.record(2.5) and run.words(), "recorded into a folder that nobody could see")
+            finish_in_time(counted, run)
+            return counted.hear(run, tried=True)
         time.sleep(max(0, seconds - (time.monotonic() - began)))
         run.disk.heal()
         time.sleep(1.5)
         if counted.check(run.record(5), "the folder was not found again"):
             time.sleep(2)
             run.stop()
-        run.finish()
-        counted.take(run)
-    bench.together([lambda s=seconds: one(s) for seconds in LENGTHS[:2]])
+        return counted.outcome(run)
+    bench.together([lambda s=seconds: one(s) for seconds in chosen])
     yield counted
 
 
-@case("stall-play", minutes=0.6, quick=True)
-def stall_play(bench, quick):
-    counted = Tally("the disk stalls 3, 10 s at Play, at Stop of it, on opening the preferences")
-
-    def one(seconds, command):
+def asked_of(bench, counted, chosen, commands):
+    """A disk that falls silent after a take, and then commands that need it: (what is pressed before, the commands)."""
+    def one(seconds, before, *commands):
         run = recording(bench)
         run.stop()
         time.sleep(0.5)
-        if command == "Stop":
-            run.say("Play")
+        if before:
+            run.say(before)
             time.sleep(0.5)
         run.disk.stall()
-        run.say(command)
-        time.sleep(seconds)
-        run.disk.heal()
-        time.sleep(1)
-        if command == "Play":
+        for command in commands:
+            run.say(command)
+            time.sleep(1)
+        time.sleep((seconds or PATIENCE) - len(commands))
+        if seconds:
+            run.disk.heal()
+            time.sleep(1)
+        if "Play" in commands:
             counted.check(run.panel.enabled("Stop") or run.words() or "Playing" in str(run.told), "neither played nor told")
-        run.finish()
+        finish_in_time(counted, run)
+        run.disk.heal()
         counted.take(run)
-    bench.together([lambda s=s, t=t: one(s, t) for s in LENGTHS[:2] for t in ("Play", "Stop", "Preferences")])
-    yield counted
+    for some in (chosen[:2], chosen[2:]):
+        bench.together([lambda s=s, c=command: one(s, *c) for s in some for command in commands])
+    return counted
+
+
+@case("stall-play", minutes=1.8, quick=True)
+def stall_play(bench, quick):
+    chosen, called = lengths(quick)
+    yield asked_of(bench, Tally(f"the disk stalls {called} at Play, at Stop of it"), chosen,
+                   ((None, "Play"), ("Play", "Stop")))
+
+
+@case("stall-folder", minutes=2, quick=True)
+def stall_folder(bench, quick):
+    """Whatever looks at the folder without recording into it."""
+    chosen, called = lengths(quick)
+    counted = Tally(f"the disk stalls {called} on opening the preferences, at the two buttons that show the folder")
+    yield asked_of(bench, counted, chosen, ((None, "Preferences"), (None, "Show in Folder"), ("Preferences", "Show folder")))
+    chooser = Tally(f"the disk stalls {called} at Choose, and at Cancel of it")
+    yield asked_of(bench, chooser, chosen, (("Preferences", "Choose folder"), ("Preferences", "Choose folder", "Cancel")))
 
 
 @case("slow", minutes=0.8, quick=True)
@@ -184,6 +221,9 @@ def slow(bench, quick):
         counted.outcome(run)
     bench.together([lambda ms=ms: one(ms) for ms in (20, 50, 200)])
     yield counted
+
+
+ERRORS = ("ENOSPC", "EDQUOT", "EIO", "ESTALE", "EROFS")
 
 
 @case("errors", minutes=0.8, quick=True)
@@ -203,7 +243,30 @@ def errors(bench, quick):
         counted.take(run)
         counted.check(run.words(), f"{name} was not told")
         counted.check(most_waiting(run) < 12, f"{most_waiting(run)} s are said to wait after 6 s")
-    bench.together([lambda n=n: one(n) for n in ("ENOSPC", "EDQUOT", "EIO", "ESTALE", "EROFS")])
+    bench.together([lambda n=n: one(n) for n in ERRORS])
+    yield counted
+
+
+@case("errors-start", minutes=0.4, quick=True)
+def errors_start(bench, quick):
+    """The same when a file is to be made: each has its own words."""
+    counted = Tally("no file can be made at Record: no space, quota, I/O error, stale handle, read-only, no permission",
+                    silent=WAITING)
+    words = set()
+
+    def one(name):
+        run = bench.start(disk=ShimmedDisk())
+        run.disk.fail("open", name)
+        counted.check(not run.record(2), f"recorded although there is no file ({name})")
+        counted.expect_words(run, "Cannot record")
+        words.update(text for text in run.told if text.startswith("Cannot record"))
+        run.disk.heal()
+        run.record_for(2)
+        run.finish()
+        counted.take(run, path=run.files()[-1], wanted=run.wanted[-1:])
+    names = (*ERRORS, "EACCES")
+    bench.together([lambda n=n: one(n) for n in names])
+    counted.check(len(words) == len(names), f"{len(names)} reasons have {len(words)} names")
     yield counted
 
 

@@ -24,6 +24,12 @@ def replace(_, inner):
         pass
 
 
+def unmount(place, inner):
+    """And the folder's name is there all the same, on the disk below."""
+    shell("umount", "-l", place)
+    os.makedirs(inner, exist_ok=True)
+
+
 def remount(place, _):
     shell("umount", "-l", place)
     shell("mount", "-t", "tmpfs", "tmpfs", place)
@@ -65,9 +71,11 @@ def folder(bench, quick):
 @case("folder-idle", minutes=0.6, quick=True)
 def folder_idle(bench, quick):
     """The same between two takes: a refusal with a reason, a question, or the folder under its new name."""
-    refused = Tally("the folder is removed, replaced by a file, read-only before Record", silent=WAITING)
+    refused = Tally("the folder is removed, replaced by a file, read-only, on a disk that is not mounted before Record",
+                    silent=WAITING)
     renamed = Tally("the folder is renamed before Record", silent=WAITING)
-    for row, act in ((renamed, rename), (refused, remove), (refused, replace), (refused, write_protect)):
+    for row, act in ((renamed, rename), (refused, remove), (refused, replace), (refused, write_protect),
+                     (refused, unmount)):
         with bench.disk("20m") as place:
             inner = os.path.join(place, "Takes")
             run = bench.start(folder=inner)

@@ -30,11 +30,19 @@ def damaged_archive(path):
     write(path, b'[General]\nHBConfigDataKey="@ByteArray(bplist00\\xd4\\xff\\xff)"\nHBWorkingPathKey="@ByteArray(no token)"\n')
 
 
+def unreadable(path):
+    write(path, b"[General]\nshowInFinderWhenFinishRecording=false\n")
+    os.chmod(path, 0)
+
+
+AS_A_USER = ["setpriv", "--bounding-set", "-dac_override,-dac_read_search", "--inh-caps", "-dac_override,-dac_read_search"]
+"""Nobody who runs this may read what its mode forbids, root included."""
 SETTINGS = {
     "garbage": lambda path: write(path, os.urandom(4096)),
     "empty": lambda path: write(path, b""),
     "zeros": lambda path: write(path, bytes(4096)),
     "100 MB": huge,
+    "unreadable": unreadable,
     "a folder": os.mkdir,
     "a FIFO": os.mkfifo,
     "a symlink loop": loop,
@@ -54,7 +62,7 @@ def settings(bench, quick):
         path = os.path.join(home, ".config", "flipside", "flipside.conf")
         os.makedirs(os.path.dirname(path))
         make(path)
-        run = Run(bench, bench.sound(), home=home, folder="")
+        run = Run(bench, bench.sound(), home=home, folder="", command=[*AS_A_USER, PROGRAM])
         began = time.monotonic()
         run.say("Preferences")
         counted.check(run.panel.find("button", "Done", 8), "no preferences")
@@ -88,28 +96,6 @@ def lacking(bench, quick):
     one({"XDG_RUNTIME_DIR": None})
     one({}, "mount", "-o", "remount,ro")
     one({"HOME": None})
-    yield counted
-
-
-@case("no-bus", minutes=0.3, quick=True)
-def no_bus(bench, quick):
-    """Without a session bus nothing tells what the window shows; it is used with the keyboard."""
-    counted = Tally("no session bus: Ctrl+R, Ctrl+.")
-    run = bench.start()
-    run.finish()
-    environment = {**run.environment, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
-    run.environment = environment
-    run.launch(appears=False)
-    bench.desktop.xdotool("search", "--sync", "--onlyvisible", "--pid", run.program.pid)
-    time.sleep(1)
-    begin = run.sound.position()
-    bench.desktop.key("ctrl+r")
-    time.sleep(3)
-    end = run.sound.position()
-    bench.desktop.key("ctrl+period")
-    time.sleep(0.5)
-    run.finish()
-    counted.take(run, wanted=[(begin + 0.1, end)])
     yield counted
 
 
@@ -185,6 +171,23 @@ def no_threads(bench, quick):
         limit.end()
     for moment in ("recording", "Record", "Play"):
         one(moment)
+    yield counted
+
+
+@case("file-limit", minutes=0.4, quick=True)
+def file_limit(bench, quick):
+    """What a shell's ulimit does, and with other numbers a file system: the system says so with a signal, too."""
+    counted = Tally("no file may be larger than 150,000 bytes while recording, for 6 s")
+    run = bench.start()
+    run.record()
+    for size in ("150000", "unlimited"):
+        subprocess.run(["prlimit", f"--fsize={size}:unlimited", "--pid", str(run.program.pid)], check=True)
+        time.sleep(6)
+    counted.check(run.program.running(), f"the program ended with {run.program.process.returncode}")
+    run.until("Stop" if run.program.running() else None)
+    time.sleep(0.5)
+    counted.outcome(run)
+    counted.check(run.words(), "nobody was told")
     yield counted
 
 

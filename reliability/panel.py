@@ -22,19 +22,19 @@ class Silent(Exception):
     """The program does not answer, or has gone."""
 
 
-def bus_of(desktop):
-    """The desktop's accessibility bus."""
-    session = Gio.DBusConnection.new_for_address_sync(
-        desktop.env["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
-    address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
-                                Gio.DBusCallFlags.NONE, 20000, None).unpack()[0]
+def accessibility_of(session):
+    """The accessibility bus of a session bus, given by its address."""
+    return connected(connected(session).call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+                                                  Gio.DBusCallFlags.NONE, 20000, None).unpack()[0])
+
+
+def connected(address):
     return Gio.DBusConnection.new_for_address_sync(
         address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
 
 
 class Panel:
-    def __init__(self, bus, pid):
+    def __init__(self, bus, pid=None):
         self.bus, self.pid = bus, pid
         self.name = None
         self.known = {}
@@ -50,12 +50,15 @@ class Panel:
     def bus_call(self, method, arguments=None):
         return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, arguments)[0]
 
+    def process_of(self, name):
+        return self.bus_call("GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)))
+
     def appear(self):
         """False when the program is not on the bus yet."""
         for name in self.bus_call("ListNames") if not self.name else ():
             if name.startswith(":"):
                 try:
-                    if self.bus_call("GetConnectionUnixProcessID", GLib.Variant("(s)", (name,))) == self.pid:
+                    if self.process_of(name) == self.pid:
                         self.name = name
                 except Silent:  # it has just left
                     pass
@@ -110,8 +113,8 @@ class Panel:
         path = self.find(role, name)
         return bool(path) and self.has(path, SENSITIVE)
 
-    def press(self, name, role="button", deadline=90.0):
-        """Waits until the control can be used; the program acts about a tenth of a second after this."""
+    def usable(self, name, role="button"):
+        """Waits until the control can be used."""
         path = self.find(role, name)
         end = time.monotonic() + 20
         while not path or not self.has(path, SENSITIVE):
@@ -119,7 +122,11 @@ class Panel:
                 raise Silent(f"{name} cannot be pressed")
             time.sleep(0.02)
             path = self.find(role, name)
-        self.ask(path, "DoAction", deadline, ACTION, FIRST_ACTION)
+        return path
+
+    def press(self, name, role="button", deadline=90.0):
+        """The program acts about a tenth of a second after this."""
+        self.ask(self.usable(name, role), "DoAction", deadline, ACTION, FIRST_ACTION)
 
     def alerts(self, deadline=30.0):
         """The texts of the messages that are open: [(path of the OK button, text)]."""

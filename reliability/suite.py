@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Makes things around the program fail and says what that did: ./faults [--jobs N] [--list] [quick | NAME...]
+"""Makes things around the program fail and says what that did: ./faults [--jobs N] [--soak MINUTES] [--list] [quick | NAME...]
 
 A name is a case or the beginning of one. Without names the whole suite runs and writes its table into
-docs/RELIABILITY.md. FLIPSIDE_SOAK_MINUTES says how long the soak lasts (10)."""
+docs/RELIABILITY.md."""
 
 import argparse
 import importlib
@@ -150,11 +150,14 @@ def chosen(words):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--jobs", type=int, default=3, help="how many cases run side by side")
+    parser.add_argument("--soak", type=float, metavar="MINUTES", help="how long the soak lasts (10)")
     parser.add_argument("--list", action="store_true", help="only name the cases")
     parser.add_argument("--case", help=argparse.SUPPRESS)
     parser.add_argument("--answer", help=argparse.SUPPRESS)
     parser.add_argument("names", nargs="*")
     options = parser.parse_args()
+    if options.soak:
+        os.environ["FLIPSIDE_SOAK_MINUTES"] = str(options.soak)  # for the processes of the cases, too
     load_cases()
     quick = "quick" in options.names
     if options.case:
