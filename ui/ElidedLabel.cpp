@@ -63,8 +63,11 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 
 void ElidedLabel::paintText(QPainter &painter, const QRect &place)
 {
-    const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine
-        | Qt::TextForceLeftToRight;
+    const bool isPath = text().startsWith(u'/');
+    const int direction = isPath || layoutDirection() == Qt::LeftToRight ? Qt::TextForceLeftToRight
+                                                                         : Qt::TextForceRightToLeft;
+    const int flags
+        = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine | direction;
     style()->drawItemText(
         &painter, place, flags, palette(), isEnabled(), shortened(place.width()), foregroundRole());
 }
