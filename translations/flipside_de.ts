@@ -169,7 +169,7 @@
     <name>HBPreferencesWndCtrl</name>
     <message>
         <source>Recordings are saved in</source>
-        <translation>Aufnahmen werden gespeichert in</translation>
+        <translation>Ordner für Aufnahmen</translation>
     </message>
     <message>
         <source>Choose…</source>

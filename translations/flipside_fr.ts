@@ -201,7 +201,7 @@
     </message>
     <message>
         <source>Show each recording in the file manager</source>
-        <translation>Afficher chaque enregistrement dans le gestionnaire de fichiers</translation>
+        <translation>Montrer chaque enregistrement dans son dossier</translation>
     </message>
     <message>
         <source>When a recording has been stopped (Alt+F)</source>

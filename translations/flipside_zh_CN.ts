@@ -554,11 +554,11 @@
     </message>
     <message>
         <source>A recording sets the bitrate to %1kbps when it starts: %2 MB an hour.</source>
-        <translation>录音开始时将比特率设为 %1 kbps：每小时 %2 MB。</translation>
+        <translation>录音定为 %1 kbps：每小时 %2 MB。</translation>
     </message>
     <message>
         <source>A recording sets the bitrate to %1kbps when it starts: about %2 MB an hour.</source>
-        <translation>录音开始时将比特率设为 %1 kbps：每小时约 %2 MB。</translation>
+        <translation>录音定为 %1 kbps：每小时约 %2 MB。</translation>
     </message>
     <message>
         <source>This disk is full.</source>
@@ -566,29 +566,29 @@
     </message>
     <message>
         <source>1 minute fits on this disk.</source>
-        <translation>此磁盘可存 1 分钟。</translation>
+        <translation>还可录 1 分钟。</translation>
     </message>
     <message numerus="yes">
         <source>%1 minutes fit on this disk.</source>
         <translation>
-            <numerusform>此磁盘可存 %1 分钟。</numerusform>
+            <numerusform>还可录 %1 分钟。</numerusform>
         </translation>
     </message>
     <message>
         <source>1 hour fits on this disk.</source>
-        <translation>此磁盘可存 1 小时。</translation>
+        <translation>还可录 1 小时。</translation>
     </message>
     <message numerus="yes">
         <source>%1 hours fit on this disk.</source>
         <comment>less than ten, with a decimal</comment>
         <translation>
-            <numerusform>此磁盘可存 %1 小时。</numerusform>
+            <numerusform>还可录 %1 小时。</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%1 hours fit on this disk.</source>
         <translation>
-            <numerusform>此磁盘可存 %1 小时。</numerusform>
+            <numerusform>还可录 %1 小时。</numerusform>
         </translation>
     </message>
     <message>
