@@ -4,7 +4,10 @@
 #include "app/MainCard.h"
 #include "testbed/Waiting.h"
 #include "tests/app/RecorderRig.h"
+#include "tests/support/TestLanguages.h"
 #include "ui/StatusLabel.h"
+
+#include <QAbstractButton>
 
 namespace {
 
@@ -48,6 +51,25 @@ TEST_F(MainCardTest, ShowsThatItRecordsAndHowLoudAndWarnsWhenNothingCame)
     EXPECT_TRUE(waitUntil([&] { return meter() == silent; }));
     delegate.playAction();
     EXPECT_LT(colourAtTop("recordButton").saturation(), red.saturation());
+}
+
+class ForeignMainCardTest : protected testbed::Speaking, public MainCardTest { };
+
+TEST_F(ForeignMainCardTest, LeavesNoTextInEnglish)
+{
+    authorization = Denied;
+    record();
+    EXPECT_FALSE(testbed::isEnglish(alerts.constLast().messageText + alerts.constLast().informativeText, {}));
+    authorization = Authorized;
+    for (int state = RecorderStateIdle; state <= RecorderStatePlayingPaused; ++state) {
+        bringTo(RecorderState(state));
+        QStringList data{delegate.currentOutputFile(), delegate.currentOutputURL().fileName(),
+            delegate.currentDevice(), u"Flipside"_s};
+        for (const auto *button : card.findChildren<QAbstractButton *>())
+            data += button->shortcut().toString(QKeySequence::NativeText);
+        EXPECT_EQ(testbed::englishTexts(&card, data), QStringList()) << state;
+        delegate.stopAction();
+    }
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "app/StatusLine.h"
 #include "testbed/Waiting.h"
 #include "tests/app/RecorderRig.h"
+#include "tests/support/TestLanguages.h"
 
 #include <atomic>
 #include <future>
@@ -77,6 +78,22 @@ TEST(Troubles, TellTheCauseBeforeItsSymptomsAndLossBeforeDanger)
     };
     for (const auto &[troubles, sentence] : table)
         EXPECT_EQ(troubles.sentence(u"X"_s), sentence);
+    const testbed::Speaking madeUp;
+    for (const auto &[troubles, sentence] : table)
+        EXPECT_FALSE(testbed::isEnglish(troubles.sentence(u"X"_s), {u"X"_s, full, busy}))
+            << qPrintable(sentence);
+}
+
+TEST(Troubles, StayTheSameTopicHoweverLongTheyLast)
+{
+    const auto topicOf
+        = [](const Troubles &troubles) { return troubles.withoutDurations().sentence(u"X"_s); };
+    for (const auto &[shorter, longer] : {std::pair{Troubles{.missing = 100ms}, Troubles{.missing = 3h}},
+             {Troubles{.unwritten = 1s}, Troubles{.unwritten = 2min}},
+             {Troubles{.diskIsSilent = true, .waiting = 1s}, Troubles{.diskIsSilent = true, .waiting = 3h}},
+             {Troubles{.disk = Disk::NearlyFull, .timeLeft = 60s}, Troubles{.disk = Disk::NearlyFull}}})
+        EXPECT_EQ(topicOf(shorter), topicOf(longer));
+    EXPECT_NE(topicOf({.diskIsSilent = true}), topicOf({.diskIsSilent = true, .waiting = 1s}));
 }
 
 using SoundWatchTest = testbed::RecorderRigTest;
