@@ -71,8 +71,10 @@ void speakLanguageOfDesktop()
                 QGuiApplication::setLayoutDirection(Qt::RightToLeft);
             return;
         }
-        if (isThere(language.name()) || isThere(language.name().section(u'_', 0, 0)))
+        if (isThere(language.name()) || isThere(language.name().section(u'_', 0, 0))) {
             qCWarning(lcPlatform, "The translation into %s cannot be read.", qPrintable(name));
+            return;
+        }
     }
 }
 
