@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Takes pictures of the main card, to be looked at, with the real program, on a light and on a dark ground:
+"""Takes the pictures of both cards that the README shows, with the real program, on a light and on a dark ground:
 
     screenshots.py BINARY FOLDER RECORDINGS
 
@@ -13,43 +13,47 @@ import shutil
 import subprocess
 import sys
 
-from demo import Demo, Desktop, SoundServer
+from demo import SCALE, SCREEN, Demo, Desktop, SoundServer
+from desk import GROUNDS
 
-GROUNDS = {"light": ("#E9ECEF", "#CED4DA"), "dark": ("#1D2023", "#121416")}
+ENDINGS = {"light": "", "dark": "-dark"}
 
 
 class Pictures(Demo):
-    def __init__(self, binary, folder, recordings, ground, scale):
+    def __init__(self, binary, folder, recordings, ground):
         super().__init__(binary, folder)
-        self.recordings, self.ground, self.scale = recordings, ground, scale
+        self.recordings, self.ground = recordings, ground
 
-    def take(self):
-        with Desktop(size=(720 * self.scale, 600 * self.scale), scale=self.scale,
-                     background=GROUNDS[self.ground]) as self.desktop:
+    def take(self, name):
+        os.replace(self.picture(name), os.path.join(self.folder, f"{name}{ENDINGS[self.ground]}.png"))
+
+    def run(self):
+        with Desktop(size=SCREEN, scale=SCALE, background=GROUNDS[self.ground]) as self.desktop:
             sound = SoundServer(signal="music")
             try:
                 self.furnish()
                 self.start(sound)
                 self.recorder.click("Record")
                 self.recorder.choose_folder(self.recordings)
-                self.recorder.wait_elapsed(3)
-                os.replace(self.picture("recording"),
-                           os.path.join(self.folder, f"main-{self.ground}-{self.scale}x.png"))
+                self.recorder.wait_elapsed(5)
+                self.take("recording")
+                self.recorder.click("Stop")
+                self.recorder.turn_over("Preferences", "Done")
+                self.take("preferences")
             finally:
                 sound.end()
 
 
 def main():
-    binary, folder, recordings = sys.argv[1:4]
-    if len(sys.argv) > 4:
-        Pictures(binary, folder, recordings, sys.argv[4], int(sys.argv[5])).take()
+    binary, folder, recordings, *ground = sys.argv[1:]
+    if ground:
+        Pictures(binary, folder, recordings, *ground).run()
         return
     os.makedirs(recordings)
     try:
         # The accessibility library connects once a process.
         for ground in GROUNDS:
-            for scale in ("1", "2"):
-                subprocess.run([sys.executable, __file__, binary, folder, recordings, ground, scale], check=True)
+            subprocess.run([sys.executable, __file__, binary, folder, recordings, ground], check=True)
     finally:
         shutil.rmtree(recordings)
 
