@@ -253,7 +253,8 @@ class OneCard(CardTest):
         self.wait_state("idle")
         self.desktop.xdotool("windowminimize", "--sync", window)
         self.assertEqual(self.flipside(), (0, "", ""))
-        wait_until(lambda: self.desktop.xdotool("getactivewindow") == window, "the card to be in front")
+        wait_until(lambda: self.desktop.ask("xprop", "-root", "_NET_ACTIVE_WINDOW").endswith(" " + hex(int(window))),
+                   "the card to be in front")
 
     def test_a_second_start_hands_the_launchers_token_over(self):
         card = Services(self.desktop, self.own_bus(), "card")
