@@ -114,8 +114,8 @@ class Watch:
 class Run:
     """One program, in a home of its own."""
 
-    def __init__(self, bench, sound, environment=None, folder=None, home=None, command=None, disk=None, bus=None, **settings):
-        self.bench, self.sound, self.disk, self.bus = bench, sound, disk, bus or bench.bus
+    def __init__(self, bench, sound, environment=None, folder=None, home=None, command=None, disk=None, **settings):
+        self.bench, self.sound, self.disk = bench, sound, disk
         self.home = home or tempfile.mkdtemp(dir=bench.desktop.folder)
         self.folder = os.path.join(os.fsencode(self.home), b"Recordings") if folder is None else os.fsencode(folder)
         self.wanted, self.frozen, self.told, self.alerts = [], [], [], []
@@ -145,7 +145,7 @@ class Run:
         given = {name: value for name, value in self.environment.items() if value is not None}
         lacking = [word for name in self.environment if name not in given for word in ("-u", name)]
         self.program = self.bench.desktop.start((["env", *lacking] if lacking else []) + self.command, given)
-        self.panel = Panel(self.bus, self.program.pid)
+        self.panel = Panel(self.bench.bus, self.program.pid)
         self.watch = Watch(self.bench.desktop, self.program.pid)
         self.listening = True
         self.listener = threading.Thread(target=self._listen, daemon=True)
@@ -159,7 +159,7 @@ class Run:
 
     def _listen(self):
         """What the program says: its status line, and messages, which are answered."""
-        panel = Panel(self.bus, self.program.pid)
+        panel = Panel(self.bench.bus, self.program.pid)
         while self.listening and self.program.running():
             try:
                 if panel.appear():

@@ -34,7 +34,7 @@ def connected(address):
 
 
 class Panel:
-    def __init__(self, bus, pid=None):
+    def __init__(self, bus, pid):
         self.bus, self.pid = bus, pid
         self.name = None
         self.known = {}
@@ -50,15 +50,12 @@ class Panel:
     def bus_call(self, method, arguments=None):
         return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, arguments)[0]
 
-    def process_of(self, name):
-        return self.bus_call("GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)))
-
     def appear(self):
         """False when the program is not on the bus yet."""
         for name in self.bus_call("ListNames") if not self.name else ():
             if name.startswith(":"):
                 try:
-                    if self.process_of(name) == self.pid:
+                    if self.bus_call("GetConnectionUnixProcessID", GLib.Variant("(s)", (name,))) == self.pid:
                         self.name = name
                 except Silent:  # it has just left
                     pass

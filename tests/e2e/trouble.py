@@ -181,6 +181,21 @@ class Disks(RecorderTest):
         self.assertEqual(recorder.program.wait_for_exit(5), 0)
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), shown, delta=0.15)
 
+    def test_a_chooser_on_a_silent_disk_is_cancelled_and_left_open(self):
+        recorder = self.start_on_disk()
+        recorder.record()
+        recorder.press("Stop")
+        recorder.turn_over("Preferences", "Done")
+        self.disk("all stall")
+        recorder.press("Choose folder")
+        recorder.press("Cancel")
+        began = time.monotonic()
+        recorder.program.wait_gone("text", "Directory:")
+        recorder.press("Choose folder")
+        recorder.wait_for("text", "Directory:")
+        self.assertLess(time.monotonic() - began, 3)
+        self.assertEqual(recorder.end(), 0)
+
     def test_a_full_disk_is_told_until_there_is_space_again(self):
         recorder = self.start_on_disk()
         recorder.record()
