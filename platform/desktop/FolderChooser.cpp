@@ -8,8 +8,10 @@
 #include "platform/desktop/PortalFolderChooser.h"
 #include "platform/desktop/SessionBus.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QSet>
 #include <QStandardPaths>
 #include <QTreeView>
 #include <algorithm>
@@ -18,7 +20,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::chrono::milliseconds firstFolderAnswersWithin{150};
+constexpr std::chrono::milliseconds folderAnswersWithin{50}; // the window stands still meanwhile
 constexpr int charactersOfPlaces = 20;
 // Of the toolkit's list of files.
 constexpr int sizeColumn = 1;
@@ -33,28 +35,38 @@ QList<QUrl> places()
     return places;
 }
 
+// The end of such a chooser waits for the thread that has listed its folders, and with it for the disk. So
+// one whose disk is silent is only hidden, until the disk has told of all of it, and left behind by the end
+// of the program.
 class FolderSheet : public QFileDialog {
 public:
     FolderSheet(QWidget *window, const FolderQuestion &question, FolderChoice choice)
         : QFileDialog(window)
         , m_choice(std::move(choice))
+        , m_listed(question.beginIn)
     {
         setAttribute(Qt::WA_DeleteOnClose);
         setFileMode(QFileDialog::Directory);
         setOption(QFileDialog::ShowDirsOnly);
         setWindowTitle(question.title);
         setDirectory(question.beginIn);
+        connect(this, &QFileDialog::directoryEntered, this,
+            [this](const QString &folder) { m_listed += folder; });
+        connect(qApp, &QCoreApplication::aboutToQuit, this, &FolderSheet::leaveBehind);
         setSidebarUrls(places());
         showWhatFoldersNeed();
     }
 
     ~FolderSheet() override { answer({}); }
 
+    bool isOpen() const { return m_choice != nullptr; }
+
     void done(int result) override
     {
+        setAttribute(Qt::WA_DeleteOnClose, diskTellsOf(m_listed));
         QFileDialog::done(result);
-        const QList<QUrl> urls = selectedUrls();
-        const bool chosen = result == Accepted && !urls.isEmpty() && urls.first().isLocalFile();
+        const QList<QUrl> urls = result == Accepted ? selectedUrls() : QList<QUrl>();
+        const bool chosen = !urls.isEmpty() && urls.first().isLocalFile();
         answer(chosen ? std::optional(urls.first()) : std::nullopt);
     }
 
@@ -81,7 +93,32 @@ private:
         }
     }
 
+    bool diskTellsOf(const QStringList &folders)
+    {
+        const auto look = [folders] {
+            bool isThere = false;
+            for (const QString &folder : folders)
+                for (const QFileInfo &entry : QDir(folder).entryInfoList())
+                    isThere |= entry.lastModified().isValid();
+            return isThere;
+        };
+        const auto later = [this](const std::optional<bool> &answer) {
+            if (answer)
+                deleteLater();
+        };
+        return m_disk.askAndWait(look, folderAnswersWithin, LateAnswer::Adopted, later).has_value();
+    }
+
+    void leaveBehind()
+    {
+        static auto *const left = new QSet<QObject *>; // where whoever looks for leaks finds it
+        left->insert(this);
+        setParent(nullptr);
+    }
+
     FolderChoice m_choice;
+    QStringList m_listed;
+    Inquiry<bool> m_disk;
 };
 
 // What the chooser opens with it asks for on the main thread, so that a disk that does not answer is left to
@@ -89,8 +126,7 @@ private:
 bool isThere(const QString &folder)
 {
     return !folder.isEmpty()
-        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, firstFolderAnswersWithin)
-               .value_or(false);
+        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, folderAnswersWithin).value_or(false);
 }
 
 QString placeToBegin(const QString &wanted)
@@ -104,7 +140,8 @@ QDialog *openChooser(const QWidget *window)
 {
     const auto dialogs = window->window()->findChildren<QDialog *>();
     const auto found = std::ranges::find_if(dialogs, [](QDialog *dialog) {
-        return dynamic_cast<FolderSheet *>(dialog) || dynamic_cast<PortalFolderChooser *>(dialog);
+        const auto *const sheet = dynamic_cast<FolderSheet *>(dialog);
+        return sheet ? sheet->isOpen() : dynamic_cast<PortalFolderChooser *>(dialog) != nullptr;
     });
     return found == dialogs.end() ? nullptr : *found;
 }

@@ -191,7 +191,7 @@ class Disks(RecorderTest):
         recorder.press("Cancel")
         began = time.monotonic()
         recorder.program.wait_gone("text", "Directory:")
-        recorder.press("Choose folder")
+        recorder.click("Choose folder")
         recorder.wait_for("text", "Directory:")
         self.assertLess(time.monotonic() - began, 3)
         self.assertEqual(recorder.end(), 0)
