@@ -7,7 +7,6 @@
 #include "app/Takes.h"
 #include "audio/MicrophoneAuthorization.h"
 #include "audio/desktop/InputDeviceMenu.h"
-#include "platform/ForPeople.h"
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
@@ -15,7 +14,6 @@
 #include "platform/ThreadCheck.h"
 #include "platform/UserDefaults.h"
 #include "platform/desktop/FileManager.h"
-#include "platform/desktop/FolderChooser.h"
 #include "platform/desktop/Foreground.h"
 #include "platform/desktop/Opener.h"
 #include "platform/desktop/PopUpMenu.h"
@@ -43,6 +41,7 @@ AppDelegate::AppDelegate(QObject *parent)
     : QObject(parent)
 {
     platform::announceDerivedProperties(this);
+    connect(&m_folderRequest, &FolderRequest::isOpenChanged, this, &AppDelegate::choosingFolderChanged);
 }
 
 AppDelegate::~AppDelegate()
@@ -143,30 +142,12 @@ void AppDelegate::setCurrentDevice(const QString &name)
     Q_EMIT currentDeviceChanged();
 }
 
-void AppDelegate::setProblem(const QString &problem, const QString &inEnglish)
+void AppDelegate::setProblem(const Problem &problem)
 {
-    if (m_problem == problem)
-        return;
+    const bool changes = m_problem.words != problem.words;
     m_problem = problem;
-    m_problemInEnglish = inEnglish;
-    Q_EMIT problemChanged();
-}
-
-void AppDelegate::cannotRecord(const QString &reason)
-{
-    setProblem(tr("Cannot record: %1").arg(platform::inWords(reason)), u"Cannot record: %1"_s.arg(reason));
-}
-
-void AppDelegate::cannotPlay(const QString &file, const QString &reason)
-{
-    setProblem(tr("Cannot play %1: %2").arg(file, platform::inWords(reason)),
-        u"Cannot play %1: %2"_s.arg(file, reason));
-}
-
-void AppDelegate::setChoosingFolder(bool choosing)
-{
-    if (std::exchange(m_isChoosingFolder, choosing) != choosing)
-        Q_EMIT choosingFolderChanged();
+    if (changes)
+        Q_EMIT problemChanged();
 }
 
 bool AppDelegate::showInFinderWhenFinishRecording() const
@@ -208,7 +189,7 @@ bool AppDelegate::visibleShowInFinder() const
 
 void AppDelegate::recordAction(QObject *)
 {
-    setProblem({}, {});
+    setProblem({});
     grantedAudioDeviceAuthorizationWithCompleteHandler([self = QPointer(this)](bool granted) {
         if (!self)
             return;
@@ -247,26 +228,19 @@ void AppDelegate::recordWithAccess()
 
 void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion)
 {
-    // Another request while one is open is answered with nothing, and ends nothing.
-    const bool isOnlyOne = !m_isChoosingFolder;
-    setChoosingFolder(true);
-    const auto chosen = [self = QPointer(this), completion, isOnlyOne](const std::optional<QUrl> &folder) {
-        if (self && folder)
-            self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
-        completion(folder.has_value());
-        const auto end = [self] { self->setChoosingFolder(false); }; // behind the start that follows
-        if (self && isOnlyOne)
-            QMetaObject::invokeMethod(self, end, Qt::QueuedConnection);
-    };
-    // There is no working folder to begin in.
-    platform::chooseFolder(window, {tr("Choose a folder for your recordings"), {}}, chosen);
+    m_folderRequest.ask(window, tr("Choose a folder for your recordings"),
+        [self = QPointer(this), completion](const std::optional<QUrl> &folder) {
+            if (self && folder)
+                self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
+            completion(folder.has_value());
+        });
 }
 
 void AppDelegate::startRecord(std::chrono::milliseconds patience)
 {
     if (!Takes::canOpenAnother()) {
         qCWarning(lcApp, "Too many files are open to start a recording.");
-        cannotRecord(platform::outputErrorReason(EMFILE));
+        setProblem(Problem::cannotRecord(platform::outputErrorReason(EMFILE)));
         return;
     }
     // The file is named at once: it is the current one also when nothing can be written to it.
@@ -282,7 +256,7 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
     if (task->startRecord(QDeadlineTimer(patience))) {
         setState(RecorderStateRecording);
     } else {
-        cannotRecord(Takes::whyNotStarted(*task));
+        setProblem(Problem::cannotRecord(Takes::whyNotStarted(*task)));
         Alerts::failedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.
         if (m_recordingTask == task)
@@ -294,7 +268,7 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
 
 void AppDelegate::pauseAction(QObject *)
 {
-    setProblem({}, {});
+    setProblem({});
     if (m_state == RecorderStateRecording) {
         if (m_recordingTask)
             m_recordingTask->pauseRecord();
@@ -309,7 +283,7 @@ void AppDelegate::pauseAction(QObject *)
 
 void AppDelegate::stopAction(QObject *)
 {
-    setProblem({}, {});
+    setProblem({});
     if (m_state == RecorderStatePlaying || m_state == RecorderStatePlayingPaused) {
         playTask()->stop();
         setState(RecorderStateIdle);
@@ -326,7 +300,7 @@ void AppDelegate::stopAction(QObject *)
 
 void AppDelegate::playAction(QObject *)
 {
-    setProblem({}, {});
+    setProblem({});
     if (m_state == RecorderStatePlayingPaused) {
         playTask()->resume();
         setState(RecorderStatePlaying);
@@ -398,7 +372,7 @@ void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 millisec
 void AppDelegate::playTaskComplete(HBPlayTask *task)
 {
     if (!task->problem().isEmpty())
-        cannotPlay(m_currentOutputURL.fileName(), task->problem());
+        setProblem(Problem::cannotPlay(m_currentOutputURL.fileName(), task->problem()));
     setState(RecorderStateIdle);
 }
 

@@ -4,6 +4,8 @@
 #pragma once
 
 #include "KTAudioControl/KTAudioControl.h"
+#include "app/FolderRequest.h"
+#include "app/Problem.h"
 #include "app/RecorderState.h"
 #include "audio/HBPlayTask.h"
 #include "audio/HBRecordingTask.h"
@@ -82,11 +84,11 @@ public:
 
     // Why the last command could not be done, as a sentence. Empty when it could, and from the next command
     // on.
-    QString problem() const { return m_problem; }
+    QString problem() const { return m_problem.words; }
     // The same for scripts, which get it in English everywhere.
-    QString problemInEnglish() const { return m_problemInEnglish; }
+    QString problemInEnglish() const { return m_problem.inEnglish; }
     // The user is asked where recordings are to go, in a chooser that may be another program's.
-    bool isChoosingFolder() const { return m_isChoosingFolder; }
+    bool isChoosingFolder() const { return m_folderRequest.isOpen(); }
 
     bool canRecord() const { return m_state == RecorderStateIdle || m_state == RecorderStateRecordingPaused; }
     bool canPause() const { return m_state == RecorderStateRecording || m_state == RecorderStatePlaying; }
@@ -183,10 +185,7 @@ private:
     void recordWithAccess();
     void selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion);
     void startRecord(std::chrono::milliseconds patience);
-    void setProblem(const QString &problem, const QString &inEnglish);
-    void cannotRecord(const QString &reason);
-    void cannotPlay(const QString &file, const QString &reason);
-    void setChoosingFolder(bool choosing);
+    void setProblem(const Problem &problem);
 
     int m_state = RecorderStateIdle;
     std::shared_ptr<HBRecordingTask> m_recordingTask;
@@ -194,8 +193,7 @@ private:
     QString m_lengthOfRecording;
     QString m_currentDevice;
     bool m_hasHadDevice = false;
-    QString m_problem;
-    QString m_problemInEnglish;
-    bool m_isChoosingFolder = false;
+    Problem m_problem;
+    FolderRequest m_folderRequest;
     std::unique_ptr<HBPlayTask> m_playTask;
 };

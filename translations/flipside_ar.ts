@@ -35,14 +35,6 @@
 <context>
     <name>AppDelegate</name>
     <message>
-        <source>Cannot record: %1</source>
-        <translation>تعذر التسجيل: %1</translation>
-    </message>
-    <message>
-        <source>Cannot play %1: %2</source>
-        <translation>تعذر تشغيل %1: %2</translation>
-    </message>
-    <message>
         <source>Choose a folder for your recordings</source>
         <translation>اختر مجلدًا لتسجيلاتك</translation>
     </message>
@@ -398,6 +390,17 @@
     <message>
         <source>Preferences</source>
         <translation>التفضيلات</translation>
+    </message>
+</context>
+<context>
+    <name>Problem</name>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>تعذر التسجيل: %1</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>تعذر تشغيل %1: %2</translation>
     </message>
 </context>
 <context>

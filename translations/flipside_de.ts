@@ -35,14 +35,6 @@
 <context>
     <name>AppDelegate</name>
     <message>
-        <source>Cannot record: %1</source>
-        <translation>Aufnahme nicht möglich: %1</translation>
-    </message>
-    <message>
-        <source>Cannot play %1: %2</source>
-        <translation>Wiedergabe von %1 nicht möglich: %2</translation>
-    </message>
-    <message>
         <source>Choose a folder for your recordings</source>
         <translation>Ordner für Ihre Aufnahmen auswählen</translation>
     </message>
@@ -398,6 +390,17 @@
     <message>
         <source>Preferences</source>
         <translation>Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>Problem</name>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>Aufnahme nicht möglich: %1</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>Wiedergabe von %1 nicht möglich: %2</translation>
     </message>
 </context>
 <context>

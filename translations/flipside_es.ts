@@ -35,14 +35,6 @@
 <context>
     <name>AppDelegate</name>
     <message>
-        <source>Cannot record: %1</source>
-        <translation>No se puede grabar: %1</translation>
-    </message>
-    <message>
-        <source>Cannot play %1: %2</source>
-        <translation>No se puede reproducir %1: %2</translation>
-    </message>
-    <message>
         <source>Choose a folder for your recordings</source>
         <translation>Elija una carpeta para sus grabaciones</translation>
     </message>
@@ -398,6 +390,17 @@
     <message>
         <source>Preferences</source>
         <translation>Preferencias</translation>
+    </message>
+</context>
+<context>
+    <name>Problem</name>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>No se puede grabar: %1</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>No se puede reproducir %1: %2</translation>
     </message>
 </context>
 <context>

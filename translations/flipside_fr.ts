@@ -35,14 +35,6 @@
 <context>
     <name>AppDelegate</name>
     <message>
-        <source>Cannot record: %1</source>
-        <translation>Impossible d’enregistrer&#xa0;: %1</translation>
-    </message>
-    <message>
-        <source>Cannot play %1: %2</source>
-        <translation>Impossible de lire %1&#xa0;: %2</translation>
-    </message>
-    <message>
         <source>Choose a folder for your recordings</source>
         <translation>Choisissez un dossier pour vos enregistrements</translation>
     </message>
@@ -398,6 +390,17 @@
     <message>
         <source>Preferences</source>
         <translation>Préférences</translation>
+    </message>
+</context>
+<context>
+    <name>Problem</name>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>Impossible d’enregistrer&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>Impossible de lire %1&#xa0;: %2</translation>
     </message>
 </context>
 <context>

@@ -35,14 +35,6 @@
 <context>
     <name>AppDelegate</name>
     <message>
-        <source>Cannot record: %1</source>
-        <translation>无法录音：%1</translation>
-    </message>
-    <message>
-        <source>Cannot play %1: %2</source>
-        <translation>无法播放 %1：%2</translation>
-    </message>
-    <message>
         <source>Choose a folder for your recordings</source>
         <translation>选择存放录音的文件夹</translation>
     </message>
@@ -398,6 +390,17 @@
     <message>
         <source>Preferences</source>
         <translation>首选项</translation>
+    </message>
+</context>
+<context>
+    <name>Problem</name>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>无法录音：%1</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>无法播放 %1：%2</translation>
     </message>
 </context>
 <context>
