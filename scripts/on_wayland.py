@@ -1,12 +1,13 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Runs the real program natively on a headless Wayland compositor, turns its card over and back, and takes pictures:
+"""Runs the real program natively on a headless Wayland compositor: records, plays what was recorded, turns the card over
+to the preferences and back, and takes pictures of it all:
 
     on_wayland.py BINARY FOLDER sway|weston|kwin|mutter [SCALE]
 
-Says where the card is before, between and after, as far as the compositor shows it, and whether a second start gets the
-card to the front with the token of its launcher. What the program and the compositor say to each other is in the folder, too.
+Says where the card is in each picture, as far as the compositor shows it, and whether a second start gets the card to the
+front with the token of its launcher. What the program and the compositor say to each other is in the folder, too.
 """
 
 import contextlib
@@ -16,16 +17,22 @@ import re
 import shutil
 import subprocess
 import sys
+import tempfile
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "testbed"))
-from desktop import Desktop, Failure, wait_until  # noqa: E402
+from recorder import (  # noqa: E402
+    SAMPLES_PER_SECOND, Desktop, Failure, Recorder, SoundServer, StandIns, decoded, wait_until)
 
 SIZE = (1280, 900)
 SWAY = """output * resolution {width}x{height} scale {scale} bg #8496A6 solid_color
 default_border none
 default_floating_border none
 for_window [app_id=".*"] floating enable
+"""
+WESTON = """[shell]
+panel-position=none
+background-color=0xff8496a6
 """
 
 
@@ -73,10 +80,15 @@ class WaylandDesktop(Desktop):
         self._wait_for_socket(r"wayland-\d+")
 
     def _start_weston(self):
-        self.spawn(["weston", "--backend=headless-backend.so", "--use-pixman", f"--width={SIZE[0]}",
-                    f"--height={SIZE[1]}", f"--scale={int(self.output_scale)}", "--socket=wayland-flipside", "--debug",
-                    "--no-config"])
+        # Without a display it has no keyboard either, and the toolkit's text fields do not bear that.
+        self._start_display()
+        config = os.path.join(self.folder, "weston.ini")
+        with open(config, "w") as file:
+            file.write(WESTON)
+        self.spawn(["weston", "--backend=x11-backend.so", "--use-pixman", f"--width={SIZE[0]}", f"--height={SIZE[1]}",
+                    f"--scale={int(self.output_scale)}", "--socket=wayland-flipside", "--debug", "--config", config])
         self._wait_for_socket("wayland-flipside")
+        del self.env["DISPLAY"]
 
     def _start_kwin(self):
         # A copy has no capabilities, which a container does not let it have.
@@ -87,24 +99,24 @@ class WaylandDesktop(Desktop):
         self._wait_for_socket("wayland-flipside")
 
     def _start_mutter(self):
+        for server in ("pipewire", "wireplumber"):  # which its pictures come through
+            self.spawn([server])
         self.spawn(["mutter", "--wayland", "--headless", "--no-x11", "--virtual-monitor", "%dx%d" % SIZE,
                     "--wayland-display", "wayland-flipside"], {"WAYLAND_DISPLAY": ""})
         self._wait_for_socket("wayland-flipside")
 
     def picture(self, path):
-        """None where the compositor lets nobody see its screen."""
-        if self.name == "sway":
-            self.ask("grim", path)
-        elif self.name == "weston":
-            before = set(os.listdir(self.folder))
-            subprocess.run(["weston-screenshooter"], env=self.env, cwd=self.folder, check=True, capture_output=True)
-            new = wait_until(lambda: set(os.listdir(self.folder)) - before, "the picture")
-            shutil.move(os.path.join(self.folder, new.pop()), path)
-        elif self.name == "kwin":
-            self._picture_of_kwin(path)
-        else:
-            return None
+        getattr(self, "_picture_of_" + self.name)(path)
         return path
+
+    def _picture_of_sway(self, path):
+        self.ask("grim", path)
+
+    def _picture_of_weston(self, path):
+        before = set(os.listdir(self.folder))
+        subprocess.run(["weston-screenshooter"], env=self.env, cwd=self.folder, check=True, capture_output=True)
+        new = wait_until(lambda: set(os.listdir(self.folder)) - before, "the picture")
+        shutil.move(os.path.join(self.folder, new.pop()), path)
 
     def _picture_of_kwin(self, path):
         import dbus
@@ -118,28 +130,72 @@ class WaylandDesktop(Desktop):
         size = f"{int(answer['width'])}x{int(answer['height'])}"
         subprocess.run(["convert", "-size", size, "-depth", "8", "bgra:-", "-alpha", "off", path], input=pixels, check=True)
 
+    def _picture_of_mutter(self, path):
+        """One frame of its screen cast, which is a stream of PipeWire."""
+        import dbus
+        from dbus.mainloop.glib import DBusGMainLoop
+        from gi.repository import GLib
+        bus = dbus.bus.BusConnection(self.env["DBUS_SESSION_BUS_ADDRESS"], mainloop=DBusGMainLoop())
+        name, nothing = "org.gnome.Mutter.ScreenCast", dbus.Dictionary(signature="sv")
 
-class Session:
-    def __init__(self, desktop, binary, folder):
-        self.desktop, self.folder = desktop, folder
-        self.pictures = 0
-        user = "nobody" if desktop.name == "sway" else None
-        log = os.path.join(desktop.folder, "flipside.log")
-        desktop.env.update({"QT_LOGGING_RULES": "flipside.ui.debug=true", "PULSE_SERVER": "unix:/nonexistent"})
-        self.program = desktop.start([os.path.abspath(binary)], {"WAYLAND_DEBUG": "1", **({"USER": user} if user else {})})
-        self.log = log
+        def interface(path, kind=""):
+            return dbus.Interface(bus.get_object(name, path), name + kind)
+        session = interface(interface("/org/gnome/Mutter/ScreenCast").CreateSession(nothing), ".Session")
+        stream = interface(session.RecordMonitor("Meta-0", nothing), ".Stream")
+        nodes = []
+        stream.connect_to_signal("PipeWireStreamAdded", nodes.append)
+        session.Start()
+        wait_until(lambda: nodes or GLib.MainContext.default().iteration(False) and nodes, "the screen cast's stream")
+        self.ask("gst-launch-1.0", "-q", "pipewiresrc", f"path={nodes[0]}", "num-buffers=1", "!", "videoconvert", "!",
+                 "pngenc", "!", "filesink", f"location={path}")
+        session.Stop()
+
+
+class Session(Recorder):
+    """The program, used through the accessibility bus alone: nobody moves the pointer of a headless compositor."""
+
+    def __init__(self, desktop, sound, binary, folder):
+        self.pictures, self.output = 0, folder
+        super().__init__(desktop, sound, tempfile.mkdtemp(dir=desktop.folder), os.path.abspath(binary), {
+            "WAYLAND_DEBUG": "1", "QT_LOGGING_RULES": "flipside.ui.debug=true",
+            **({"USER": "nobody"} if desktop.name == "sway" else {})})
+
+    def described(self):
+        return f"the card reads {[label.text for label in self.program.find_all('label') if label.text]}"
 
     def take(self, what):
         self.pictures += 1
-        path = os.path.join(self.folder, f"{self.desktop.name}-{self.desktop.output_scale}-{self.pictures}-{what}.png")
-        return self.desktop.picture(path)
+        name = f"{self.desktop.name}-{self.desktop.output_scale:g}x-{self.pictures}-{what}.png"
+        return self.desktop.picture(os.path.join(self.output, name))
+
+    def choose_folder(self, folder):
+        field = self.wait_for("text", "Directory:")
+        self.take("chooser")
+        field.node.queryEditableText().setTextContents(folder)
+        self.press("Choose")
+        self.program.wait_gone("text", "Directory:")
+
+    def record_and_play(self):
+        self.press("Record")
+        self.choose_folder(self.folder)
+        self.wait_status("Recording from .*")
+        self.wait_elapsed(3)
+        self.take("recording")
+        self.press("Stop")
+        self.wait_status("Ready")
+        seconds = len(decoded(self.output_file)) / SAMPLES_PER_SECOND
+        print(f"  recorded {seconds:.1f} s", flush=True)
+        self.press("Play")
+        self.wait_status("Playing .*")
+        self.take("playing")
+        self.wait_status("Ready")
 
     def flip(self, button, back):
         flips = self.program.log().count("Flip ends")
-        self.program.wait_for("button", button).press()
+        self.press(button)
         time.sleep(0.55)
         self.take(f"{button}-turning")
-        self.program.wait_for("button", back)
+        self.wait_for("button", back)
         with contextlib.suppress(Failure):
             wait_until(lambda: self.program.log().count("Flip ends") > flips, "the end of the flip", 5)
         time.sleep(0.5)
@@ -161,7 +217,7 @@ class Session:
 
 def card_place(path):
     """Where the card is on the picture."""
-    answer = subprocess.run(["convert", path, "-fuzz", "12%", "-fill", "white", "-opaque", "#343a40", "-fill", "white",
+    answer = subprocess.run(["convert", path, "-fuzz", "4%", "-fill", "white", "-opaque", "#343a40", "-fill", "white",
                              "-opaque", "#25292d", "-threshold", "99%", "-trim", "info:"], capture_output=True, text=True)
     return answer.stdout.split()[2:4]
 
@@ -169,20 +225,23 @@ def card_place(path):
 def main():
     binary, folder, name, *scale = sys.argv[1:]
     os.makedirs(folder, exist_ok=True)
-    with WaylandDesktop(name, float(scale[0]) if scale else 1) as desktop:
-        session = Session(desktop, binary, folder)
+    with WaylandDesktop(name, float(scale[0]) if scale else 1) as desktop, contextlib.ExitStack() as stack:
+        StandIns(desktop)
+        sound = SoundServer(signal="music")
+        stack.callback(sound.end)
+        session = Session(desktop, sound, binary, folder)
         try:
-            session.program.wait_for("button", "Preferences")
             time.sleep(1)
-            paths = [session.take("rest"), session.flip("Preferences", "Done"), session.flip("Done", "Preferences")]
+            paths = [session.take("rest")]
+            session.record_and_play()
+            paths += [session.take("played"), session.flip("Preferences", "Done"), session.flip("Done", "Preferences")]
             session.second_start()
-            if code := session.program.end():
+            if code := session.end():
                 raise Failure(f"the program ended with {code}")
-            print(f"  {name}: the card is at {[card_place(path) for path in paths if path]}")
-            if all(paths):
-                answer = subprocess.run(["compare", "-metric", "AE", "-fuzz", "6%", paths[0], paths[2], "null:"],
-                                        capture_output=True, text=True)
-                print(f"  {answer.stderr} pixels differ after the way there and back")
+            print(f"  {name}: the card is at {[card_place(path) for path in paths]}")
+            answer = subprocess.run(["compare", "-metric", "AE", "-fuzz", "6%", paths[1], paths[3], "null:"],
+                                    capture_output=True, text=True)
+            print(f"  {answer.stderr} pixels differ after the way there and back")
         finally:
             shutil.copy(session.program.log_path, os.path.join(folder, f"{name}.log"))
 
