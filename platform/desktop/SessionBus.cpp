@@ -100,6 +100,8 @@ void SessionBus::lookForIt()
         inquiry->ask(connects, busAnswersWithin, LateAnswer::Adopted, [this](const auto &connection) {
             if (connection)
                 found(*connection);
+            else if (!inquiry->isPending()) // no thread could be had
+                lookForIt();
         });
     });
 }
