@@ -9,11 +9,11 @@
 #include <array>
 #include <atomic>
 
-// Peaks of what passes by, handed from the capture thread to whoever shows them. Neither side waits or
+// Peaks of what passes by, handed from the sound thread to whoever shows them. Neither side waits or
 // allocates.
 class PeakMeter {
 public:
-    // Capture thread only.
+    // Sound thread only.
     void measure(const void *frames, std::size_t frameCount, const sound::SampleSpec &spec);
     // Any other thread. Resets what it takes.
     KTAudioLevels take();
