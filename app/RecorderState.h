@@ -18,6 +18,7 @@
 //     Playing         -> Idle:            Stop
 //     PlayingPaused   -> Idle:            Stop
 //     any             -> Idle:            playback has ended
+//     any             -> Recording:       the folder has been chosen that Record asked for while it was Idle
 //
 // Any other command changes nothing and leaves one line in the log.
 enum RecorderState : std::int32_t {
