@@ -8,8 +8,8 @@
 
 namespace {
 
-// With the sign bit cleared, the bits of a real sort like the real itself, with infinity and NaN at the end.
-// As integers, they let the compiler test several samples at a time.
+// With the sign bit cleared, the bits of a floating-point number sort like the number itself, with infinity
+// and NaN at the end. As integers, they let the compiler test several samples at a time.
 template <typename Bits, typename Sample> bool areWithin(const Sample *samples, qsizetype count, Sample limit)
 {
     constexpr Bits magnitude = ~Bits(0) >> 1;

@@ -327,7 +327,7 @@ void FileWriter::letGo(std::unique_lock<std::mutex> &lock)
     lock.lock();
 }
 
-// Until now it was seen with every write whether the disk is silent.
+// Until now every write showed whether the disk is silent.
 void FileWriter::watchOverRest()
 {
     std::unique_lock lock(m_mutex);

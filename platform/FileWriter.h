@@ -40,12 +40,12 @@ private:
 //
 // write() returns when the bytes are in the file, as long as the disk keeps step; when it does not, they wait
 // in memory, up to 256 MiB, and everything that waits is handed over in one call. From half of that on, more
-// than a second of sound in a second has to wait itself. What fits no more is lost
-// whole call by call, the newest first, so that what is in the file stays a valid stream. Errors are taken as
-// passing: every write is tried again, at first after 100 ms, then every second, from the offset up to which
-// the file is complete. A file that is gone is looked for, too. Bytes count as written when the system has
-// taken them; they are not waited for any further (a kill loses none of them, a power cut may). A
-// second after the last write it is looked once more whether the file is still there.
+// than a second of sound in a second has to wait itself. What no longer fits is lost, a whole call at a time,
+// the newest first, so that what is in the file stays a valid stream. Errors are taken as passing: every
+// write is tried again, at first after 100 ms, then every second, from the offset up to which the file is
+// complete. A file that is gone is looked for, too. Bytes count as written when the system has taken them;
+// they are not waited for any further (a kill loses none of them, a power cut may). A second after the last
+// write the thread checks once more that the file is still there.
 //
 // The thread lives from open() to release() or close(), and beyond that until everything is in the file. The
 // descriptor stays open until close(). What waits when the process exits is given three seconds, together

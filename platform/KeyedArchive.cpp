@@ -95,8 +95,8 @@ plist_t referredObject(plist_t objects, plist_t reference)
     return exists ? plist_array_get_item(objects, quint32(*index)) : nullptr;
 }
 
-// libplist reads the reals of an XML list with strtod(), which takes the decimal point from the user's
-// locale.
+// libplist reads the floating-point numbers of an XML list with strtod(), which takes the decimal point from
+// the user's locale.
 class PlainNumbers {
 public:
     PlainNumbers()
@@ -239,7 +239,8 @@ qint64 KeyedDecoder::decodeInteger(const char *key) const
 double KeyedDecoder::decodeDouble(const char *key) const
 {
     plist_t value = plist_dict_get_item(m_object, key);
-    // Some tools write a real without a fraction as a whole number; nothing is lost by taking it.
+    // Some tools write a floating-point number without a fraction as a whole number; nothing is lost by
+    // taking it.
     if (isOfType(value, PLIST_UINT))
         return double(decodeInteger(key));
     return realValue(value).value_or(0.0);

@@ -12,7 +12,7 @@ namespace platform {
 
 // Keyed archives of one object whose values are plain numbers: a property list with the keys $archiver,
 // $version, $top and $objects, in which objects refer to each other by their index in $objects. A value keeps
-// its type: whole numbers, reals and booleans are told apart.
+// its type: whole numbers, floating-point numbers and booleans are told apart.
 
 struct PropertyListDeleter {
     void operator()(void *node) const;

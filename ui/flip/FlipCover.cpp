@@ -19,7 +19,7 @@ constexpr auto coverTime = 80ms;
 constexpr auto coverDeadline = 500ms;
 constexpr auto lookInterval = 8ms;
 constexpr auto quietTime = 24ms;
-// Where the mark is on the card: so many pixels below the middle of its upper edge.
+// Where the mark is on the card: this many pixels below the middle of its upper edge.
 constexpr int markDepth = 6;
 
 } // namespace
