@@ -83,8 +83,8 @@ public:
     mutable std::mutex m_missingMutex; // guards what follows, up to the state
     bool m_isAway = false;
     bool m_isPaused = false;
-    std::chrono::steady_clock::duration m_awayTime{};
-    std::optional<std::chrono::steady_clock::time_point> m_awaySince; // while that time counts
+    std::chrono::nanoseconds m_awayTime{};
+    std::optional<std::chrono::nanoseconds> m_awaySince; // by the boot clock; while that time counts
     std::uint64_t m_missingBytes = 0;
     std::size_t m_longestHole = 0;
     KTAudioMissingCause m_missingCause = KTAudioMissingCause::None;
@@ -268,7 +268,7 @@ void KTAudioRecorder::Private::setPaused(bool paused)
 // Under the mutex. Adds the time since the last call, if that was to count.
 void KTAudioRecorder::Private::countAway()
 {
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = sound::Moment::now().boot; // it may sleep meanwhile
     if (m_awaySince)
         m_awayTime += now - *m_awaySince;
     m_awaySince = m_isAway && !m_isPaused ? std::optional(now) : std::nullopt;
