@@ -229,7 +229,7 @@
     </message>
     <message>
         <source>Waiting for the disk of %1</source>
-        <translation>في انتظار قرص %1</translation>
+        <translation>في انتظار قرص ⁨%1⁩</translation>
     </message>
     <message>
         <source>%1 %2</source>
@@ -396,11 +396,11 @@
     <name>Problem</name>
     <message>
         <source>Cannot record: %1</source>
-        <translation>تعذر التسجيل: %1</translation>
+        <translation>تعذر التسجيل: ⁨%1⁩</translation>
     </message>
     <message>
         <source>Cannot play %1: %2</source>
-        <translation>تعذر تشغيل %1: %2</translation>
+        <translation>تعذر تشغيل ⁨%1⁩: ⁨%2⁩</translation>
     </message>
 </context>
 <context>
@@ -490,7 +490,7 @@
     </message>
     <message>
         <source>there is no sound server: %1</source>
-        <translation>لا يوجد خادم صوت: %1</translation>
+        <translation>لا يوجد خادم صوت: ⁨%1⁩</translation>
     </message>
     <message>
         <source>the sound server makes no progress</source>
@@ -498,15 +498,15 @@
     </message>
     <message>
         <source>the stream cannot be made: %1</source>
-        <translation>يتعذر إنشاء تدفق الصوت: %1</translation>
+        <translation>يتعذر إنشاء تدفق الصوت: ⁨%1⁩</translation>
     </message>
     <message>
         <source>the stream cannot be connected: %1</source>
-        <translation>يتعذر وصل تدفق الصوت: %1</translation>
+        <translation>يتعذر وصل تدفق الصوت: ⁨%1⁩</translation>
     </message>
     <message>
         <source>the sound server says: %1</source>
-        <translation>خادم الصوت يقول: %1</translation>
+        <translation>خادم الصوت يقول: ⁨%1⁩</translation>
     </message>
     <message>
         <source>the disk is full</source>
@@ -638,23 +638,23 @@ music needs most, speech and silence less.</source>
     </message>
     <message>
         <source>%1 was away</source>
-        <translation>كان %1 غير متصل</translation>
+        <translation>كان ⁨%1⁩ غير متصل</translation>
     </message>
     <message>
         <source>Recording from %1</source>
-        <translation>التسجيل من %1</translation>
+        <translation>التسجيل من ⁨%1⁩</translation>
     </message>
     <message>
         <source>Paused, recording from %1</source>
-        <translation>متوقف مؤقتًا، التسجيل من %1</translation>
+        <translation>متوقف مؤقتًا، التسجيل من ⁨%1⁩</translation>
     </message>
     <message>
         <source>Playing %1</source>
-        <translation>تشغيل %1</translation>
+        <translation>تشغيل ⁨%1⁩</translation>
     </message>
     <message>
         <source>Paused, playing %1</source>
-        <translation>متوقف مؤقتًا، تشغيل %1</translation>
+        <translation>متوقف مؤقتًا، تشغيل ⁨%1⁩</translation>
     </message>
     <message>
         <source>No input device</source>
@@ -662,7 +662,7 @@ music needs most, speech and silence less.</source>
     </message>
     <message>
         <source>Input device is now %1</source>
-        <translation>جهاز الإدخال الآن هو %1</translation>
+        <translation>جهاز الإدخال الآن هو ⁨%1⁩</translation>
     </message>
     <message>
         <source>Ready</source>
@@ -754,7 +754,7 @@ music needs most, speech and silence less.</source>
     </message>
     <message>
         <source>No sound is arriving from %1</source>
-        <translation>لا يصل صوت من %1</translation>
+        <translation>لا يصل صوت من ⁨%1⁩</translation>
     </message>
     <message>
         <source>The file cannot be written</source>
@@ -762,7 +762,7 @@ music needs most, speech and silence less.</source>
     </message>
     <message>
         <source>%1 is muted</source>
-        <translation>%1 مكتوم</translation>
+        <translation>⁨%1⁩ مكتوم</translation>
     </message>
     <message>
         <source>The disk is nearly full: %1 left</source>
@@ -770,7 +770,7 @@ music needs most, speech and silence less.</source>
     </message>
     <message>
         <source>Only silence from %1</source>
-        <translation>صمت فقط من %1</translation>
+        <translation>صمت فقط من ⁨%1⁩</translation>
     </message>
     <message>
         <source>%1 are missing: %2</source>
@@ -785,19 +785,19 @@ music needs most, speech and silence less.</source>
     <name>WindowTitle</name>
     <message>
         <source>Recording %1 - %2</source>
-        <translation>تسجيل %1 - %2</translation>
+        <translation>تسجيل ⁨%1⁩ - ⁨%2⁩</translation>
     </message>
     <message>
         <source>Paused %1 - %2</source>
-        <translation>متوقف مؤقتًا %1 - %2</translation>
+        <translation>متوقف مؤقتًا ⁨%1⁩ - ⁨%2⁩</translation>
     </message>
     <message>
         <source>Playing - %1</source>
-        <translation>تشغيل - %1</translation>
+        <translation>تشغيل - ⁨%1⁩</translation>
     </message>
     <message>
         <source>Playback paused - %1</source>
-        <translation>التشغيل متوقف مؤقتًا - %1</translation>
+        <translation>التشغيل متوقف مؤقتًا - ⁨%1⁩</translation>
     </message>
 </context>
 <context>

@@ -129,7 +129,10 @@ void scaleLayout(QLayout *layout)
 {
     if (!layout)
         return;
-    const QMargins margins = layout->contentsMargins();
+    QMargins margins = layout->contentsMargins();
+    // The toolkit mirrors what is in a layout, but not what is around it.
+    if (QGuiApplication::isRightToLeft())
+        margins = {margins.right(), margins.top(), margins.left(), margins.bottom()};
     layout->setContentsMargins(
         scaled(margins.left()), scaled(margins.top()), scaled(margins.right()), scaled(margins.bottom()));
     if (auto *grid = qobject_cast<QGridLayout *>(layout)) {

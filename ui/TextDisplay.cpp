@@ -14,7 +14,9 @@ bool reordersText(QChar character)
     const char16_t code = character.unicode();
     const bool mark = code == 0x200e || code == 0x200f || code == 0x061c;
     const bool embedding = code >= 0x202a && code <= 0x202e;
-    const bool isolate = code >= 0x2066 && code <= 0x2069;
+    // The other two of the isolates do no harm: a translation sets a name apart with them, whose direction is
+    // its own.
+    const bool isolate = code == 0x2066 || code == 0x2067;
     return mark || embedding || isolate;
 }
 

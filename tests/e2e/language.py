@@ -17,7 +17,7 @@ class Language(CardTest):
         left = [control.node.queryComponent().getExtents(0).x for control in (record, card.find("button", "التفضيلات"))]
         self.assertLess(*left)  # mirrored
         self.assertEqual(self.flipside("--record"), (0, "", ""))
-        self.assertEqual(card.find("label", "الحالة").text, "التسجيل من " + MICROPHONE)
+        self.assertEqual(card.find("label", "الحالة").text, f"التسجيل من \u2068{MICROPHONE}\u2069")
         state, _, device, file = self.flipside("--status")[1].strip().split("\t")
         self.assertEqual((state, device), ("recording", MICROPHONE))
         self.assertTrue(re.fullmatch(r"[\d-]{10} \d\dh\d\dm\d\ds\.mp3", os.path.basename(file)), file)
