@@ -26,7 +26,6 @@
 #include <QIcon>
 #include <QShortcut>
 #include <QTimer>
-#include <clocale>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -134,8 +133,6 @@ int main(int argc, char **argv)
 
     platform::raiseOpenFileLimit();
     platform::preferNativePlatform();
-    // Where the desktop names a locale that is not installed, the toolkit keeps this one without a word.
-    std::setlocale(LC_ALL, "C.UTF-8");
     QApplication application(argc, argv);
     nameApplication();
     platform::speakLanguageOfDesktop();
