@@ -47,7 +47,7 @@ bool install(const QLocale &language, const QString &catalogue, const QString &f
     return false;
 }
 
-bool isThere(const QString &name)
+bool hasCatalogue(const QString &name)
 {
     return QFile::exists(u"%1/flipside_%2.qm"_s.arg(folder(), name));
 }
@@ -71,7 +71,7 @@ void speakLanguageOfDesktop()
                 QGuiApplication::setLayoutDirection(Qt::RightToLeft);
             return;
         }
-        if (isThere(language.name()) || isThere(language.name().section(u'_', 0, 0))) {
+        if (hasCatalogue(language.name()) || hasCatalogue(language.name().section(u'_', 0, 0))) {
             qCWarning(lcPlatform, "The translation into %s cannot be read.", qPrintable(name));
             return;
         }
