@@ -143,16 +143,19 @@ void FileWriter::refuse(std::unique_lock<std::mutex> &lock, int error)
     m_progress.notify_all();
 }
 
-// Sleeps until there is something to write, to look for the file, or until the take is over: false when
-// nothing more is going to come.
+// Sleeps until there is something to write, or for a while after the last write: false when nothing more is
+// going to come.
 bool FileWriter::hasWork(std::unique_lock<std::mutex> &lock)
 {
-    m_wake.wait_for(lock, lookEvery, [this] { return !m_ring.isEmpty() || m_isReleased; });
-    return !m_ring.isEmpty() || !m_isSeen || !m_isReleased;
+    const auto isCalled = [this] { return !m_ring.isEmpty() || m_isReleased; };
+    if (m_isSeen)
+        m_wake.wait(lock, isCalled);
+    else
+        m_wake.wait_for(lock, lookEvery, isCalled);
+    return !m_ring.isEmpty() || !m_isSeen;
 }
 
-// Also while a paused take writes nothing, and a last time when it is over. Not later: whoever removes a
-// recording then wants it so.
+// Once after the last write, and not later: whoever removes a recording then wants it so.
 void FileWriter::lookForFile(std::unique_lock<std::mutex> &lock)
 {
     lock.unlock();
@@ -315,8 +318,7 @@ void FileWriter::release()
 
 void FileWriter::letGo(std::unique_lock<std::mutex> &lock)
 {
-    if (!std::exchange(m_isReleased, true))
-        m_isSeen = false;
+    m_isReleased = true;
     m_wake.notify_one();
     if (m_ring.isEmpty())
         return;

@@ -113,6 +113,7 @@ void CaptureQueue::addSilence(std::size_t bytes)
     }
     m_incoming.silences.back().bytes += bytes;
     m_silenceLeft += bytes;
+    m_resting = false; // a little sound behind it is let go in time
     m_changed.notify_one();
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "KTAudioControl/KTAudioRecorder.h"
+#include "audio/KTAudioControl/CaptureClock.h"
 #include "audio/KTAudioControl/CaptureQueue.h"
 #include "audio/KTAudioControl/InputDevices.h"
 #include "audio/KTAudioControl/PCMFormat.h"
@@ -268,7 +269,7 @@ void KTAudioRecorder::Private::setPaused(bool paused)
 // Under the mutex. Adds the time since the last call, if that was to count.
 void KTAudioRecorder::Private::countAway()
 {
-    const auto now = sound::Moment::now().boot; // it may sleep meanwhile
+    const auto now = Moment::now().boot; // it may sleep meanwhile
     if (m_awaySince)
         m_awayTime += now - *m_awaySince;
     m_awaySince = m_isAway && !m_isPaused ? std::optional(now) : std::nullopt;

@@ -345,11 +345,11 @@ void PulseCaptureStream::OnLoop::flushed()
     m_flush.reset();
     m_deliver = !m_paused;
     m_clock.read(Moment::now(), 0);
-    const bool stoodStill = m_deliver && m_clock.sawServerStall();
-    if (!stoodStill)
+    const bool isMissed = m_deliver && m_clock.wasInterrupted();
+    if (!isMissed)
         m_clock.restart();
-    if (stoodStill || !m_backlog.knowsInside())
-        connection().start(m_askLater, stoodStill ? catchUp : settled);
+    if (isMissed || !m_backlog.knowsInside())
+        connection().start(m_askLater, isMissed ? catchUp : settled);
 }
 
 PulseCaptureStream::PulseCaptureStream(std::shared_ptr<PulseConnection> connection, const QString &sourceKey,
