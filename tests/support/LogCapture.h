@@ -13,34 +13,37 @@ class LogCapture {
 public:
     LogCapture()
     {
+        QMutexLocker beginning(&s_mutex);
         Q_ASSERT(!s_current);
         s_current = this;
         m_previous
             = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &message) {
-                  QMutexLocker lock(&s_current->m_mutex);
-                  s_current->m_lines.append(message);
+                  QMutexLocker lock(&s_mutex);
+                  if (s_current)
+                      s_current->m_lines.append(message);
               });
     }
     ~LogCapture()
     {
         qInstallMessageHandler(m_previous);
+        QMutexLocker lock(&s_mutex); // a thread may be in the middle of a line
         s_current = nullptr;
     }
 
     QStringList lines() const
     {
-        QMutexLocker lock(&m_mutex);
+        QMutexLocker lock(&s_mutex);
         return m_lines;
     }
     void clear()
     {
-        QMutexLocker lock(&m_mutex);
+        QMutexLocker lock(&s_mutex);
         m_lines.clear();
     }
 
 private:
     static inline LogCapture *s_current = nullptr;
-    mutable QMutex m_mutex;
+    static inline QMutex s_mutex;
     QStringList m_lines;
     QtMessageHandler m_previous;
 };
