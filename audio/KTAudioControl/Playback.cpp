@@ -207,8 +207,12 @@ std::int64_t Playback::packetsBefore(std::int64_t bytes) const
 
 void Playback::playbackEnded(sound::PlaybackEnd end, const QString &problem)
 {
-    post([heard = end == sound::PlaybackEnd::Heard, problem](
-             Playback &playback) { playback.end(heard ? playback.m_problem : problem); });
+    post([heard = end == sound::PlaybackEnd::Heard, problem](Playback &playback) {
+        std::unique_lock lock(playback.m_mutex);
+        const QString reason = heard ? playback.m_problem : problem;
+        lock.unlock();
+        playback.end(reason);
+    });
 }
 
 // A playback that was stopped in the meantime reports nothing.
