@@ -175,14 +175,12 @@ bool AppDelegate::canPlay() const
 
 bool AppDelegate::canShowPreferences() const
 {
-    return m_state == RecorderStateIdle || m_state == RecorderStatePlaying
-        || m_state == RecorderStatePlayingPaused;
+    return m_state == RecorderStateIdle || isPlaying(m_state);
 }
 
 bool AppDelegate::visibleShowInFinder() const
 {
-    return m_state != RecorderStateRecording && m_state != RecorderStateRecordingPaused
-        && !m_currentOutputURL.isEmpty();
+    return !isRecording(m_state) && !m_currentOutputURL.isEmpty();
 }
 
 // Record
@@ -284,10 +282,10 @@ void AppDelegate::pauseAction(QObject *)
 void AppDelegate::stopAction(QObject *)
 {
     setProblem({});
-    if (m_state == RecorderStatePlaying || m_state == RecorderStatePlayingPaused) {
+    if (isPlaying(m_state)) {
         playTask()->stop();
         setState(RecorderStateIdle);
-    } else if (m_state == RecorderStateRecording || m_state == RecorderStateRecordingPaused) {
+    } else if (isRecording(m_state)) {
         if (m_recordingTask)
             m_recordingTask->stopRecord();
         setState(RecorderStateIdle);
