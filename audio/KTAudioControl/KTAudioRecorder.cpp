@@ -209,6 +209,7 @@ void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
 
 void KTAudioRecorder::Private::captureHole(std::size_t bytes, KTAudioMissingCause cause)
 {
+    m_soundThread.assertSameThread();
     qCWarning(lcAudio, "%lld ms of sound from %s are lost and silent: %s.", timeOf(bytes),
         qUtf8Printable(m_sourceKey), inWords(cause));
     countMissing(bytes, cause);
@@ -231,12 +232,14 @@ void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
 
 void KTAudioRecorder::Private::captureLost()
 {
+    m_soundThread.assertSameThread();
     setAway(true);
     qCWarning(lcAudio, "The input device %s has gone away.", qUtf8Printable(m_sourceKey));
 }
 
 void KTAudioRecorder::Private::captureBack()
 {
+    m_soundThread.assertSameThread();
     setAway(false);
     qCInfo(lcAudio, "The input device %s is back.", qUtf8Printable(m_sourceKey));
 }

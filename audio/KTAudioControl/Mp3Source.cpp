@@ -58,6 +58,7 @@ Mp3Source::~Mp3Source() = default;
 
 bool Mp3Source::open(const QString &path)
 {
+    const platform::OverlapCheck::Call call(m_calls);
     return openRegularFile(path) && configure() && readFormat();
 }
 
@@ -118,6 +119,7 @@ bool Mp3Source::readFormat()
 
 std::span<const std::byte> Mp3Source::nextPacket()
 {
+    const platform::OverlapCheck::Call call(m_calls);
     int code = MPG123_OK;
     while (code == MPG123_OK || code == MPG123_NEW_FORMAT) {
         off_t number = 0;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "KTAudioControl/AudioStreamBasicDescription.h"
+#include "platform/ThreadCheck.h"
 
 #include <QString>
 #include <cstddef>
@@ -49,6 +50,7 @@ private:
     bool readFormat();
     bool fail(int code);
 
+    platform::OverlapCheck m_calls;
     // The handle reads from the file and goes first.
     std::unique_ptr<std::FILE, FileCloser> m_file;
     std::unique_ptr<mpg123_handle_struct, HandleDeleter> m_handle;

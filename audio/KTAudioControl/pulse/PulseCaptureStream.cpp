@@ -204,6 +204,7 @@ void PulseCaptureStream::OnLoop::devicesListed()
 
 void PulseCaptureStream::OnLoop::readAvailable()
 {
+    connection().loop().assertOnLoop();
     const void *data = nullptr;
     std::size_t bytes = 0;
     qint64 frames = 0;
@@ -264,6 +265,7 @@ bool PulseCaptureStream::OnLoop::judge(const Moment &upTo, qint64 waiting)
 
 void PulseCaptureStream::OnLoop::pause(std::shared_ptr<Answer> paused, const Moment &pressed)
 {
+    connection().loop().assertOnLoop();
     m_paused = true;
     // A server that does not go on has captured nothing since it was told to.
     if (m_flush) {
@@ -326,6 +328,7 @@ void PulseCaptureStream::OnLoop::cutNow()
 // again only after that.
 void PulseCaptureStream::OnLoop::resume(const Moment &pressed)
 {
+    connection().loop().assertOnLoop();
     cutNow();
     m_paused = false;
     m_feed.speak();
