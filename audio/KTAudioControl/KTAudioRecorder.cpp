@@ -353,12 +353,6 @@ KTAudioMissing KTAudioRecorder::missing() const
     return {std::chrono::milliseconds(d->m_missingBytes * 1000 / bytesPerSecond), d->m_missingCause};
 }
 
-bool KTAudioRecorder::isAway() const
-{
-    const std::scoped_lock lock(d->m_missingMutex);
-    return d->m_isAway;
-}
-
 std::chrono::milliseconds KTAudioRecorder::away() const
 {
     const std::scoped_lock lock(d->m_missingMutex);

@@ -206,7 +206,6 @@ TEST_F(KTAudioRecorderTest, CountsForHowLongItsDeviceWasAway)
     };
     ASSERT_TRUE(recorder->startRecordWithFormat(stereo16));
     sound->loseCapture();
-    EXPECT_TRUE(recorder->isAway());
     pass(30ms);
     recorder->pauseRecord();
     const auto beforePause = recorder->away();
@@ -216,7 +215,6 @@ TEST_F(KTAudioRecorderTest, CountsForHowLongItsDeviceWasAway)
     recorder->resumeRecord();
     pass(30ms);
     sound->bringCaptureBack();
-    EXPECT_FALSE(recorder->isAway());
     const auto whenBack = recorder->away();
     EXPECT_GE(whenBack, beforePause + 30ms);
     pass(30ms);

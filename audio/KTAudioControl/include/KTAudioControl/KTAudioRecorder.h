@@ -70,10 +70,8 @@ public:
 
     // What is lost since the last start. Any thread.
     KTAudioMissing missing() const;
-    // Whether the device or the server has gone and is waited for. Any thread.
-    bool isAway() const;
-    // For how long it was away since the last start, pauses left out. Nothing stands in the place of that
-    // sound. Any thread.
+    // For how long the device or the server was gone and waited for since the last start, pauses left out.
+    // Nothing stands in the place of that sound. Any thread.
     std::chrono::milliseconds away() const;
     // Whether something that was captured still waits for the delegate, whatever the state.
     bool isDelivering() const;
