@@ -82,7 +82,6 @@ void IconButton::setLit(bool lit)
         return;
     m_lit = lit;
     update();
-    Q_EMIT litChanged();
 }
 
 void IconButton::setDiameter(int diameter)

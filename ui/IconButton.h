@@ -12,7 +12,6 @@ class IconButton : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(Icon shape READ shape WRITE setShape NOTIFY shapeChanged)
     Q_PROPERTY(Look look READ look WRITE setLook NOTIFY lookChanged)
-    Q_PROPERTY(bool lit READ isLit WRITE setLit NOTIFY litChanged)
     Q_PROPERTY(int diameter READ diameter WRITE setDiameter NOTIFY diameterChanged)
 
 public:
@@ -37,7 +36,6 @@ public:
     void setLook(Look look);
     // Shows that what the button started is still going on: with a ring around the disc, so that the shape
     // alone tells, and in full colour even while the button is disabled.
-    bool isLit() const { return m_lit; }
     void setLit(bool lit);
     // In points of the card.
     int diameter() const { return m_diameter; }
@@ -48,7 +46,6 @@ public:
 Q_SIGNALS:
     void shapeChanged();
     void lookChanged();
-    void litChanged();
     void diameterChanged();
 
 protected:

@@ -38,7 +38,6 @@ void TimeLabel::setLive(bool live)
         return;
     m_live = live;
     update();
-    Q_EMIT liveChanged();
 }
 
 void TimeLabel::changeEvent(QEvent *event)

@@ -9,13 +9,11 @@
 // that no digit moves when another changes; a text that grows too long for its place is drawn smaller.
 class TimeLabel : public QLabel {
     Q_OBJECT
-    Q_PROPERTY(bool live READ isLive WRITE setLive NOTIFY liveChanged)
 
 public:
     explicit TimeLabel(QWidget *parent = nullptr);
 
     // Whether the time runs: bright digits, else the grey of labels.
-    bool isLive() const { return m_live; }
     void setLive(bool live);
 
     QSize sizeHint() const override;
@@ -24,9 +22,6 @@ public:
     // The distance from the start of the text to each character's cell and to the end, in the label's font.
     // Public for the tests.
     QList<double> cellEdges() const;
-
-Q_SIGNALS:
-    void liveChanged();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

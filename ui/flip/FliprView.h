@@ -26,13 +26,6 @@ class FliprView : public QWidget, public FliprAnimationDelegate {
     Q_OBJECT
 
 public:
-    struct Statistics {
-        int frames = 0;
-        int droppedFrames = 0;
-        double seconds = 0;
-        float longestFrameTime = 0;
-    };
-
     // `originalRect` is the part of the frame that stands for the turning window; y upwards, as in
     // FlipGeometry.
     FliprView(const QRect &frame, const QRectF &originalRect, QWidget *parent = nullptr);
@@ -52,8 +45,6 @@ public:
     // Seconds that the last frame took to draw.
     float frameTime() const { return m_frameTime; }
     FliprAnimation *animation() const { return m_animation.get(); }
-    // Of the flip that ended last.
-    Statistics statistics() const { return m_statistics; }
 
 Q_SIGNALS:
     void flipEnded();
@@ -62,6 +53,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    struct Statistics {
+        int frames = 0;
+        int droppedFrames = 0;
+        double seconds = 0;
+        float longestFrameTime = 0;
+    };
     enum class Phase {
         Idle,
         // The flipping window comes up over the stage, empty.
@@ -106,5 +103,5 @@ private:
     Phase m_phase = Phase::Idle;
     QTimer m_phaseTimer;
     QElapsedTimer m_turnTime;
-    Statistics m_statistics;
+    Statistics m_statistics; // of the flip that runs or ended last
 };
