@@ -31,6 +31,10 @@ VBR = {"encoderTarget": 1}
 """Settings of the encoder: 40 kB a second, which programs have here unless a case says otherwise, and the defaults."""
 BUS = 0.1
 """Seconds that the accessibility bus takes to press a button: it shows it pressed first."""
+WAITING_BUTTONS = ("Record", "Pause", "Stop")
+"""What they do may wait for the disk or the sound server."""
+ACTING = 1.5
+"""Seconds after the press of one within which the program has done it, or has given up."""
 STARTING = 0.2
 """Seconds from Record to the first sound: no program hears what was said before it listened."""
 QUEUED = 0.3
@@ -101,14 +105,19 @@ class Watch:
         self.process.wait(10)
         self.thread.join(10)
 
-    def longest(self, frozen=(), until=float("inf")):
-        """Seconds without an answer, less those in which the process was stopped or had no processor."""
-        worst = 0.0
+    def longest(self, frozen=(), until=float("inf"), pressed=()):
+        """Seconds without an answer, less those in which the process was stopped or had no processor: in the moment after a
+        button that may wait for disk or server was pressed, and at any other time."""
+        waiting = other = 0.0
         for begin, end, waited in self.silences:
             end = min(end, until)
             stopped = sum(max(0.0, min(end, thaw) - max(begin, freeze)) for freeze, thaw in frozen)
-            worst = max(worst, end - begin - waited - stopped)
-        return worst
+            silent = end - begin - waited - stopped
+            if any(press < end and begin < done for press, done in pressed):
+                waiting = max(waiting, silent)
+            else:
+                other = max(other, silent)
+        return waiting, other
 
 
 class Run:
@@ -118,7 +127,7 @@ class Run:
         self.bench, self.sound, self.disk = bench, sound, disk
         self.home = home or tempfile.mkdtemp(dir=bench.desktop.folder)
         self.folder = os.path.join(os.fsencode(self.home), b"Recordings") if folder is None else os.fsencode(folder)
-        self.wanted, self.frozen, self.told, self.alerts = [], [], [], []
+        self.wanted, self.frozen, self.told, self.alerts, self.pressed = [], [], [], [], []
         self.since = self.panel = self.watch = None
         self.asked_to_end = float("inf")
         if folder != "":
@@ -183,7 +192,7 @@ class Run:
         """False when no recording has begun by then."""
         self.panel.usable("Record")
         begin = self.sound.position()
-        self.panel.press("Record")
+        self.say("Record")
         with contextlib.suppress(Failure):
             wait_until(lambda: self.panel.enabled("Stop") and self.panel.enabled("Pause"), "a recording", deadline)
             self.since = begin + BUS + STARTING
@@ -195,7 +204,7 @@ class Run:
         if press == "Close":
             self.asked_to_end = time.monotonic()
         if press:
-            self.panel.press(press, deadline=deadline)
+            self.say(press, deadline)
         if self.since is not None:
             self.wanted.append((self.since, end))
             self.since = None
@@ -206,8 +215,11 @@ class Run:
     def pause(self):
         self.until("Pause")
 
-    def say(self, name):
-        self.panel.press(name)
+    def say(self, name, deadline=90):
+        begin = time.monotonic()
+        self.panel.press(name, deadline=deadline)
+        if name in WAITING_BUTTONS:
+            self.pressed.append((begin, time.monotonic() + ACTING))
 
     def signal(self, number):
         self.until(None)
@@ -258,7 +270,8 @@ class Run:
         return [text for text in dict.fromkeys(self.told + self.alerts) if not CALM.fullmatch(text)]
 
     def silence(self):
-        return self.watch.longest(self.frozen, self.asked_to_end)
+        """The longest one of the window after Record, Pause and Stop, and at any other time."""
+        return self.watch.longest(self.frozen, self.asked_to_end, self.pressed)
 
 
 class SideBySide(Desktop):

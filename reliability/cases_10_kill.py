@@ -11,7 +11,7 @@ import tempfile
 import time
 
 from bench import CBR, VBR, wait_until
-from tally import WAITING, Tally, case
+from tally import Tally, case
 
 SETTINGS = (
     VBR,
@@ -122,21 +122,19 @@ def freezes(bench, server, lengths, counted):
 @case("freeze", minutes=1.6, quick=True)
 def freeze(bench, quick):
     """The process stands still and goes on; then Stop, Pause or nothing."""
-    yield freezes(bench, "pulseaudio", (5, 10, 19), Tally("freeze of 5, 10, 19 s, then Stop, Pause, nothing (PulseAudio)",
-                                                          silent=WAITING))
+    yield freezes(bench, "pulseaudio", (5, 10, 19), Tally("freeze of 5, 10, 19 s, then Stop, Pause, nothing (PulseAudio)"))
 
 
 @case("freeze-pipewire", minutes=1.6, quick=True)
 def freeze_pipewire(bench, quick):
-    yield freezes(bench, "pipewire", (5, 10, 19), Tally("freeze of 5, 10, 19 s, then Stop, Pause, nothing (PipeWire)",
-                                                        silent=WAITING))
+    yield freezes(bench, "pipewire", (5, 10, 19), Tally("freeze of 5, 10, 19 s, then Stop, Pause, nothing (PipeWire)"))
 
 
 @case("freeze-long", minutes=2.4)
 def freeze_long(bench, quick):
-    yield freezes(bench, "pulseaudio", (30, 60), Tally("freeze of 30, 60 s, then the same (PulseAudio)", silent=WAITING))
+    yield freezes(bench, "pulseaudio", (30, 60), Tally("freeze of 30, 60 s, then the same (PulseAudio)"))
 
 
 @case("freeze-long-pipewire", minutes=2.4)
 def freeze_long_pipewire(bench, quick):
-    yield freezes(bench, "pipewire", (30, 60), Tally("freeze of 30, 60 s, then the same (PipeWire)", silent=WAITING))
+    yield freezes(bench, "pipewire", (30, 60), Tally("freeze of 30, 60 s, then the same (PipeWire)"))

@@ -13,7 +13,7 @@ import time
 import zoneinfo
 
 from bench import PROGRAM, TOOLS, VBR, wait_until
-from tally import WAITING, Tally, case
+from tally import Tally, case
 
 NAP, NIGHT = 30.0, 7200.0
 """Seconds that the clocks say the computer slept."""
@@ -64,7 +64,7 @@ def sleepers(bench, number, seconds, **settings):
 @case("sleep", minutes=0.6, quick=True)
 def sleep(bench, quick):
     """Program and server stand still; the steady clock says for two seconds, the others for half a minute."""
-    counted = Tally(f"the computer sleeps for {NAP:g} s while recording: then nothing, Pause, Stop", silent=WAITING)
+    counted = Tally(f"the computer sleeps for {NAP:g} s while recording: then nothing, Pause, Stop")
     runs = sleepers(bench, 3, NAP)
     runs[1].pause()
     runs[2].stop()
@@ -86,7 +86,7 @@ def sleep(bench, quick):
 def sleep_hours(bench, quick):
     """The silence that stands for two hours takes the encoder its time, and what was said since waits behind it."""
     counted = Tally("the computer sleeps for two hours while recording: then Stop, Record after Stop, SIGTERM, 3 s later",
-                    lost=0.15, silent=WAITING)
+                    lost=0.15)
     stopped, again, ended = sleepers(bench, 3, NIGHT, **VBR)
     time.sleep(3)
     ended.signal(signal.SIGTERM)

@@ -10,7 +10,7 @@ import tempfile
 import time
 
 from shim import ShimmedDisk
-from tally import WAITING, Tally, case
+from tally import Tally, case
 
 LENGTHS = (3, 10, 60, None)
 """Seconds that a disk is silent; None is for ever."""
@@ -115,7 +115,7 @@ def stall_quit(bench, quick):
 def stall_start(bench, quick):
     """Record on a silent disk, and a second attempt when the disk is back."""
     chosen, called = lengths(quick)
-    counted = Tally(f"the disk stalls {called} at Record", silent=WAITING)
+    counted = Tally(f"the disk stalls {called} at Record")
 
     def one(seconds):
         run = bench.start(disk=ShimmedDisk())
@@ -144,7 +144,7 @@ def stall_start(bench, quick):
 def stall_launch(bench, quick):
     """The working folder's disk is silent at launch, and there later."""
     chosen, called = lengths(quick)
-    counted = Tally(f"the disk stalls {called} from the launch on, then Record", silent=WAITING)
+    counted = Tally(f"the disk stalls {called} from the launch on, then Record")
 
     def one(seconds):
         began = time.monotonic()
@@ -250,8 +250,7 @@ def errors(bench, quick):
 @case("errors-start", minutes=0.4, quick=True)
 def errors_start(bench, quick):
     """The same when a file is to be made: each has its own words."""
-    counted = Tally("no file can be made at Record: no space, quota, I/O error, stale handle, read-only, no permission",
-                    silent=WAITING)
+    counted = Tally("no file can be made at Record: no space, quota, I/O error, stale handle, read-only, no permission")
     words = set()
 
     def one(name):

@@ -7,7 +7,7 @@ import tempfile
 import time
 
 from cases_20_disk import shell
-from tally import WAITING, Tally, case
+from tally import Tally, case
 
 
 def rename(_, inner):
@@ -71,9 +71,8 @@ def folder(bench, quick):
 @case("folder-idle", minutes=0.6, quick=True)
 def folder_idle(bench, quick):
     """The same between two takes: a refusal with a reason, a question, or the folder under its new name."""
-    refused = Tally("the folder is removed, replaced by a file, read-only, on a disk that is not mounted before Record",
-                    silent=WAITING)
-    renamed = Tally("the folder is renamed before Record", silent=WAITING)
+    refused = Tally("the folder is removed, replaced by a file, read-only, on a disk that is not mounted before Record")
+    renamed = Tally("the folder is renamed before Record")
     for row, act in ((renamed, rename), (refused, remove), (refused, replace), (refused, write_protect),
                      (refused, unmount)):
         with bench.disk("20m") as place:

@@ -12,7 +12,7 @@ import threading
 import time
 
 from bench import MICROPHONE, Run, wait_until
-from tally import AT_ONCE, WAITING, Tally, case
+from tally import Tally, case
 
 
 def restarts(bench, server, times):
@@ -57,7 +57,7 @@ def without_sound(bench, counted, server, gone, back):
     time.sleep(2.5)
     runs[1].until("Pause")
     runs[2].until("Stop")
-    runs[3].panel.press("Record")
+    runs[3].say("Record")
     time.sleep(5.5)
     sound.tell(back)
     sound.away.append((begin - 0.2, sound.position() + 1))
@@ -77,8 +77,7 @@ def without_sound(bench, counted, server, gone, back):
 @case("server-frozen", minutes=0.8, quick=True)
 def server_frozen(bench, quick):
     for server in ("pulseaudio",) if quick else ("pulseaudio", "pipewire"):
-        counted = Tally(f"the sound server stands still for 8 s: nothing, Pause, Stop, Record meanwhile ({server})",
-                        silent=WAITING)
+        counted = Tally(f"the sound server stands still for 8 s: nothing, Pause, Stop, Record meanwhile ({server})")
         yield without_sound(bench, counted, server, "freeze", "thaw")
 
 
@@ -86,7 +85,7 @@ def server_frozen(bench, quick):
 def suspended(bench, quick):
     """As when another user has the screen, and with it the devices; PipeWire suspends none that is heard."""
     suspend = "pactl suspend-source @DEFAULT_SOURCE@ "
-    counted = Tally("the microphone is suspended for 8 s: nothing, Pause, Stop, Record meanwhile", silent=WAITING)
+    counted = Tally("the microphone is suspended for 8 s: nothing, Pause, Stop, Record meanwhile")
     yield without_sound(bench, counted, "pulseaudio", suspend + "1", suspend + "0")
 
 
@@ -115,7 +114,7 @@ class MuteServer:
 @case("server-none", minutes=0.6, quick=True)
 def server_none(bench, quick):
     """No server at launch, one that never answers, and one that comes later."""
-    mute = Tally("a sound server that accepts and never answers, at launch and at Record", silent=WAITING)
+    mute = Tally("a sound server that accepts and never answers, at launch and at Record")
     run = Run(bench, MuteServer(tempfile.mkdtemp(dir=bench.desktop.folder)))
     mute.check(not run.record(3), "recorded without a server")
     mute.check(run.words() or run.alerts, "nobody was told")
@@ -124,7 +123,7 @@ def server_none(bench, quick):
     mute.hear(run, tried=True)
     yield mute
 
-    later = Tally("no sound server at launch, one 5 s later", silent=WAITING)
+    later = Tally("no sound server at launch, one 5 s later")
     sound = bench.sound()
     sound.tell("kill")
     run = bench.start()
@@ -157,7 +156,7 @@ def device(bench, quick):
 @case("devices", minutes=0.8, quick=True)
 def devices(bench, quick):
     """Forty microphones with names that nobody expects."""
-    counted = Tally("40 devices; names with markup, emoji, right-to-left, 10,000 characters", silent=AT_ONCE)
+    counted = Tally("40 devices; names with markup, emoji, right-to-left, 10,000 characters")
     run = bench.start()
     run.record()
     strange = ("<b>bold</b> &amp; <img src=x>", "🎤🎙️ 録音", "\u202eميكروفون عربي", "%s%n%1$s", "m" * 10000, " ")

@@ -8,7 +8,7 @@ import tempfile
 import time
 
 from bench import PROGRAM, Run
-from tally import WAITING, Tally, case
+from tally import Tally, case
 
 
 def write(path, data):
@@ -79,7 +79,7 @@ def settings(bench, quick):
 @case("lacking", minutes=0.6, quick=True)
 def lacking(bench, quick):
     """A take on a desktop without fonts, run-time folder, home to write to."""
-    counted = Tally("no fonts, no XDG_RUNTIME_DIR, a read-only home, no HOME", silent=WAITING)
+    counted = Tally("no fonts, no XDG_RUNTIME_DIR, a read-only home, no HOME")
 
     def one(environment, *before):
         with bench.disk("20m") as place, bench.disk("1m") as home:
@@ -106,7 +106,7 @@ def limited(bench, *limits):
 @case("few-descriptors", minutes=0.5, quick=True)
 def few_descriptors(bench, quick):
     """Takes until no descriptor is left: a refusal with a reason, and the program goes on."""
-    counted = Tally("32 descriptors: takes until one is refused", silent=WAITING)
+    counted = Tally("32 descriptors: takes until one is refused")
     run = limited(bench, "--nofile=32:32")
     begun = 0
     for _ in range(30):
@@ -147,7 +147,7 @@ class TaskLimit:
 @case("no-threads", minutes=0.5, quick=True)
 def no_threads(bench, quick):
     """No further thread can be made: while recording, before Record, before Play."""
-    counted = Tally("pthread_create fails while recording, before Record, before Play", silent=WAITING)
+    counted = Tally("pthread_create fails while recording, before Record, before Play")
 
     def one(moment):
         run = bench.start()
@@ -194,7 +194,7 @@ def file_limit(bench, quick):
 @case("little-memory", minutes=0.4, quick=True)
 def little_memory(bench, quick):
     """What the program may map is all but used up in the middle of a take."""
-    counted = Tally("4 MB of memory left while recording", silent=WAITING)
+    counted = Tally("4 MB of memory left while recording")
     run = bench.start()
     run.record()
     time.sleep(1.5)

@@ -9,7 +9,7 @@ from judgement import judge
 
 CASES = {}
 AT_ONCE = 0.2
-"""Seconds that the window may be silent; 0.9 where a start or a stop waits for the server or the disk."""
+"""Seconds that the window may be silent; 0.9 after a button that starts or stops, which may wait for the server or the disk."""
 WAITING = 0.9
 NUMBER = re.compile(r"\d+(\.\d+)?( min \d+)?")
 TOLD_FROM = 0.1
@@ -53,9 +53,10 @@ class Tally:
         """Judges what the window and the status line of a run did; `tried` where no file is judged."""
         self.tries += tried
         run.watch.finish()
-        silence = run.silence()
-        self.silence = max(self.silence or 0.0, silence)
-        self.check(silence <= self.may_be_silent, f"the window was silent for {silence:.1f} s")
+        waiting, other = run.silence()
+        self.silence = max(self.silence or 0.0, waiting, other)
+        self.check(waiting <= max(WAITING, self.may_be_silent), f"the window was silent for {waiting * 1000:.0f} ms after a button")
+        self.check(other <= self.may_be_silent, f"the window was silent for {other * 1000:.0f} ms")
         for word in run.words():
             # Of a text that counts seconds, only the last one.
             self.told[NUMBER.sub("", word)] = word
@@ -75,7 +76,7 @@ class Tally:
         found = judge(files[0], wanted or run.wanted, run.sound.away)
         self.lost = max(self.lost or 0.0, found.lost)
         if os.environ.get("FLIPSIDE_FAULTS_SHOW"):
-            print("   ", self.fault, found, run.wanted, run.told, f"{run.silence():.2f}", flush=True)
+            print("   ", self.fault, found, run.wanted, run.told, run.silence(), flush=True)
         self.check(found.lost <= limit, f"{found.lost:.1f} s of sound are lost")
         self.check(found.foreign <= 0.05, f"{found.foreign:.1f} s are in the file twice")
         if found.lost > TOLD_FROM and not silent_about_loss:
