@@ -22,7 +22,8 @@ using namespace std::chrono_literals;
 namespace {
 
 // How long a pause takes at most. The sound system takes most of it where its server is slow.
-constexpr auto pauseDeadline = 900ms;
+// The window waits for it, and has other things to do in the 900 ms after which it would seem to hang.
+constexpr auto pauseDeadline = 850ms;
 // The main loop is back before, unless the window is busy with something else.
 constexpr auto longestStart = 1s;
 
