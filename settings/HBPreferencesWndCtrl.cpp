@@ -245,8 +245,7 @@ void HBPreferencesWndCtrl::vbrModeChanged(QObject *sender)
 
 void HBPreferencesWndCtrl::selectWorkingPathAction(QObject *)
 {
-    const platform::FolderQuestion question{
-        tr("Choose a folder for your recordings"), workingPathExist() ? workingPath() : QString()};
+    const platform::FolderQuestion question{tr("Choose a folder for your recordings"), workingPath()};
     platform::chooseFolder(
         window(), question, [controller = QPointer(this)](const std::optional<QUrl> &folder) {
             if (controller && folder)
