@@ -208,9 +208,9 @@ void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
         captureHole(bytes, KTAudioMissingCause::ComputerBusy);
 }
 
+// Also on the main thread, from inside a pause of the stream.
 void KTAudioRecorder::Private::captureHole(std::size_t bytes, KTAudioMissingCause cause)
 {
-    m_soundThread.assertSameThread();
     qCWarning(lcAudio, "%lld ms of sound from %s are lost and silent: %s.", timeOf(bytes),
         qUtf8Printable(m_sourceKey), inWords(cause));
     countMissing(bytes, cause);
