@@ -120,6 +120,42 @@ void carryOut(Commands &commands, AppDelegate &delegate, Command command)
     QTimer::singleShot(listedWithin, waiting, run);
 }
 
+// However the end is asked for.
+void endInOrder(DesktopService &service, AppDelegate &delegate)
+{
+    QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
+    QObject::connect(&service, &DesktopService::quitRequested, &QApplication::quit);
+    // Until the very end, where what waits in memory is still written: another signal must not cut that
+    // short.
+    static const auto *const signals = new platform::TerminationSignals;
+    QObject::connect(signals, &platform::TerminationSignals::terminationRequested, &QApplication::quit);
+    QObject::connect(qApp, &QApplication::aboutToQuit, &delegate, [&] {
+        service.release();
+        delegate.applicationWillTerminate();
+        endCapture(delegate);
+    });
+}
+
+// Until the program ends.
+int showCard(Commands &commands, AppDelegate &delegate, Command command)
+{
+    Stage stage;
+    MainCard card(&delegate);
+    QTimer up;
+    up.setSingleShot(true);
+    QObject::connect(&up, &QTimer::timeout, [&] { carryOut(commands, delegate, command); });
+    platform::afterFirstPaint(&card, [&] {
+        finishStart(delegate, stage);
+        if (up.isActive())
+            up.start(0);
+    });
+    delegate.applicationDidFinishLaunching();
+    stage.addCard(&card);
+    stage.show();
+    up.start(seenWithin);
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -133,7 +169,7 @@ int main(int argc, char **argv)
 
     platform::raiseOpenFileLimit();
     platform::preferNativePlatform();
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     nameApplication();
     platform::speakLanguageOfDesktop();
     platform::SessionBus::shared().watch();
@@ -143,37 +179,11 @@ int main(int argc, char **argv)
     DesktopService service(&commands, [&](const QString &asker) { present(delegate, asker); });
     if (!service.claim())
         return handOver.toWinner();
-    QObject::connect(&service, &DesktopService::quitRequested, &QApplication::quit);
     // The first list of devices is on its way while the card is built.
     KTAudioControl::sharedAudioControl();
-
-    QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
-    QObject::connect(&application, &QApplication::aboutToQuit, &delegate, [&] {
-        service.release();
-        delegate.applicationWillTerminate();
-        endCapture(delegate);
-    });
-    // Until the very end, where what waits in memory is still written: another signal must not cut that
-    // short.
-    static const auto *const signals = new platform::TerminationSignals;
-    QObject::connect(signals, &platform::TerminationSignals::terminationRequested, &QApplication::quit);
+    endInOrder(service, delegate);
     platform::SleepInhibitor sleep(QApplication::translate("main", "Recording sound"));
     platform::bind(&sleep, &delegate, u"state"_s,
         [&](const QVariant &state) { sleep.setActive(state.toInt() == RecorderStateRecording); });
-
-    Stage stage;
-    MainCard card(&delegate);
-    QTimer up;
-    up.setSingleShot(true);
-    QObject::connect(&up, &QTimer::timeout, [&] { carryOut(commands, delegate, line.command); });
-    platform::afterFirstPaint(&card, [&] {
-        finishStart(delegate, stage);
-        if (up.isActive())
-            up.start(0);
-    });
-    delegate.applicationDidFinishLaunching();
-    stage.addCard(&card);
-    stage.show();
-    up.start(seenWithin);
-    return QApplication::exec();
+    return showCard(commands, delegate, line.command);
 }
