@@ -256,6 +256,13 @@ class OneCard(CardTest):
         wait_until(lambda: self.desktop.ask("xprop", "-root", "_NET_ACTIVE_WINDOW").endswith(" " + hex(int(window))),
                    "the card to be in front")
 
+    def test_a_card_that_comes_between_and_stands_still_is_told_of_within_a_second(self):
+        Services(self.desktop, self.own_bus(), "card")
+        began = time.monotonic()
+        code, _, error = self.flipside("--toggle")
+        self.assertEqual(code, 4, error)
+        self.assertLess(time.monotonic() - began, SECOND)
+
     def test_a_second_start_hands_the_launchers_token_over(self):
         card = Services(self.desktop, self.own_bus(), "card")
         for tokens, token in (({"XDG_ACTIVATION_TOKEN": "new", "DESKTOP_STARTUP_ID": "old_TIME1"}, "new"),

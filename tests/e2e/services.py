@@ -4,7 +4,7 @@
 """Stand in for services that a desktop may have or lack, on the session bus: those that are named on the command line.
 Each call is one line on standard output; the first line says that they are there.
 
-    card        activated TOKEN
+    card        activated TOKEN; to a command it gives no answer, but to the first one that of a bus without a card
     portal      revealed NAME, awake FLAGS, released
     session     awake FLAGS
     system      awake WHAT MODE, released (when the descriptor has been closed)
@@ -58,9 +58,17 @@ class Request(dbus.service.Object):
 
 
 class Card(dbus.service.Object):
+    asked = False
+
     @dbus.service.method("org.freedesktop.Application", in_signature="a{sv}")
     def Activate(self, platform_data):
         say("activated", platform_data["activation-token"])
+
+    @dbus.service.method(CARD + ".Recorder", in_signature="s", async_callbacks=("_answer", "refuse"))
+    def Run(self, command, _answer, refuse):
+        if not self.asked:
+            refuse(dbus.DBusException(name="org.freedesktop.DBus.Error.NameHasNoOwner"))
+        self.asked = True
 
 
 class Session(dbus.service.Object):
