@@ -90,7 +90,7 @@ QByteArray CommandLine::helpText()
         text += "  --" + QByteArray(command.name).leftJustified(10) + command.help + '\n';
     return text
         + "  --json      with --status: the same as a JSON object\n\n"
-          "  --help      print this\n"
+          "  --help      print this; -h as well\n"
           "  --version   print the version\n\n"
           "Exit codes:\n"
           "  0  done; a process that has become the card: it was closed\n"
