@@ -123,7 +123,11 @@ void carryOut(Commands &commands, AppDelegate &delegate, Command command)
 // However the end is asked for.
 void endInOrder(DesktopService &service, AppDelegate &delegate)
 {
-    QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
+    // The toolkit's own way is taken back by whatever opens before it is gone: a click on a menu that waited
+    // behind the one that closed the card would leave a program that records and has no window.
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (delegate.applicationShouldTerminateAfterLastWindowClosed())
+        QObject::connect(qApp, &QApplication::lastWindowClosed, [] { QApplication::exit(); });
     QObject::connect(&service, &DesktopService::quitRequested, &QApplication::quit);
     // Until the very end, where what waits in memory is still written: another signal must not cut that
     // short.
