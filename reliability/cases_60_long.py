@@ -2,12 +2,13 @@
 # SPDX-License-Identifier: MIT
 """Much of the same: takes, hours, events, damaged input."""
 
+import contextlib
 import os
 import random
 import subprocess
 import time
 
-from bench import PROGRAM, TOOLS, VBR, Silent
+from bench import PROGRAM, TOOLS, VBR, Failure, Silent
 from tally import Tally, case
 
 SOAK_MINUTES = float(os.environ.get("FLIPSIDE_SOAK_MINUTES", 10))
@@ -92,7 +93,11 @@ def monkey(bench, quick):
     keys = ("ctrl+r", "ctrl+p", "ctrl+period", "ctrl+space", "ctrl+comma", "Escape", "Tab", "shift+Tab", "space", "Return",
             "Up", "Down", "Left", "Right", "alt+f", "Home", "End", "F1", "ctrl+shift+r")
     while counted.tries < events and run.program.running():
-        place = bench.desktop.active_window_geometry() or (0, 0, 400, 300)
+        place = bench.desktop.active_window_geometry()
+        if not place:  # the minimise button was hit
+            with contextlib.suppress(Failure):
+                bench.desktop.xdotool("search", "--class", "^flipside$", "windowactivate", "%@")
+            place = bench.desktop.active_window_geometry() or (0, 0, 400, 300)
         commands = []
         for _ in range(100):
             if chance.random() < 0.5:
