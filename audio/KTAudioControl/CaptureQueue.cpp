@@ -29,7 +29,7 @@ constexpr std::size_t usualBytes = 128 << 10;
 constexpr std::size_t mostBytes = 256 << 20;
 // What silence is delivered from, in as many pieces as it takes. All zeros is silence in every capture
 // format. A quarter of a second, so that elapsed time goes on while a lot is delivered.
-alignas(std::max_align_t) constexpr std::array<std::byte, 49152> silence{};
+alignas(std::max_align_t) constexpr std::array<std::byte, 49152> zeros{};
 
 // Where memory is short, room is made when it is needed.
 void makeRoom(std::vector<std::byte> &bytes)
@@ -44,7 +44,7 @@ void makeRoom(std::vector<std::byte> &bytes)
 
 CaptureQueue::CaptureQueue(const sound::SampleSpec &spec, Deliver deliver)
     : m_deliver(std::move(deliver))
-    , m_piece(silence.size() - silence.size() % spec.bytesPerFrame())
+    , m_piece(zeros.size() - zeros.size() % spec.bytesPerFrame())
     , m_batch(spec.rate * spec.bytesPerFrame() * batchTime / 1s)
 {
     makeRoom(m_incoming.bytes);
@@ -249,7 +249,7 @@ void CaptureQueue::deliverSilence(std::size_t bytes)
         part = std::min(bytes, m_piece);
         if (!mayDeliver(0, part))
             return;
-        m_deliver(silence.data(), part);
+        m_deliver(zeros.data(), part);
     }
 }
 
