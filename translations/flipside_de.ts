@@ -714,7 +714,7 @@ Musik braucht am meisten, Sprache und Stille weniger.</translation>
     </message>
     <message>
         <source>%1 could not be written: %2</source>
-        <translation>%1 konnten nicht geschrieben werden: %2</translation>
+        <translation>%1 nicht geschrieben: %2</translation>
     </message>
     <message>
         <source>the disk was too slow</source>
@@ -722,7 +722,7 @@ Musik braucht am meisten, Sprache und Stille weniger.</translation>
     </message>
     <message>
         <source>The disk does not answer</source>
-        <translation>Der Datenträger antwortet nicht</translation>
+        <translation>Datenträger antwortet nicht</translation>
     </message>
     <message>
         <source>The folder is gone</source>
@@ -762,7 +762,7 @@ Musik braucht am meisten, Sprache und Stille weniger.</translation>
     </message>
     <message>
         <source>%1: %2 wait in memory and are safe</source>
-        <translation>%1: %2 warten sicher im Speicher</translation>
+        <translation>%1: %2 sicher im Speicher</translation>
     </message>
 </context>
 <context>

@@ -650,7 +650,7 @@ la música ocupa más; la voz y el silencio, menos.</translation>
     </message>
     <message>
         <source>Input device is now %1</source>
-        <translation>El dispositivo de entrada es ahora %1</translation>
+        <translation>La entrada es ahora %1</translation>
     </message>
     <message>
         <source>Ready</source>
@@ -714,7 +714,7 @@ la música ocupa más; la voz y el silencio, menos.</translation>
     </message>
     <message>
         <source>%1 could not be written: %2</source>
-        <translation>No se han podido escribir %1: %2</translation>
+        <translation>Sin escribir %1: %2</translation>
     </message>
     <message>
         <source>the disk was too slow</source>
@@ -762,7 +762,7 @@ la música ocupa más; la voz y el silencio, menos.</translation>
     </message>
     <message>
         <source>%1: %2 wait in memory and are safe</source>
-        <translation>%1: %2 esperan a salvo en la memoria</translation>
+        <translation>%1: %2 a salvo en memoria</translation>
     </message>
 </context>
 <context>

@@ -650,7 +650,7 @@ la musique prend le plus de place, la parole et le silence moins.</translation>
     </message>
     <message>
         <source>Input device is now %1</source>
-        <translation>Le périphérique d’entrée est maintenant %1</translation>
+        <translation>L’entrée est maintenant %1</translation>
     </message>
     <message>
         <source>Ready</source>
@@ -714,7 +714,7 @@ la musique prend le plus de place, la parole et le silence moins.</translation>
     </message>
     <message>
         <source>%1 could not be written: %2</source>
-        <translation>Impossible d’écrire %1&#xa0;: %2</translation>
+        <translation>%1 non écrites&#xa0;: %2</translation>
     </message>
     <message>
         <source>the disk was too slow</source>
@@ -762,7 +762,7 @@ la musique prend le plus de place, la parole et le silence moins.</translation>
     </message>
     <message>
         <source>%1: %2 wait in memory and are safe</source>
-        <translation>%1&#xa0;: %2 attendent en mémoire, sans risque</translation>
+        <translation>%1&#xa0;: %2 à l’abri en mémoire</translation>
     </message>
 </context>
 <context>
