@@ -8,6 +8,7 @@ import json
 import os
 import queue
 import signal
+import socket
 import struct
 import subprocess
 import sys
@@ -38,7 +39,12 @@ class Bus:
     def start(self):
         self.process = self.desktop.spawn(["dbus-daemon", "--session", "--nofork", "--address=unix:path=" + self.path],
                                           {"XDG_DATA_DIRS": self.services})
-        wait_until(lambda: os.path.exists(self.path), "the bus")
+        wait_until(self.listens, "the bus")
+
+    def listens(self):
+        """Its socket is there a moment before."""
+        with socket.socket(socket.AF_UNIX) as caller:
+            return caller.connect_ex(self.path) == 0
 
     def end(self):
         self.process.send_signal(signal.SIGCONT)
