@@ -2,10 +2,6 @@
 # SPDX-License-Identifier: MIT
 """The program on a whole private desktop with a sound server of its own, used as a person uses it: controls found by
 their accessible names, keys and clicks of a real pointer. Nothing inside the program is touched.
-
-A module of tests calls main(); its classes derive from RecorderTest. Run one by hand with
-
-    recording.py BINARY [--pipewire] [unittest arguments]
 """
 
 import array
@@ -14,12 +10,9 @@ import os
 import queue
 import re
 import subprocess
-import sys
-import tempfile
 import threading
-import unittest
 
-from desktop import Desktop, Failure, wait_until
+from desktop import Desktop, Failure, wait_until  # noqa: F401
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 MICROPHONE = "USB Microphone"
@@ -55,9 +48,8 @@ class SoundServer:
 class StandIns:
     """What the program has asked the desktop's services for."""
 
-    def __init__(self, desktop, *options):
-        self.process = desktop.spawn(["/usr/bin/python3", os.path.join(HERE, "stand_ins.py"), *options],
-                                     stdout=subprocess.PIPE, text=True)
+    def __init__(self, desktop, *options, script=os.path.join(HERE, "stand_ins.py"), environment=None):
+        self.process = desktop.spawn(["/usr/bin/python3", script, *options], environment, stdout=subprocess.PIPE, text=True)
         self.lines = queue.Queue()
         threading.Thread(target=self._read, daemon=True).start()
         self.expect("ready .")
@@ -207,48 +199,3 @@ def decoded(path):
 
 def decoded_seconds(path):
     return len(decoded(path)) / SAMPLES_PER_SECOND
-
-
-class RecorderTest(unittest.TestCase):
-    # Given by main(); one desktop for all tests of a process, since the accessibility library connects once.
-    binary = None
-    pipewire = False
-    desktop = None
-    stand_ins = None
-
-    def setUp(self):
-        self.sound = SoundServer(self.pipewire)
-        self.addCleanup(self.sound.end)
-        self.home = tempfile.mkdtemp(dir=self.desktop.folder)
-        self.stand_ins.drain()
-
-    def start(self, **environment):
-        recorder = Recorder(self.desktop, self.sound, self.home, self.binary, environment)
-        self.addCleanup(self.finish, recorder)
-        return recorder
-
-    def finish(self, recorder):
-        recorder.end()
-        log = recorder.program.log()
-        self.assertNotIn("Sanitizer", log)
-        self.assertNotIn("runtime error", log)
-
-    def recordings(self):
-        folder = os.path.join(self.home, "Recordings")
-        return [os.path.join(folder, name) for name in sorted(os.listdir(folder))]
-
-    def one_recording(self):
-        files = self.recordings()
-        self.assertEqual(len(files), 1, files)
-        return files[0]
-
-
-def main():
-    RecorderTest.binary = os.path.abspath(sys.argv.pop(1))
-    if "--pipewire" in sys.argv:
-        sys.argv.remove("--pipewire")
-        RecorderTest.pipewire = True
-    with Desktop() as RecorderTest.desktop:
-        RecorderTest.stand_ins = StandIns(RecorderTest.desktop)
-        # The accessibility library warns about itself.
-        unittest.main(argv=sys.argv + os.environ.get("FLIPSIDE_TESTS", "").split(), verbosity=2, warnings="ignore", failfast="FLIPSIDE_FAIL_FAST" in os.environ)

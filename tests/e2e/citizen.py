@@ -6,19 +6,16 @@
 import ctypes
 import json
 import os
-import queue
 import signal
 import socket
 import struct
 import subprocess
 import sys
-import threading
 import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path.insert(0, os.path.join(HERE, "..", "..", "testbed"))
-from desktop import Failure, end_process  # noqa: E402
-from recorder import MICROPHONE, RecorderTest, StandIns, main, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(HERE, "..", "support"))
+from recorder_test import MICROPHONE, Failure, RecorderTest, StandIns, end_process, main, wait_until  # noqa: E402
 
 NAME = "io.github.flipside_recorder.Flipside"
 PACKAGING = os.path.join(HERE, "..", "..", "packaging")
@@ -51,15 +48,6 @@ class Bus:
         end_process(self.process)
         if os.path.exists(self.path):
             os.unlink(self.path)
-
-
-class Services(StandIns):
-    def __init__(self, desktop, bus, *names):
-        self.process = desktop.spawn(["/usr/bin/python3", os.path.join(HERE, "services.py"), *names], bus.environment,
-                                     stdout=subprocess.PIPE, text=True)
-        self.lines = queue.Queue()
-        threading.Thread(target=self._read, daemon=True).start()
-        self.expect("ready")
 
 
 class CardTest(RecorderTest):
@@ -108,6 +96,9 @@ class CardTest(RecorderTest):
         self.addCleanup(bus.end)
         self.environment.update(bus.environment)
         return bus
+
+    def service(self, bus, name):
+        return StandIns(self.desktop, name, script=os.path.join(HERE, "services.py"), environment=bus.environment)
 
     def opener(self):
         """What opens folders; answers with what it was given."""
@@ -263,14 +254,14 @@ class OneCard(CardTest):
                    "the card to be in front")
 
     def test_a_card_that_comes_between_and_stands_still_is_told_of_within_a_second(self):
-        Services(self.desktop, self.own_bus(), "card")
+        self.service(self.own_bus(), "card")
         began = time.monotonic()
         code, _, error = self.flipside("--toggle")
         self.assertEqual(code, 4, error)
         self.assertLess(time.monotonic() - began, SECOND)
 
     def test_a_second_start_hands_the_launchers_token_over(self):
-        card = Services(self.desktop, self.own_bus(), "card")
+        card = self.service(self.own_bus(), "card")
         for tokens, token in (({"XDG_ACTIVATION_TOKEN": "new", "DESKTOP_STARTUP_ID": "old_TIME1"}, "new"),
                               ({"DESKTOP_STARTUP_ID": "old_TIME1"}, "old_TIME1")):
             self.assertEqual(self.flipside(**tokens), (0, "", ""))
@@ -327,12 +318,12 @@ class Buses(CardTest):
     def test_a_take_is_shown_by_the_portal_or_in_its_folder(self):
         opened = self.opener()
         bus = self.own_bus()
-        portal = Services(self.desktop, bus, "portal")
+        portal = self.service(bus, "portal")
         self.card("--record")
         self.wait_state("recording")
         portal.expect("awake 4")
         self.flipside("--stop")
-        self.assertEqual(sorted(portal.lines.get(timeout=5).split()[0] for _ in range(2)), ["released", "revealed"])
+        self.assertEqual(sorted(portal.lines.get(timeout=5).split()[0] for _ in range(2)), ["asleep", "revealed"])
         self.flipside("--show")
         portal.expect("revealed .*" + os.path.basename(self.recordings()[-1]))
         self.assertFalse(opened())
@@ -347,9 +338,9 @@ class Buses(CardTest):
 
     def test_only_suspend_is_inhibited(self):
         bus = self.own_bus()
-        for service, awake, released in (("system", "awake sleep block", "released"), ("session", "awake 4", None)):
+        for service, awake, released in (("system", "awake sleep block", "released"), ("session", "awake 1 4", None)):
             with self.subTest(service=service):
-                services = Services(self.desktop, bus, service)
+                services = self.service(bus, service)
                 card = self.card("--record")
                 services.expect(awake)
                 self.flipside("--pause")

@@ -7,7 +7,7 @@ import os
 import re
 
 from citizen import CardTest
-from recorder import MICROPHONE, main, wait_until
+from recorder_test import MICROPHONE, main, wait_until
 
 
 class Language(CardTest):

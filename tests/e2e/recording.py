@@ -11,8 +11,8 @@ import sys
 import time
 import zoneinfo
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
-from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+from recorder_test import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
 
 
 class Recording(RecorderTest):

@@ -4,16 +4,13 @@
 """What the program tells those who do not look at its card, and what it asks the desktop to show for it."""
 
 import os
-import queue
 import shutil
 import subprocess
 import sys
-import threading
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path.insert(0, os.path.join(HERE, "..", "..", "testbed"))
-from desktop import end_process  # noqa: E402
-from recorder import MICROPHONE, RecorderTest, StandIns, main, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(HERE, "..", "support"))
+from recorder_test import MICROPHONE, RecorderTest, StandIns, end_process, main, wait_until  # noqa: E402
 
 SAID_WITHIN = 1.5
 """Seconds: one for the program, the rest for the accessibility bus to be read on a busy machine."""
@@ -35,13 +32,15 @@ pyatspi.Registry.start()
 class Watcher(StandIns):
     """Another program on the desktop, and what it says that it was told."""
 
-    def __init__(self, test, *command):
+    def __init__(self, test, script, *options):
+        super().__init__(test.desktop, *options, script=script)
         self.desktop = test.desktop
-        self.process = test.desktop.spawn(["/usr/bin/python3", *command], stdout=subprocess.PIPE, text=True)
         test.addCleanup(end_process, self.process)
-        self.lines = queue.Queue()
-        threading.Thread(target=self._read, daemon=True).start()
-        self.expect("ready .")
+
+    def _read(self):
+        for line in self.process.stdout:
+            if not line.startswith(("awake", "asleep")):  # which is not told of, but asked for
+                self.lines.put(line.strip())
 
     def ask_portal(self, method, *arguments):
         self.desktop.ask("dbus-send", "--session", "--dest=org.freedesktop.portal.Desktop", "--print-reply",
@@ -61,15 +60,16 @@ class Watcher(StandIns):
 
 
 class TellingTest(RecorderTest):
-    def services(self, *options):
-        return Watcher(self, os.path.join(HERE, "desktop_services.py"), *options)
+    def services(self, *names):
+        return Watcher(self, os.path.join(HERE, "services.py"), *(names or ("portal", "notifications")))
 
     def flipside(self, command):
         """Asks the card that is open, from outside."""
         return subprocess.run([self.binary, command], capture_output=True, text=True, timeout=10)
 
-    def pactl(self, *command):
-        subprocess.run(["pactl", *command], env={**os.environ, **self.sound.environment}, check=True)
+    def mute(self, muted):
+        subprocess.run(["pactl", "set-source-mute", "@DEFAULT_SOURCE@", str(int(muted))],
+                       env={**os.environ, **self.sound.environment}, check=True)
 
 
 class Warnings(TellingTest):
@@ -104,11 +104,10 @@ class Warnings(TellingTest):
         recorder = self.start()
         for status in ("Ready", "Recording from .*"):
             recorder.wait_status(status)
-            for silence, sound in ((("mute", "1"), ("mute", "0")), (("volume", "0"), ("volume", "100%"))):
-                self.pactl(f"set-source-{silence[0]}", "@DEFAULT_SOURCE@", silence[1])
-                recorder.wait_status(f"{MICROPHONE} is muted", SAID_WITHIN)
-                self.pactl(f"set-source-{sound[0]}", "@DEFAULT_SOURCE@", sound[1])
-                recorder.wait_status(status, SAID_WITHIN)
+            self.mute(True)
+            recorder.wait_status(f"{MICROPHONE} is muted", SAID_WITHIN)
+            self.mute(False)
+            recorder.wait_status(status, SAID_WITHIN)
             if status == "Ready":
                 recorder.record()
 
@@ -120,7 +119,7 @@ class Warnings(TellingTest):
         desktop.expect("chooser .*")
         desktop.answer(0, "file://" + recorder.folder)
         recorder.wait_status("Recording from .*")
-        self.pactl("set-source-mute", "@DEFAULT_SOURCE@", "1")
+        self.mute(True)
         recorder.wait_status(".* is muted")
         desktop.expect_nothing()
         recorder.press("Minimise")
@@ -133,9 +132,6 @@ class Warnings(TellingTest):
         desktop.expect("notice 2 2 .* s are missing: .*")
         self.desktop.xdotool("search", "--name", "Recording .* - Flipside", "windowactivate")
         desktop.expect("taken back 2")
-
-    def mute(self, muted):
-        self.pactl("set-source-mute", "@DEFAULT_SOURCE@", str(int(muted)))
 
     def take_behind_preferences(self, desktop):
         """A recorder that shows its preferences and records."""
@@ -166,7 +162,7 @@ class Warnings(TellingTest):
         desktop.expect("taken back 2")
 
     def test_a_notification_without_a_number_yet_is_taken_back_as_soon_as_it_has_one(self):
-        desktop = self.services("--late")
+        desktop = self.services("portal", "notifications", "--late")
         recorder = self.take_behind_preferences(desktop)
         self.mute(True)
         desktop.expect("notice 1 0 .* is muted")
@@ -176,7 +172,7 @@ class Warnings(TellingTest):
         desktop.expect("taken back 1")
 
     def test_in_a_sandbox_the_portal_shows_the_notification(self):
-        desktop = self.services("--sandboxed")
+        desktop = self.services("portal")
         self.take_behind_preferences(desktop)
         self.mute(True)
         desktop.expect("portal notice warning .* is muted")
@@ -232,7 +228,7 @@ class Chooser(TellingTest):
 
     def test_a_chooser_that_does_not_come_or_goes_away_is_replaced(self):
         for options, trouble in (("--silent",), lambda desktop: None), ((), lambda desktop: end_process(desktop.process)):
-            desktop = self.services(*options)
+            desktop = self.services("portal", *options)
             recorder = self.start()
             recorder.click("Record")
             desktop.expect("chooser .*")

@@ -10,8 +10,8 @@ import signal
 import sys
 import time
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
-from recorder import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+from recorder_test import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
 
 SAID_WITHIN = 2.5
 """Seconds: two for the program, the rest for the accessibility bus to be read on a busy machine."""

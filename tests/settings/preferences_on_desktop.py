@@ -6,8 +6,8 @@
 import os
 import sys
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "testbed"))
-from recorder import RecorderTest, main, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+from recorder_test import RecorderTest, main, wait_until  # noqa: E402
 
 
 class Preferences(RecorderTest):

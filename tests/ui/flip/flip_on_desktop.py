@@ -8,11 +8,14 @@
 
 import os
 import re
+import subprocess
 import sys
+import tempfile
+import threading
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "..", "testbed"))
-from desktop import Desktop, Failure, Watch, end_process, wait_until  # noqa: E402
+from desktop import Desktop, Failure, end_process, wait_until  # noqa: E402
 from recorder import StandIns  # noqa: E402
 
 DESKTOPS = {
@@ -43,6 +46,37 @@ def is_card(colour):
 def is_black(colour):
     """Darker than the desktop under the shadow, and than the card."""
     return max(colour) < 0x18
+
+
+class Watch:
+    """Looks at a part of the screen a hundred times a second, from now until its end, as a user sees it. The part is
+    (x, y, width, height) in pixels, the places are in it."""
+
+    def __init__(self, desktop, part, places):
+        x, y, width, height = part
+        self.log = tempfile.mkstemp(dir=desktop.folder)[1]
+        self.process = desktop.spawn(
+            ["ffmpeg", "-probesize", "32", "-f", "x11grab", "-draw_mouse", "0", "-framerate", "100", "-video_size",
+             f"{width}x{height}", "-i", f"{desktop.env['DISPLAY']}+{x},{y}", "-fps_mode", "passthrough", "-vf", "showinfo",
+             "-pix_fmt", "rgb24", "-f", "rawvideo", "-"], log=self.log, stdout=subprocess.PIPE)
+        self.size = 3 * width * height
+        self.starts = [3 * (width * down + across) for across, down in places]
+        self.looks = []
+        self.thread = threading.Thread(target=self._look)
+        self.thread.start()
+        wait_until(lambda: self.looks, "the first look at the screen")
+
+    def _look(self):
+        while len(picture := self.process.stdout.read(self.size)) == self.size:
+            self.looks.append([tuple(picture[start:start + 3]) for start in self.starts])
+
+    def end(self):
+        """[(milliseconds, [(red, green, blue) of each place])]"""
+        end_process(self.process)
+        self.thread.join()
+        with open(self.log, errors="replace") as log:
+            times = [round(1000 * float(time)) for time in re.findall(r"pts_time:([\d.]+)", log.read())]
+        return list(zip(times, self.looks))
 
 
 class Looks:
