@@ -85,7 +85,7 @@ class Trial:
         finally:
             self.sound.end()
         # A descriptor's path is seen from outside the root.
-        shown = "directory .*" if self.sandboxed else "shown file://"
+        shown = "revealed .*" if self.sandboxed else "shown file://"
         for call in [*["chooser .*"] * (self.first and self.sandboxed), "awake .*", "asleep.*", f"{shown}{self.folder}/.*mp3"]:
             self.wait_asked(call)
         print("the desktop was asked:", *self.calls()[1:], sep="\n  ")
@@ -125,9 +125,9 @@ class Trial:
     def lose_the_microphone_out_of_sight(self):
         self.recorder.press("Minimise")
         self.sound.tell("unload " + MICROPHONE)
-        self.wait_asked("notice No sound .*")
+        self.wait_asked("portal notice .* No sound .*")
         self.sound.tell(f"load {MICROPHONE}=tone")
-        self.wait_asked("notice .*missing.*")
+        self.wait_asked("portal notice .*missing.*")
 
     def check_take(self):
         self.recorder.enabled_button("Play")
