@@ -5,9 +5,9 @@
 #include "platform/Seam.h"
 #include "testbed/Waiting.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/NoThreads.h"
 
 #include <gmock/gmock.h>
-#include <pthread.h>
 #include <semaphore>
 
 namespace {
@@ -18,22 +18,6 @@ using testing::ElementsAre;
 
 constexpr auto noAnswer = std::nullopt;
 using Reports = std::vector<std::optional<int>>;
-
-// No thread can have a stack as large as the address space.
-class NoThreads {
-public:
-    NoThreads()
-    {
-        pthread_getattr_default_np(&m_before);
-        pthread_attr_t attributes = m_before;
-        pthread_attr_setstacksize(&attributes, std::size_t(1) << 47);
-        pthread_setattr_default_np(&attributes);
-    }
-    ~NoThreads() { pthread_setattr_default_np(&m_before); }
-
-private:
-    pthread_attr_t m_before = {};
-};
 
 class Inquiry : public testing::TestWithParam<LateAnswer> {
 protected:
@@ -115,7 +99,7 @@ TEST_P(Inquiry, WithoutAThreadThereIsNoAnswerAndALaterQuestionIsAskedAgain)
 {
     const testbed::LogCapture log;
     {
-        const NoThreads none;
+        const testbed::NoThreads none;
         int held = 0; // threads that rested
         const auto running = std::make_shared<std::atomic<int>>(0);
         const auto hold = [disk = disk, running] {
