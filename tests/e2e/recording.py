@@ -174,15 +174,6 @@ class Recording(RecorderTest):
             self.desktop.xdotool("mousemove", place.x + place.width // 2, place.y + place.height // 2, "click", 1)
         os.kill(recorder.program.pid, signal.SIGCONT)
 
-    def test_a_killed_recording_is_there_up_to_its_last_moment(self):
-        recorder = self.start()
-        recorder.record()
-        recorder.wait_elapsed(3)
-        shown = recorder.elapsed
-        os.kill(recorder.program.pid, signal.SIGKILL)
-        recorder.program.wait_for_exit(5)
-        self.assertAlmostEqual(decoded_seconds(self.one_recording()), shown, delta=0.3)
-
     def test_every_command_has_its_key(self):
         recorder = self.start()
         recorder.record()
