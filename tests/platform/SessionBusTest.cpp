@@ -22,8 +22,10 @@ public:
     ~Bus() { end(); }
     bool start()
     {
-        m_daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--address="_s + address()});
-        return testbed::waitUntil([this] { return QFile::exists(place()); });
+        // It prints its address when it takes calls; its socket's file is there a moment before.
+        m_daemon.start(u"dbus-daemon"_s,
+            {u"--session"_s, u"--nofork"_s, u"--print-address"_s, u"--address="_s + address()});
+        return m_daemon.waitForReadyRead();
     }
     void end()
     {
