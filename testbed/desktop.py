@@ -140,8 +140,9 @@ class Desktop:
 
     def _start_bus(self):
         # The machine's own portal, which the bus would start, stays out of this.
-        os.makedirs(os.path.join(self.folder, "dbus-1", "services"))
-        with open(os.path.join(self.folder, "dbus-1", "services", "portal.service"), "w") as service:
+        services = os.path.join(self.folder, "dbus-1", "services")
+        os.makedirs(services)
+        with open(os.path.join(services, "org.freedesktop.portal.Desktop.service"), "w") as service:
             service.write("[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec=/bin/false\n")
         bus = self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=1",
                           "--address=unix:path=" + os.path.join(self.folder, "bus")], stdout=subprocess.PIPE)
