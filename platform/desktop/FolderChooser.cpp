@@ -9,6 +9,7 @@
 #include "platform/desktop/SessionBus.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileDialog>
 #include <QSet>
@@ -18,9 +19,14 @@
 
 namespace platform {
 
+using std::chrono::milliseconds;
+
 namespace {
 
-constexpr std::chrono::milliseconds folderAnswersWithin{50}; // the window stands still meanwhile
+// The window stands still meanwhile.
+constexpr milliseconds diskTellsWithin{50};
+constexpr milliseconds beginningKnownWithin{125};
+constexpr milliseconds wantedAnswersWithin{75}; // of that, so that the user's music is asked for as well
 constexpr int charactersOfPlaces = 20;
 // Of the toolkit's list of files.
 constexpr int sizeColumn = 1;
@@ -106,7 +112,7 @@ private:
             if (answer)
                 deleteLater();
         };
-        return m_disk.askAndWait(look, folderAnswersWithin, LateAnswer::Adopted, later).has_value();
+        return m_disk.askAndWait(look, diskTellsWithin, LateAnswer::Adopted, later).has_value();
     }
 
     void leaveBehind()
@@ -123,16 +129,19 @@ private:
 
 // What the chooser opens with it asks for on the main thread, so that a disk that does not answer is left to
 // the user.
-bool isThere(const QString &folder)
+bool isThere(const QString &folder, milliseconds deadline)
 {
     return !folder.isEmpty()
-        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, folderAnswersWithin).value_or(false);
+        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, deadline).value_or(false);
 }
 
 QString placeToBegin(const QString &wanted)
 {
+    const QDeadlineTimer known(beginningKnownWithin);
+    if (isThere(wanted, wantedAnswersWithin))
+        return wanted;
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
-    return isThere(wanted) ? wanted : isThere(music) ? music : QDir::homePath();
+    return isThere(music, milliseconds(known.remainingTime())) ? music : QDir::homePath();
 }
 
 // On whichever card: both are on one window.
