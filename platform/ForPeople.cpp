@@ -30,7 +30,7 @@ QString reason(const char *words, const QString &detail)
 
 QString inWords(const QString &reason)
 {
-    const QString whole = reason.isEmpty() ? reason : translated(reason);
+    QString whole = reason.isEmpty() ? reason : translated(reason);
     const qsizetype colon = reason.indexOf(": "_L1);
     if (whole != reason || colon < 0)
         return whole;

@@ -164,6 +164,7 @@ int OutputFile::takeOver(const std::function<bool()> &isWanted)
     m_thread.assertSameThread();
     const auto before = others(m_descriptor);
     std::vector<std::unique_lock<std::mutex>> atRest;
+    atRest.reserve(before.size());
     for (const auto &share : before)
         atRest.emplace_back(share->writing);
     if (!isWanted())
