@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <string_view>
 
 namespace {
@@ -68,9 +69,10 @@ CommandLine CommandLine::parse(std::span<char *const> arguments)
             line.json = true;
         else if (const auto command = argument.startsWith("--") ? commandOf(argument.mid(2)) : std::nullopt)
             take(*command);
-        else if (const std::size_t taken = takenByToolkit(arguments[i]))
+        else if (const std::size_t taken = takenByToolkit(arguments[i])) {
+            line.forToolkit = true;
             i += taken - 1;
-        else
+        } else
             line.problem = (argument.startsWith('-') ? "unknown option " : "nothing to do with ") + argument;
     }
     if (line.problem.isEmpty() && line.json && line.command != Command::Status && !line.help && !line.version)
@@ -94,11 +96,20 @@ QByteArray CommandLine::helpText()
           "  --version   print the version\n\n"
           "Exit codes:\n"
           "  0  done; a process that has become the card: it was closed\n"
-          "  1  the card refuses, and the reason is on standard error\n"
+          "  1  the card refuses, or there is no display; the reason is on standard error\n"
           "  2  a command line that makes no sense\n"
           "  3  no card is open (--status, --quit)\n"
           "  4  the card that is open, or the session bus, does not answer within a second\n"
           "  5  begun, but not done yet: the card asks for a folder, or waits for the sound server\n";
+}
+
+int CommandLine::print(const QByteArray &text)
+{
+    std::fputs(text.constData(), stdout);
+    if (std::fflush(stdout) == 0)
+        return ExitCode::Done;
+    std::perror("flipside");
+    return ExitCode::Refused;
 }
 
 QByteArray CommandLine::nameOf(Command command)

@@ -22,6 +22,7 @@ struct CommandLine {
     // To be printed, and nothing else to be done.
     bool help = false;
     bool version = false;
+    bool forToolkit = false; // something of it is, and the display may be among it
     // What is wrong with it; empty when nothing is.
     QByteArray problem;
 
@@ -29,6 +30,9 @@ struct CommandLine {
     static CommandLine parse(std::span<char *const> arguments);
 
     static QByteArray helpText();
+
+    // On the standard output, for whoever reads it; an exit code.
+    static int print(const QByteArray &text);
 
     // The word behind the two dashes, which is also the name on the bus. Nothing for Present.
     static QByteArray nameOf(Command command);

@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <QThread>
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
@@ -28,6 +29,18 @@ constexpr milliseconds busAnswersACardWithin{2500};
 // Of the second, whatever the start of this process has taken.
 constexpr milliseconds leftForWinner{200};
 
+constexpr std::array statusFields{"state", "elapsed", "device", "file"};
+
+// With the same fields as what a card answers.
+QVariantMap nothingRuns()
+{
+    QVariantMap status;
+    for (const char *field : statusFields)
+        status.insert(QLatin1String(field), QString());
+    status.insert(u"state"_s, u"not-running"_s);
+    return status;
+}
+
 QByteArray inOneField(const QString &text)
 {
     if (text.isEmpty())
@@ -36,16 +49,16 @@ QByteArray inOneField(const QString &text)
     return field.replace('\\', "\\\\").replace('\t', "\\t").replace('\n', "\\n");
 }
 
-void printStatus(const QVariantMap &status, bool json)
+int printStatus(const QVariantMap &status, bool json)
 {
     QByteArray line;
     if (json) {
         line = QJsonDocument(QJsonObject::fromVariantMap(status)).toJson(QJsonDocument::Compact);
     } else {
-        for (const char *key : {"state", "elapsed", "device", "file"})
+        for (const char *key : statusFields)
             line += (line.isEmpty() ? "" : "\t") + inOneField(status.value(QLatin1String(key)).toString());
     }
-    std::printf("%s\n", line.constData());
+    return CommandLine::print(line + '\n');
 }
 
 void complain(const QString &words)
@@ -61,7 +74,7 @@ bool startsCard(Command command)
 int exitCodeOfCarried(const CommandLine &line, const CardAnswer &answer)
 {
     if (line.command == Command::Status)
-        printStatus(answer.status, line.json);
+        return printStatus(answer.status, line.json);
     if (answer.words.isEmpty())
         return ExitCode::Done;
     complain(answer.words);
@@ -80,10 +93,10 @@ int exitCode(const CommandLine &line, const CardAnswer &answer)
         complain(u"the card that is open does not answer; it may still do it later"_s);
         return ExitCode::NoAnswer;
     default:
-        if (line.command == Command::Status)
-            printStatus({{u"state"_s, u"not-running"_s}}, line.json);
-        else
+        if (line.command != Command::Status)
             complain(u"no card is open"_s);
+        else if (const int failed = printStatus(nothingRuns(), line.json))
+            return failed;
         return ExitCode::NoCard;
     }
 }

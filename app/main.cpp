@@ -45,10 +45,10 @@ std::optional<int> answerAtOnce(const CommandLine &line)
         return ExitCode::WrongUsage;
     }
     if (line.help)
-        std::printf("%s", CommandLine::helpText().constData());
-    else if (line.version)
-        std::printf("flipside %s\n", FLIPSIDE_VERSION);
-    return line.help || line.version ? std::optional<int>(ExitCode::Done) : std::nullopt;
+        return CommandLine::print(CommandLine::helpText());
+    if (line.version)
+        return CommandLine::print("flipside " FLIPSIDE_VERSION "\n");
+    return {};
 }
 
 void nameApplication()
@@ -171,6 +171,10 @@ int main(int argc, char **argv)
     if (const auto code = handOver.toOpenCard(argv))
         return *code;
 
+    if (!line.forToolkit && !platform::isDisplayNamed()) {
+        std::fputs("flipside: there is no display\n", stderr);
+        return ExitCode::Refused;
+    }
     platform::raiseOpenFileLimit();
     platform::preferNativePlatform();
     const QApplication application(argc, argv);

@@ -13,4 +13,10 @@ void preferNativePlatform()
         qputenv("QT_QPA_PLATFORM", "wayland;xcb");
 }
 
+bool isDisplayNamed()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+        || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
 } // namespace platform

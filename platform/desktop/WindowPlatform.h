@@ -10,4 +10,8 @@ namespace platform {
 // plugin for Wayland, and where the user has chosen, nothing changes. Before the application object is made.
 void preferNativePlatform();
 
+// Whether the surroundings tell where the windows would go. Where they do not, the toolkit ends the process
+// with SIGABRT.
+bool isDisplayNamed();
+
 } // namespace platform

@@ -216,7 +216,8 @@ class CommandLine(CardTest):
         for arguments, code, said in ((["--version"], 0, r"flipside \d"), (["--help"], 0, "Usage: "),
                                       (["--status"], 3, "not-running\t-\t-\t-\n$"), (["--quit"], 3, ".*no card is open"),
                                       (["--shout"], 2, ".*--shout\n\nUsage: "), (["--json"], 2, ".*--json"),
-                                      (["--stop", "--record"], 2, ".*contradict"), (["take.mp3"], 2, ".*take.mp3")):
+                                      (["--stop", "--record"], 2, ".*contradict"), (["take.mp3"], 2, ".*take.mp3"),
+                                      (["--record"], 1, ".*no display")):
             with self.subTest(arguments=arguments):
                 got, output, error = self.flipside(*arguments, DISPLAY="", LC_ALL="xx_XX.UTF-8")
                 self.assertEqual(got, code)
