@@ -27,6 +27,7 @@
 #include <QShortcut>
 #include <QTimer>
 #include <cstdio>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -49,6 +50,13 @@ std::optional<int> answerAtOnce(const CommandLine &line)
     if (line.version)
         return CommandLine::print("flipside " FLIPSIDE_VERSION "\n");
     return {};
+}
+
+// The bus's thread still reads what the end of main() would take down.
+[[noreturn]] void leave(int code)
+{
+    std::fflush(nullptr);
+    std::_Exit(code);
 }
 
 void nameApplication()
@@ -169,7 +177,7 @@ int main(int argc, char **argv)
         return *code;
     const HandOver handOver(line, platform::launchToken());
     if (const auto code = handOver.toOpenCard(argv))
-        return *code;
+        leave(*code);
 
     if (!line.forToolkit && !platform::isDisplayNamed()) {
         std::fputs("flipside: there is no display\n", stderr);
@@ -186,7 +194,7 @@ int main(int argc, char **argv)
     Commands commands(&delegate);
     DesktopService service(&commands, [&](const QString &asker) { present(delegate, asker); });
     if (!service.claim())
-        return handOver.toWinner();
+        leave(handOver.toWinner());
     // The first list of devices is on its way while the card is built.
     KTAudioControl::sharedAudioControl();
     endInOrder(service, delegate);

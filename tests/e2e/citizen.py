@@ -219,7 +219,7 @@ class CommandLine(CardTest):
                                       (["--stop", "--record"], 2, ".*contradict"), (["take.mp3"], 2, ".*take.mp3"),
                                       (["--record"], 1, ".*no display")):
             with self.subTest(arguments=arguments):
-                got, output, error = self.flipside(*arguments, DISPLAY="", LC_ALL="xx_XX.UTF-8")
+                got, output, error = self.flipside(*arguments, DISPLAY="", QT_QPA_PLATFORM="", LC_ALL="xx_XX.UTF-8")
                 self.assertEqual(got, code)
                 self.assertRegex(output or error, said)
 
