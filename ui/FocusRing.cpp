@@ -41,7 +41,9 @@ FocusRing::FocusRing(QWidget *card)
 void FocusRing::followFocus(QWidget *focused)
 {
     leaveControl();
-    if (!focused || !parentWidget()->isAncestorOf(focused) || focused->window() != window())
+    // The focus may rest on the card itself, which no ring could surround.
+    const bool isControl = focused && focused != parentWidget() && parentWidget()->isAncestorOf(focused);
+    if (!isControl || focused->window() != window())
         return;
     m_control = focused;
     // A control also moves when one of its ancestors does.

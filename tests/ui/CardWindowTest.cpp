@@ -83,6 +83,8 @@ TEST_F(CardWindowTest, ShowsTheFocusOfTheKeyboardAloneAndPressesWithReturn)
     EXPECT_TRUE(isAroundTheButton()) << "it moves with what the button is on";
     done.setEnabled(false);
     EXPECT_FALSE(ring->isVisible()) << "a disabled button has no focus";
+    card.setFocus();
+    EXPECT_FALSE(ring->isVisible()) << "it would lie over the whole card";
 }
 
 } // namespace
