@@ -45,8 +45,9 @@ void WindowTitle::followState()
 
 void WindowTitle::followTime()
 {
-    m_time = toTheSecond(m_delegate->lengthOfRecording());
-    show();
+    const QString time = toTheSecond(m_delegate->lengthOfRecording());
+    if (std::exchange(m_time, time) != time)
+        show();
 }
 
 // The same title again changes nothing, and is not told to the window system. Another card may be up while a

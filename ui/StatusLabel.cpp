@@ -78,6 +78,14 @@ QRect StatusLabel::textRect() const
     return QStyle::visualRect(layoutDirection(), group, group.adjusted(roomForMark(), 0, 0, 0));
 }
 
+QRectF StatusLabel::markRect(const QRect &text) const
+{
+    const int side = CardStyle::scaled(markSide);
+    const int gap = CardStyle::scaled(markGap);
+    const int left = layoutDirection() == Qt::LeftToRight ? text.left() - gap - side : text.right() + 1 + gap;
+    return QRectF(left, (height() - side) / 2.0, side, side);
+}
+
 QColor StatusLabel::markColour() const
 {
     return m_mark == RecordingMark ? CardStyle::colours().recordMark : palette().color(foregroundRole());
@@ -91,12 +99,8 @@ void StatusLabel::paintEvent(QPaintEvent *)
     paintText(painter, text);
     if (m_mark == NoMark)
         return;
-    const int side = CardStyle::scaled(markSide);
-    const int gap = CardStyle::scaled(markGap);
-    const int left = layoutDirection() == Qt::LeftToRight ? text.left() - gap - side : text.right() + 1 + gap;
     painter.setOpacity(m_dimmed ? dimmedOpacity : 1);
-    ControlPaint::icon(
-        painter, QRectF(left, (height() - side) / 2.0, side, side), pathOf(m_mark), markColour());
+    ControlPaint::icon(painter, markRect(text), pathOf(m_mark), markColour());
 }
 
 void StatusLabel::startOrStopTimer()
@@ -136,5 +140,5 @@ void StatusLabel::timerEvent(QTimerEvent *event)
     if (event->timerId() != m_timer.timerId())
         return ElidedLabel::timerEvent(event);
     m_dimmed = !m_dimmed;
-    update();
+    update(markRect(textRect()).toAlignedRect());
 }

@@ -42,6 +42,7 @@ protected:
 
 private:
     int roomForMark() const;
+    QRectF markRect(const QRect &text) const;
     QColor markColour() const;
     void startOrStopTimer();
     void followMotion();

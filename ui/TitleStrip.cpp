@@ -64,9 +64,12 @@ void TitleStrip::addCloseButton()
     m_windowButtons->addWidget(m_close);
 }
 
-int TitleStrip::widestSide() const
+// The same room on both sides, so that the title is in the middle of the card.
+QRect TitleStrip::titleRoom() const
 {
-    return std::max(m_tools->sizeHint().width(), m_windowButtons->sizeHint().width());
+    const int widest = std::max(m_tools->sizeHint().width(), m_windowButtons->sizeHint().width());
+    const int side = widest + CardStyle::scaled(sideMargin + toolSpacing);
+    return rect().adjusted(side, 0, -side, 0);
 }
 
 void TitleStrip::paintEvent(QPaintEvent *)
@@ -74,9 +77,7 @@ void TitleStrip::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setFont(CardStyle::font(CardStyle::labelFontSize, QFont::DemiBold));
     painter.setPen(CardStyle::colours().label);
-    // The same room on both sides, so that the title is in the middle of the card.
-    const int side = widestSide() + CardStyle::scaled(sideMargin + toolSpacing);
-    const QRect room = rect().adjusted(side, 0, -side, 0);
+    const QRect room = titleRoom();
     const QString title
         = painter.fontMetrics().elidedText(parentWidget()->windowTitle(), Qt::ElideRight, room.width());
     painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, title);
@@ -121,6 +122,6 @@ void TitleStrip::dragTo(const QPoint &globalPosition)
 bool TitleStrip::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::WindowTitleChange)
-        update();
+        update(titleRoom());
     return QWidget::eventFilter(watched, event);
 }

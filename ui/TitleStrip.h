@@ -35,7 +35,7 @@ protected:
 
 private:
     void dragTo(const QPoint &globalPosition);
-    int widestSide() const;
+    QRect titleRoom() const;
 
     QHBoxLayout *m_tools;
     QHBoxLayout *m_windowButtons;
