@@ -20,6 +20,14 @@ namespace {
 constexpr Qt::WindowFlags cardFlags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
     | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
 
+QLinearGradient groundOf(const QRectF &card)
+{
+    QLinearGradient gradient(card.topLeft(), card.bottomLeft());
+    gradient.setColorAt(0, CardStyle::gradientTop);
+    gradient.setColorAt(1, CardStyle::gradientBottom);
+    return gradient;
+}
+
 } // namespace
 
 CardWindow::CardWindow(TitleButtons buttons, QWidget *parent)
@@ -53,15 +61,25 @@ void CardWindow::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const double radius = m_roundedCorners ? CardStyle::scaled(CardStyle::cornerRadius) : 0;
     const QRectF card = rect();
-    QLinearGradient gradient(card.topLeft(), card.bottomLeft());
-    gradient.setColorAt(0, CardStyle::gradientTop);
-    gradient.setColorAt(1, CardStyle::gradientBottom);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(gradient);
+    painter.setBrush(groundOf(card));
     painter.drawRoundedRect(card, radius, radius);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(CardStyle::hairline, 1));
     painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+}
+
+void CardWindow::paintGround(QPainter &painter, const QWidget *control, const QRect &part)
+{
+    const QWidget *card = control;
+    while (card->parentWidget() && !qobject_cast<const CardWindow *>(card))
+        card = card->parentWidget();
+    const QPoint corner = control->mapTo(card, QPoint(0, 0));
+    painter.save();
+    painter.translate(-corner);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(part.translated(corner).adjusted(-1, -1, 1, 1), groundOf(card->rect()));
+    painter.restore();
 }
 
 void CardWindow::showEvent(QShowEvent *event)

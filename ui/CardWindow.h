@@ -24,6 +24,11 @@ public:
     QWidget *content() const { return m_content; }
     TitleStrip *titleStrip() const { return m_titleStrip; }
 
+    // What a card looks like without its controls, in a part of one of them. For a control that draws often:
+    // with WA_OpaquePaintEvent and this ground nothing below it is drawn anew. `painter` is in the control's
+    // coordinates, and the ground reaches a little beyond the part, for pixels that are shared.
+    static void paintGround(QPainter &painter, const QWidget *control, const QRect &part);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;

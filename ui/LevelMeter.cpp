@@ -4,6 +4,7 @@
 #include "ui/LevelMeter.h"
 
 #include "ui/CardStyle.h"
+#include "ui/CardWindow.h"
 
 #include <QEvent>
 #include <QLinearGradient>
@@ -14,7 +15,8 @@
 
 namespace {
 
-constexpr int intervalMilliseconds = 40;
+// Not less: between two tenths of the elapsed time, with which it moves along, there is one step.
+constexpr int intervalMilliseconds = 60;
 constexpr double barHeight = 4;
 constexpr double barGap = 3;
 // A longer step makes no difference: by then the bars have fallen to rest.
@@ -36,11 +38,17 @@ QLinearGradient gradient(const QRectF &track)
     return colours;
 }
 
+QRectF clipMark(const QRectF &track)
+{
+    return track.adjusted(track.width() - 1.5 * track.height(), 0, 0, 0);
+}
+
 } // namespace
 
 LevelMeter::LevelMeter(QWidget *parent)
     : QWidget(parent)
 {
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("Input level"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -54,6 +62,14 @@ void LevelMeter::setRunning(bool running)
 {
     m_running = running;
     startOrStopTimer();
+}
+
+void LevelMeter::moveAlong()
+{
+    if (!m_timer.isActive())
+        return;
+    advance();
+    m_timer.start(intervalMilliseconds, this);
 }
 
 QSize LevelMeter::sizeHint() const
@@ -127,21 +143,31 @@ void LevelMeter::advance()
     const std::array<float, 2> peaks = m_running && m_source ? m_source() : std::array<float, 2>{};
     for (int channel = 0; channel < 2; ++channel) {
         m_bars[channel].ballistics.advance(peaks[channel], elapsed);
-        if (refresh(m_bars[channel]))
-            update(barRectangle(channel).toAlignedRect());
+        refresh(channel);
     }
 }
 
-// Whether the bar looks different from before.
-bool LevelMeter::refresh(Bar &bar) const
+// What has changed of the bar is drawn anew, and nothing else.
+void LevelMeter::refresh(int channel)
 {
-    const int lit = qRound(bar.ballistics.position() * width() * devicePixelRatioF());
+    Bar &bar = m_bars[channel];
+    const double ratio = devicePixelRatioF();
+    const QRectF track = barRectangle(channel);
+    const int lit = qRound(bar.ballistics.position() * width() * ratio);
+    const auto [least, most] = std::minmax({lit, std::exchange(bar.litPixels, lit)});
+    if (least != most) {
+        const double left = least / ratio - track.height() / 2; // with the round end of the shorter one
+        drawAnew(QRectF(left, track.top(), most / ratio - left, track.height()));
+    }
     const bool clips = bar.ballistics.isClipping();
-    if (lit == bar.litPixels && clips == bar.clips)
-        return false;
-    bar.litPixels = lit;
-    bar.clips = clips;
-    return true;
+    if (std::exchange(bar.clips, clips) != clips)
+        drawAnew(clipMark(track));
+}
+
+// With the pixels around it: at odd scale factors an edge lies within one.
+void LevelMeter::drawAnew(const QRectF &part)
+{
+    update(part.toAlignedRect().adjusted(-1, -1, 1, 1));
 }
 
 QRectF LevelMeter::barRectangle(int channel) const
@@ -153,11 +179,12 @@ QRectF LevelMeter::barRectangle(int channel) const
 void LevelMeter::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
+    CardWindow::paintGround(painter, this, event->rect());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     for (int channel = 0; channel < 2; ++channel) {
         const QRectF track = barRectangle(channel);
-        if (event->rect().intersects(track.toAlignedRect()))
+        if (event->region().intersects(track.toAlignedRect()))
             paintBar(painter, track, m_bars[channel]);
     }
 }
@@ -171,15 +198,16 @@ void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar
     const double lit = bar.litPixels / devicePixelRatioF();
     if (lit > 0) {
         painter.setBrush(gradient(track));
-        painter.save();
-        painter.setClipRect(QRectF(track.topLeft(), QSizeF(lit, track.height())));
+        const bool isShort = lit < 2 * radius;
+        if (isShort)
+            painter.setClipRect(QRectF(track.topLeft(), QSizeF(lit, track.height())));
         painter.drawRoundedRect(
             QRectF(track.topLeft(), QSizeF(std::max(lit, 2 * radius), track.height())), radius, radius);
-        painter.restore();
+        if (isShort)
+            painter.setClipping(false);
     }
     if (bar.clips) {
         painter.setBrush(CardStyle::colours().recordMark);
-        painter.drawRoundedRect(
-            QRectF(track.right() - 3 * radius, track.top(), 3 * radius, track.height()), radius, radius);
+        painter.drawRoundedRect(clipMark(track), radius, radius);
     }
 }

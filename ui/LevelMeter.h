@@ -12,7 +12,7 @@
 #include <functional>
 
 // Two bars, left above right, on a logarithmic scale from green to red. While it runs it asks for new peaks
-// 25 times a second; at rest, or where nobody can see it, it does not wake up at all.
+// up to 20 times a second; at rest, or where nobody can see it, it does not wake up at all.
 class LevelMeter : public QWidget {
     Q_OBJECT
 
@@ -25,6 +25,9 @@ public:
     void setSource(Source source);
     // While it does not run, the bars fall to rest and stay there.
     void setRunning(bool running);
+    // Something beside it is drawn now: while it runs it makes its next step at the same time, because a
+    // frame costs more than what is drawn in it.
+    void moveAlong();
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -47,7 +50,8 @@ private:
     void watchWindow();
     void startOrStopTimer();
     void advance();
-    bool refresh(Bar &bar) const;
+    void refresh(int channel);
+    void drawAnew(const QRectF &part);
     QRectF barRectangle(int channel) const;
     void paintBar(QPainter &painter, const QRectF &track, const Bar &bar) const;
 

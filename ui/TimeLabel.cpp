@@ -4,32 +4,70 @@
 #include "ui/TimeLabel.h"
 
 #include "ui/CardStyle.h"
+#include "ui/CardWindow.h"
 
 #include <QEvent>
 #include <QFontMetricsF>
+#include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
 
 namespace {
 
 constexpr double fontPoints = 64;
 
-double widestDigit(const QFontMetricsF &metrics)
+bool haveSameCells(const QString &one, const QString &other)
 {
-    double widest = 0;
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
-    return widest;
+    const auto fits = [](QChar a, QChar b) { return a == b || (a.isDigit() && b.isDigit()); };
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(), fits);
 }
 
 } // namespace
 
 TimeLabel::TimeLabel(QWidget *parent)
-    : QLabel(parent)
+    : QWidget(parent)
 {
-    setTextFormat(Qt::PlainText);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFont(CardStyle::font(fontPoints, QFont::Light));
-    m_digitWidth = widestDigit(QFontMetricsF(font()));
+    measure();
+}
+
+void TimeLabel::measure()
+{
+    const QFontMetricsF metrics(font());
+    m_measures = {};
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit) {
+        m_measures.digitWidth = std::max(m_measures.digitWidth, metrics.horizontalAdvance(QChar(digit)));
+        m_measures.overhang
+            = std::max({m_measures.overhang, -metrics.leftBearing(digit), -metrics.rightBearing(digit)});
+    }
+    m_measures.capHeight = metrics.capHeight();
+    // Fonts place the colon for lower-case letters; between digits it belongs at half their height.
+    m_measures.colonLift = (metrics.capHeight() - metrics.xHeight()) / 2;
+    placeCells();
+}
+
+void TimeLabel::placeCells()
+{
+    const QFontMetricsF metrics(font());
+    m_edges = {0};
+    for (const QChar character : std::as_const(m_text))
+        m_edges.append(m_edges.last()
+            + (character.isDigit() ? m_measures.digitWidth : metrics.horizontalAdvance(character)));
+    updateGeometry();
+    update();
+}
+
+void TimeLabel::setText(const QString &text)
+{
+    const QString before = std::exchange(m_text, text);
+    if (!haveSameCells(before, m_text))
+        return placeCells();
+    for (qsizetype i = 0; i < m_text.size(); ++i) {
+        if (before[i] != m_text[i])
+            update(cell(i));
+    }
 }
 
 void TimeLabel::setLive(bool live)
@@ -43,24 +81,13 @@ void TimeLabel::setLive(bool live)
 void TimeLabel::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange)
-        m_digitWidth = widestDigit(QFontMetricsF(font()));
-    QLabel::changeEvent(event);
-}
-
-QList<double> TimeLabel::cellEdges() const
-{
-    const QFontMetricsF metrics(font());
-    QList<double> edges = {0};
-    const QString shown = text();
-    for (const QChar character : shown)
-        edges.append(
-            edges.last() + (character.isDigit() ? m_digitWidth : metrics.horizontalAdvance(character)));
-    return edges;
+        measure();
+    QWidget::changeEvent(event);
 }
 
 QSize TimeLabel::sizeHint() const
 {
-    return QSizeF(cellEdges().last(), QFontMetricsF(font()).capHeight() * 1.5).toSize();
+    return QSizeF(m_edges.last(), m_measures.capHeight * 1.5).toSize();
 }
 
 // Any width will do, because the text is scaled; the height is that of a line.
@@ -69,22 +96,36 @@ QSize TimeLabel::minimumSizeHint() const
     return {0, sizeHint().height()};
 }
 
-void TimeLabel::paintEvent(QPaintEvent *)
+double TimeLabel::scale() const
 {
-    const QList<double> edges = cellEdges();
-    const QString shown = text();
-    const double scale = std::min(1.0, width() / std::max(1.0, edges.last()));
+    return std::min(1.0, width() / std::max(1.0, m_edges.last()));
+}
+
+// With all that its character may cover.
+QRect TimeLabel::cell(qsizetype i) const
+{
+    const double middle = m_edges.last() / 2;
+    const double left = m_edges[i] - middle - m_measures.overhang;
+    const double right = m_edges[i + 1] - middle + m_measures.overhang;
+    const QRectF scaled(width() / 2.0 + left * scale(), 0, (right - left) * scale(), height());
+    return scaled.toAlignedRect().adjusted(-1, 0, 1, 0);
+}
+
+void TimeLabel::paintEvent(QPaintEvent *event)
+{
     QPainter painter(this);
+    CardWindow::paintGround(painter, this, event->rect());
     painter.translate(width() / 2.0, height() / 2.0);
-    painter.scale(scale, scale);
+    painter.scale(scale(), scale());
     painter.setPen(m_live ? CardStyle::colours().text : CardStyle::colours().label);
     const QFontMetricsF metrics(font());
-    const double baseline = metrics.capHeight() / 2;
-    // Fonts place the colon for lower-case letters; between digits it belongs at half their height.
-    const double colonLift = (metrics.capHeight() - metrics.xHeight()) / 2;
-    for (qsizetype i = 0; i < shown.size(); ++i) {
-        const double spare = edges[i + 1] - edges[i] - metrics.horizontalAdvance(shown[i]);
-        const double y = shown[i] == u':' ? baseline - colonLift : baseline;
-        painter.drawText(QPointF(edges[i] + (spare - edges.last()) / 2, y), QString(shown[i]));
+    const double baseline = m_measures.capHeight / 2;
+    for (qsizetype i = 0; i < m_text.size(); ++i) {
+        if (!cell(i).intersects(event->rect()))
+            continue;
+        const QChar character = m_text[i];
+        const double spare = m_edges[i + 1] - m_edges[i] - metrics.horizontalAdvance(character);
+        const double y = character == u':' ? baseline - m_measures.colonLift : baseline;
+        painter.drawText(QPointF(m_edges[i] + (spare - m_edges.last()) / 2, y), QString(character));
     }
 }

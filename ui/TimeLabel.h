@@ -3,31 +3,47 @@
 
 #pragma once
 
-#include <QLabel>
+#include <QWidget>
 
 // The elapsed time in large light digits. Digits have cells of one width, whatever font the desktop has, so
-// that no digit moves when another changes; a text that grows too long for its place is drawn smaller.
-class TimeLabel : public QLabel {
+// that no digit moves when another changes; a text that grows too long for its place is drawn smaller. Only
+// the cells that have changed are drawn anew.
+class TimeLabel : public QWidget {
     Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText)
 
 public:
     explicit TimeLabel(QWidget *parent = nullptr);
 
+    QString text() const { return m_text; }
+    void setText(const QString &text);
     // Whether the time runs: bright digits, else the grey of labels.
     void setLive(bool live);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
-    // The distance from the start of the text to each character's cell and to the end, in the label's font.
-    // Public for the tests.
-    QList<double> cellEdges() const;
-
 protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
+    // Of the label's font.
+    struct Measures {
+        double digitWidth = 0; // of the widest digit
+        double overhang = 0; // how far a digit may reach beyond its cell
+        double capHeight = 0;
+        double colonLift = 0;
+    };
+
+    void measure();
+    void placeCells();
+    double scale() const;
+    QRect cell(qsizetype i) const;
+
+    QString m_text;
     bool m_live = false;
-    double m_digitWidth = 0; // of the widest digit
+    Measures m_measures;
+    // The distance from the start of the text to each character's cell and to the end, unscaled.
+    QList<double> m_edges;
 };

@@ -3,6 +3,7 @@
 
 #include "testbed/Waiting.h"
 #include "ui/CardStyle.h"
+#include "ui/CardWindow.h"
 #include "ui/ElidedLabel.h"
 #include "ui/LevelMeter.h"
 #include "ui/TimeLabel.h"
@@ -10,6 +11,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -70,6 +72,35 @@ TEST(TimeLabel, MovesNoDigitWhenAnotherChangesAndCutsNoneOff)
     EXPECT_EQ(shown("11:11:07.2").copy(behind), shown("00:48:07.2").copy(behind));
     const QImage longest = shown("100000:00:00.0");
     EXPECT_EQ(longest.copy(0, 0, 1, 80), longest.copy(359, 0, 1, 80)) << "nothing at either side";
+}
+
+// What has been drawn piece by piece is the same picture as the whole, and the card is its ground.
+TEST(CardWindow, IsTheGroundOfWhatDrawsOnlyItsChanges)
+{
+    CardWindow card;
+    TimeLabel label(&card);
+    label.setGeometry(44, 60, 372, label.sizeHint().height());
+    label.setText(QStringLiteral("00:00:00.0"));
+    LevelMeter meter(&card);
+    meter.setGeometry(44, 143, 372, 11);
+    const QRect part(40, 60, 380, 94);
+    float peak = 0;
+    meter.setSource([&peak] { return std::array<float, 2>{peak, peak / 4}; });
+    meter.setRunning(true);
+    card.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&card));
+    for (const float next : {0.0F, 0.0012F, 0.3F, 0.0F, 1.0F}) {
+        peak = next;
+        label.setText(QStringLiteral("00:11:27.%1").arg(int(next * 9)));
+        meter.moveAlong();
+        QCoreApplication::sendPostedEvents();
+        const QImage whole = card.grab(part).toImage();
+        const QImage seen = card.screen()
+                                ->grabWindow(card.winId(), part.x(), part.y(), part.width(), part.height())
+                                .toImage();
+        EXPECT_EQ(seen.convertedTo(whole.format()), whole) << next;
+        EXPECT_EQ(whole.pixel(1, 88), whole.pixel(10, 88)) << "between the bars, and beside them";
+    }
 }
 
 TEST(ElidedLabel, ShowsAnyTextInOneLineAndKeepsItWhole)
