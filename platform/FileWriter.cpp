@@ -82,6 +82,7 @@ std::shared_ptr<FileWriter> FileWriter::open(const QString &path, int &error, QD
 
 void FileWriter::run()
 {
+    m_thread.assertSameThread();
     const int error = openFile();
     std::unique_lock lock(m_mutex);
     if (error && !m_isGiven)
@@ -108,6 +109,7 @@ void FileWriter::run()
 
 int FileWriter::openFile()
 {
+    m_thread.assertSameThread();
     const int error = m_file.open();
     return error ? error : m_file.takeOver([this] { return beginTakingOver(); });
 }
@@ -116,6 +118,7 @@ int FileWriter::openFile()
 // what a disk was told to throw away cannot be taken back.
 bool FileWriter::beginTakingOver()
 {
+    m_thread.assertSameThread();
     const std::scoped_lock lock(m_mutex);
     if (m_phase == Phase::Refused)
         return false;
@@ -126,6 +129,7 @@ bool FileWriter::beginTakingOver()
 // A disk that was too slow with that to be waited for, and then refused it, is asked again like any other.
 void FileWriter::takeOverAtLast(std::unique_lock<std::mutex> &lock, int error)
 {
+    m_thread.assertSameThread();
     while (error) {
         fail(lock, error);
         lock.unlock();
@@ -136,6 +140,7 @@ void FileWriter::takeOverAtLast(std::unique_lock<std::mutex> &lock, int error)
 
 void FileWriter::refuse(std::unique_lock<std::mutex> &lock, int error)
 {
+    m_thread.assertSameThread();
     m_error = error;
     m_phase = Phase::Refused;
     lock.unlock();
@@ -147,6 +152,7 @@ void FileWriter::refuse(std::unique_lock<std::mutex> &lock, int error)
 // going to come.
 bool FileWriter::hasWork(std::unique_lock<std::mutex> &lock)
 {
+    m_thread.assertSameThread();
     const auto isCalled = [this] { return !m_ring.isEmpty() || m_isReleased; };
     if (m_isSeen)
         m_wake.wait(lock, isCalled);
@@ -158,6 +164,7 @@ bool FileWriter::hasWork(std::unique_lock<std::mutex> &lock)
 // Once after the last write, and not later: whoever removes a recording then wants it so.
 void FileWriter::lookForFile(std::unique_lock<std::mutex> &lock)
 {
+    m_thread.assertSameThread();
     lock.unlock();
     const bool isGone = m_file.isGone();
     lock.lock();
@@ -168,6 +175,7 @@ void FileWriter::lookForFile(std::unique_lock<std::mutex> &lock)
 
 void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
 {
+    m_thread.assertSameThread();
     const auto parts = m_ring.parts();
     const qint64 offset = m_offset;
     const auto now = Clock::now();
@@ -201,6 +209,7 @@ void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
 
 void FileWriter::fail(std::unique_lock<std::mutex> &lock, int error)
 {
+    m_thread.assertSameThread();
     m_error = error;
     announce(lock, outputErrorReason(error));
     m_pause = std::clamp<std::chrono::milliseconds>(m_pause, firstPause, longestPause);
@@ -211,6 +220,7 @@ void FileWriter::fail(std::unique_lock<std::mutex> &lock, int error)
 
 void FileWriter::findAgain(std::unique_lock<std::mutex> &lock)
 {
+    m_thread.assertSameThread();
     qint64 written = m_end;
     lock.unlock();
     const bool isFound = m_file.findAgain(written);
@@ -228,6 +238,7 @@ void FileWriter::findAgain(std::unique_lock<std::mutex> &lock)
 // Everything is in the file.
 void FileWriter::settle(std::unique_lock<std::mutex> &lock)
 {
+    m_thread.assertSameThread();
     m_progress.notify_all();
     m_error = 0;
     if (!std::exchange(m_isAnnounced, false))

@@ -105,6 +105,7 @@ private:
 
     const QString m_path;
     OverlapCheck m_calls;
+    ThreadCheck m_thread; // the writing one
     OutputFile m_file; // of the thread alone
     mutable std::mutex m_mutex;
     std::condition_variable m_wake; // of the thread: there is something to do

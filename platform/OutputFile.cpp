@@ -225,6 +225,7 @@ ssize_t OutputFile::write(const iovec *parts, int count, qint64 offset)
 
 bool OutputFile::isGone() const
 {
+    m_thread.assertSameThread();
     struct stat file = {};
     return !isTakenOver() && fstat(m_descriptor, &file) == 0 && file.st_nlink == 0;
 }

@@ -22,7 +22,7 @@ inline void assertMainThread()
 // decides, until the next release().
 class ThreadCheck {
 public:
-    void assertSameThread()
+    void assertSameThread() const
     {
 #ifndef QT_NO_DEBUG
         const Qt::HANDLE here = QThread::currentThreadId();
@@ -42,7 +42,7 @@ public:
 
 private:
 #ifndef QT_NO_DEBUG
-    std::atomic<Qt::HANDLE> m_owner = nullptr;
+    mutable std::atomic<Qt::HANDLE> m_owner = nullptr;
 #endif
 };
 

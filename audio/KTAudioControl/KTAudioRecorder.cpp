@@ -166,7 +166,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
     }
     if (!m_queue->start())
         return platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no room for a thread"));
-    m_levels.take();
+    m_levels.restart();
     m_heard = false;
     forgetMissing();
     m_soundThread.release();

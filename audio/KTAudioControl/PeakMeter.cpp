@@ -69,8 +69,15 @@ Peaks peaksOf(const void *frames, std::size_t frameCount, const sound::SampleSpe
 
 } // namespace
 
+void PeakMeter::restart()
+{
+    m_soundThread.release();
+    take();
+}
+
 void PeakMeter::measure(const void *frames, std::size_t frameCount, const sound::SampleSpec &spec)
 {
+    m_soundThread.assertSameThread();
     Peaks peaks = peaksOf(frames, frameCount, spec);
     if (spec.channels == 1)
         peaks[1] = peaks[0];

@@ -7,7 +7,6 @@
 #include "platform/Inquiry.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
-#include "platform/ThreadCheck.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -52,6 +51,7 @@ void Playback::start()
 
 void Playback::watchDisk()
 {
+    platform::assertMainThread();
     bool isSilent = false;
     {
         const std::scoped_lock lock(m_mutex);
@@ -80,6 +80,7 @@ void Playback::stop()
 
 KTAudioTransportState Playback::state() const
 {
+    platform::assertMainThread();
     if (!m_running)
         return KTAudioTransportStateStopped;
     return m_paused ? KTAudioTransportStatePaused : KTAudioTransportStateRunning;
@@ -108,6 +109,7 @@ void Playback::resume()
 
 void Playback::read()
 {
+    m_readingThread.assertSameThread();
     if (!m_source.open(m_path)) {
         post([problem = m_source.error()](Playback &playback) { playback.end(problem); });
         return;
@@ -134,6 +136,7 @@ void Playback::read()
 // False when nobody wants it any more.
 bool Playback::append(std::span<const std::byte> samples)
 {
+    m_readingThread.assertSameThread();
     std::unique_lock lock(m_mutex);
     m_starving.reset();
     while (!samples.empty() && !m_stopped) {
@@ -152,9 +155,9 @@ bool Playback::append(std::span<const std::byte> samples)
     return !m_stopped;
 }
 
-// Main thread.
 void Playback::opened()
 {
+    platform::assertMainThread();
     auto [stream, problem] = sound::soundSystem()->openPlayback(specOf(m_format), this);
     if (!stream)
         return end(problem);
@@ -169,6 +172,7 @@ void Playback::opened()
 // The reader is woken when there is room for a while, not for every piece.
 sound::PlaybackFill Playback::fillPlayback(void *buffer, std::size_t bytes)
 {
+    m_soundThread.assertSameThread();
     std::size_t filled = 0;
     bool atEnd = false;
     std::int64_t before = 0;

@@ -6,6 +6,7 @@
 #include "KTAudioControl/KTAudioTransportState.h"
 #include "audio/KTAudioControl/Mp3Source.h"
 #include "audio/KTAudioControl/SoundSystem.h"
+#include "platform/ThreadCheck.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -70,6 +71,8 @@ private:
     bool m_running = false;
     bool m_paused = false;
 
+    platform::ThreadCheck m_readingThread;
+    platform::ThreadCheck m_soundThread;
     Mp3Source m_source; // the reading thread
     // Set before the stream is opened, and never changed after it.
     AudioStreamBasicDescription m_format;

@@ -16,12 +16,14 @@ CaptureFeed::CaptureFeed(CaptureClient *client, const SampleSpec &spec)
 
 void CaptureFeed::prepare()
 {
+    m_loopThread.assertSameThread();
     m_collected.reserve(2 * qsizetype(m_spec.bytesIn(piece)));
 }
 
 // Up to a hole, up to the cut.
 void CaptureFeed::take(const std::byte *data, std::size_t bytes)
 {
+    m_loopThread.assertSameThread();
     while (bytes > 0 && m_untilCut != 0) {
         if (m_hole.frames > 0 && m_untilHole == 0)
             deliverHole();
@@ -77,6 +79,7 @@ void CaptureFeed::deliver(const void *data, std::size_t bytes)
 
 void CaptureFeed::lose(const CaptureClock::Loss &loss, qint64 after)
 {
+    m_loopThread.assertSameThread();
     deliverHole(); // one that is still to come
     m_hole = loss;
     m_untilHole = after;
@@ -84,8 +87,33 @@ void CaptureFeed::lose(const CaptureClock::Loss &loss, qint64 after)
         deliverHole();
 }
 
+void CaptureFeed::cutAfter(qint64 bytes)
+{
+    m_loopThread.assertSameThread();
+    m_untilCut = bytes;
+}
+
+bool CaptureFeed::hasCut() const
+{
+    m_loopThread.assertSameThread();
+    return m_untilCut.has_value();
+}
+
+bool CaptureFeed::isCut() const
+{
+    m_loopThread.assertSameThread();
+    return m_untilCut == 0;
+}
+
+void CaptureFeed::endCut()
+{
+    m_loopThread.assertSameThread();
+    m_untilCut.reset();
+}
+
 void CaptureFeed::loseUpToCut(KTAudioMissingCause cause)
 {
+    m_loopThread.assertSameThread();
     const qint64 frames = std::exchange(m_untilCut, 0).value_or(0) / m_spec.bytesPerFrame();
     if (frames > 0 && m_hole.frames == 0)
         m_hole = {0, cause};
@@ -126,11 +154,13 @@ void CaptureFeed::silence(std::chrono::nanoseconds upTo)
 
 void CaptureFeed::speak()
 {
+    m_loopThread.assertSameThread();
     m_client.call([this](CaptureClient &) { m_silent = false; });
 }
 
 void CaptureFeed::reach(std::optional<std::chrono::nanoseconds> taken)
 {
+    m_loopThread.assertSameThread();
     m_client.call([&](CaptureClient &) {
         m_delivered = taken;
         if (m_delivered)
@@ -146,6 +176,7 @@ std::chrono::nanoseconds CaptureFeed::timeOf(std::size_t bytes) const
 
 void CaptureFeed::flush()
 {
+    m_loopThread.assertSameThread();
     deliverHole();
     deliverCollected();
 }

@@ -6,6 +6,7 @@
 #include "audio/KTAudioControl/CaptureClock.h"
 #include "audio/KTAudioControl/SoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseClientGate.h"
+#include "platform/ThreadCheck.h"
 
 #include <QByteArray>
 #include <chrono>
@@ -43,12 +44,12 @@ public:
     void flush();
 
     // Nothing is taken after the next so many bytes, until endCut().
-    void cutAfter(qint64 bytes) { m_untilCut = bytes; }
-    bool hasCut() const { return m_untilCut.has_value(); }
-    bool isCut() const { return m_untilCut == 0; }
+    void cutAfter(qint64 bytes);
+    bool hasCut() const;
+    bool isCut() const;
     // What has not come up to the cut will not come: it is lost.
     void loseUpToCut(KTAudioMissingCause cause);
-    void endCut() { m_untilCut.reset(); }
+    void endCut();
 
 private:
     void collect(const std::byte *data, std::size_t bytes);
@@ -62,6 +63,7 @@ private:
     bool m_silent = false;
     std::optional<std::chrono::nanoseconds> m_delivered; // up to this boot time
     const SampleSpec m_spec;
+    platform::ThreadCheck m_loopThread;
     QByteArray m_collected; // taken, not delivered yet; less than a piece
     CaptureClock::Loss m_hole; // to be delivered
     qint64 m_untilHole = 0; // bytes that come before it

@@ -28,6 +28,7 @@ PulseBacklog::PulseBacklog(const SampleSpec &spec, std::function<void()> answere
 
 void PulseBacklog::restart()
 {
+    m_loopThread.assertSameThread();
     m_request.reset();
     m_usual.reset();
     m_thrownAway = 0;
@@ -36,6 +37,7 @@ void PulseBacklog::restart()
 // An acknowledgement of a cork, for example, would overtake what waits: nothing else tells.
 void PulseBacklog::ask(pa_stream *stream)
 {
+    m_loopThread.assertSameThread();
     m_asked = Moment::now();
     const auto answer
         = [](pa_stream *of, int, void *self) { static_cast<PulseBacklog *>(self)->answered(of); };
@@ -44,8 +46,15 @@ void PulseBacklog::ask(pa_stream *stream)
         answered(stream);
 }
 
+void PulseBacklog::cancel()
+{
+    m_loopThread.assertSameThread();
+    m_request.reset();
+}
+
 void PulseBacklog::answered(pa_stream *stream)
 {
+    m_loopThread.assertSameThread();
     m_request.reset();
     m_moment = Moment::now();
     m_waiting = 0;
@@ -73,13 +82,33 @@ qint64 PulseBacklog::unreadBytes(qint64 unread, qint64 room)
     return 0;
 }
 
+Moment PulseBacklog::moment() const
+{
+    m_loopThread.assertSameThread();
+    return m_moment;
+}
+
+qint64 PulseBacklog::waiting() const
+{
+    m_loopThread.assertSameThread();
+    return m_waiting + bytesIn(kept());
+}
+
 qint64 PulseBacklog::inside() const
 {
+    m_loopThread.assertSameThread();
     return bytesIn(std::min(m_usual.value_or(m_inside), longestInside));
+}
+
+bool PulseBacklog::knowsInside() const
+{
+    m_loopThread.assertSameThread();
+    return m_usual.has_value();
 }
 
 void PulseBacklog::learnInside()
 {
+    m_loopThread.assertSameThread();
     if (!m_usual)
         m_usual = m_inside;
 }

@@ -5,6 +5,7 @@
 
 #include "audio/KTAudioControl/CaptureClock.h"
 #include "audio/KTAudioControl/pulse/PulseHandles.h"
+#include "platform/ThreadCheck.h"
 
 #include <optional>
 
@@ -22,18 +23,18 @@ public:
     // The answer follows, from inside this call where the server cannot be asked: then nothing waits.
     void ask(pa_stream *stream);
     // No answer follows.
-    void cancel() { m_request.reset(); }
+    void cancel();
 
     // The moment of which the answer tells. It was on its way since.
-    Moment moment() const { return m_moment; }
+    Moment moment() const;
     // Bytes that will come, captured until that moment, without what the device always holds.
-    qint64 waiting() const { return m_waiting + bytesIn(kept()); }
+    qint64 waiting() const;
     // Bytes that the device always holds.
     qint64 inside() const;
 
     // What the device holds now is what it always holds: nothing is unusual.
     void learnInside();
-    bool knowsInside() const { return m_usual.has_value(); }
+    bool knowsInside() const;
 
 private:
     using microseconds = std::chrono::microseconds;
@@ -45,6 +46,7 @@ private:
 
     const SampleSpec &m_spec;
     const std::function<void()> m_answered;
+    platform::ThreadCheck m_loopThread;
     PulseOperationHandle m_request;
     Moment m_asked{};
     Moment m_moment{};

@@ -62,7 +62,7 @@ public:
 private:
     void connectStream(pa_stream *stream) override;
     void streamReady() override;
-    void streamRefused(const QString &problem) override { m_opened->give(problem); }
+    void streamRefused(const QString &problem) override;
     void streamLost() override;
     void stopped() override;
     void devicesListed() override;
@@ -104,12 +104,14 @@ private:
 
 void PulseCaptureStream::OnLoop::begin(std::shared_ptr<Answer> opened)
 {
+    assertOnLoop();
     m_opened = std::move(opened);
     open();
 }
 
 void PulseCaptureStream::OnLoop::end()
 {
+    assertOnLoop();
     stopTimers();
     m_flush.reset();
     close();
@@ -125,6 +127,7 @@ void PulseCaptureStream::OnLoop::stopTimers()
 
 void PulseCaptureStream::OnLoop::stopped()
 {
+    assertOnLoop();
     stopTimers();
     m_flush.reset();
     if (m_pause)
@@ -134,6 +137,7 @@ void PulseCaptureStream::OnLoop::stopped()
 
 void PulseCaptureStream::OnLoop::connectStream(pa_stream *stream)
 {
+    assertOnLoop();
     const auto readable
         = [](pa_stream *, std::size_t, void *self) { static_cast<OnLoop *>(self)->readAvailable(); };
     pa_stream_set_read_callback(stream, readable, this);
@@ -151,6 +155,7 @@ void PulseCaptureStream::OnLoop::connectStream(pa_stream *stream)
 // suspend it because nobody listens.
 void PulseCaptureStream::OnLoop::suspendedChanged()
 {
+    assertOnLoop();
     m_clock.restart();
     m_feed.reach({});
     const bool suspended = pa_stream_is_suspended(stream()) > 0 && !m_paused;
@@ -166,6 +171,7 @@ void PulseCaptureStream::OnLoop::suspendedChanged()
 
 void PulseCaptureStream::OnLoop::streamReady()
 {
+    assertOnLoop();
     m_deliver = !m_paused;
     m_clock.restart();
     m_backlog.restart();
@@ -179,8 +185,15 @@ void PulseCaptureStream::OnLoop::streamReady()
         m_feed.client().call([](CaptureClient &client) { client.captureBack(); });
 }
 
+void PulseCaptureStream::OnLoop::streamRefused(const QString &problem)
+{
+    assertOnLoop();
+    m_opened->give(problem);
+}
+
 void PulseCaptureStream::OnLoop::streamLost()
 {
+    assertOnLoop();
     stopTimers();
     // A server that stood still before it went.
     judge(m_pause ? m_pressed : Moment::now(), 0);
@@ -198,13 +211,14 @@ void PulseCaptureStream::OnLoop::streamLost()
 // is in it; when it is not, the event of its return does.
 void PulseCaptureStream::OnLoop::devicesListed()
 {
+    assertOnLoop();
     if (m_lost && !isStarted() && connection().readyContext() && connection().devices().isKnown(m_sourceKey))
         start();
 }
 
 void PulseCaptureStream::OnLoop::readAvailable()
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     const void *data = nullptr;
     std::size_t bytes = 0;
     qint64 frames = 0;
@@ -232,6 +246,7 @@ void PulseCaptureStream::OnLoop::readAvailable()
 
 void PulseCaptureStream::OnLoop::ticked()
 {
+    assertOnLoop();
     m_clock.tick();
     // Suspended already when the recording went on: nothing has changed since.
     if (isReady() && !m_suspended && pa_stream_is_suspended(stream()) > 0)
@@ -241,6 +256,7 @@ void PulseCaptureStream::OnLoop::ticked()
 
 void PulseCaptureStream::OnLoop::backlogKnown()
 {
+    assertOnLoop();
     const bool goesOn = m_clock.isInterrupted(Moment::now());
     if (m_deliver && !goesOn && !m_clock.wasInterrupted())
         m_backlog.learnInside();
@@ -265,7 +281,7 @@ bool PulseCaptureStream::OnLoop::judge(const Moment &upTo, qint64 waiting)
 
 void PulseCaptureStream::OnLoop::pause(std::shared_ptr<Answer> paused, const Moment &pressed)
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     m_paused = true;
     // A server that does not go on has captured nothing since it was told to.
     if (m_flush) {
@@ -302,6 +318,7 @@ void PulseCaptureStream::OnLoop::cutWhenReached()
 // The server has not given in time what came before the pause, or has not even said how much that is.
 void PulseCaptureStream::OnLoop::pauseExpired()
 {
+    assertOnLoop();
     qCWarning(lcAudio, "The sound server does not hand over in time what came before a pause.");
     if (!m_feed.hasCut())
         judge(m_pressed, 0);
@@ -328,7 +345,7 @@ void PulseCaptureStream::OnLoop::cutNow()
 // again only after that.
 void PulseCaptureStream::OnLoop::resume(const Moment &pressed)
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     cutNow();
     m_paused = false;
     m_feed.speak();
@@ -345,6 +362,7 @@ void PulseCaptureStream::OnLoop::resume(const Moment &pressed)
 
 void PulseCaptureStream::OnLoop::flushed()
 {
+    assertOnLoop();
     m_flush.reset();
     m_deliver = !m_paused;
     m_clock.read(Moment::now(), 0);

@@ -37,7 +37,7 @@ public:
 
     // The loop's thread, and before start().
     pa_mainloop_api *api() const { return pa_mainloop_get_api(m_loop.get()); }
-    void assertOnLoop() { m_thread.assertSameThread(); }
+    void assertOnLoop() const { m_thread.assertSameThread(); }
 
 private:
     void runPosted();

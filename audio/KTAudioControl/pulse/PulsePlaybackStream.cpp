@@ -59,12 +59,14 @@ private:
 
 void PulsePlaybackStream::OnLoop::begin()
 {
+    assertOnLoop();
     connection().start(m_stalled, progressDeadline);
     open();
 }
 
 void PulsePlaybackStream::OnLoop::end()
 {
+    assertOnLoop();
     m_drain.reset();
     m_stalled.stop();
     close();
@@ -72,6 +74,7 @@ void PulsePlaybackStream::OnLoop::end()
 
 void PulsePlaybackStream::OnLoop::stopped()
 {
+    assertOnLoop();
     m_drain.reset();
     m_stalled.stop();
     PulseStream::stopped();
@@ -79,6 +82,7 @@ void PulsePlaybackStream::OnLoop::stopped()
 
 void PulsePlaybackStream::OnLoop::connectStream(pa_stream *stream)
 {
+    assertOnLoop();
     connection().start(m_stalled, progressDeadline);
     const auto writable
         = [](pa_stream *, std::size_t bytes, void *self) { static_cast<OnLoop *>(self)->fill(bytes); };
@@ -95,6 +99,7 @@ void PulsePlaybackStream::OnLoop::connectStream(pa_stream *stream)
 // A command may have come while the server was making the stream.
 void PulsePlaybackStream::OnLoop::streamReady()
 {
+    assertOnLoop();
     if (pa_stream_is_corked(stream()) != int(m_paused))
         const PulseOperationHandle cork(pa_stream_cork(stream(), int(m_paused), nullptr, nullptr));
     // Paused before it was ready: a server that waits does not stand still.
@@ -104,7 +109,7 @@ void PulsePlaybackStream::OnLoop::streamReady()
 
 void PulsePlaybackStream::OnLoop::fill(std::size_t bytes)
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     while (bytes > 0 && !m_atEnd && !m_finished) {
         void *buffer = nullptr;
         std::size_t size = bytes;
@@ -129,6 +134,7 @@ void PulsePlaybackStream::OnLoop::fill(std::size_t bytes)
 
 void PulsePlaybackStream::OnLoop::fillMore()
 {
+    assertOnLoop();
     if (isReady() && !m_paused)
         fill(pa_stream_writable_size(stream()));
 }
@@ -150,7 +156,7 @@ void PulsePlaybackStream::OnLoop::drain()
 
 void PulsePlaybackStream::OnLoop::finish(PlaybackEnd end, const QString &problem)
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     m_drain.reset();
     m_stalled.stop();
     if (!std::exchange(m_finished, true))
@@ -161,7 +167,7 @@ void PulsePlaybackStream::OnLoop::finish(PlaybackEnd end, const QString &problem
 // back and asked again.
 void PulsePlaybackStream::OnLoop::setPaused(bool paused)
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     m_paused = paused;
     if (!isReady() || m_finished)
         return;

@@ -40,7 +40,7 @@ PulseStream::PulseStream(
 
 void PulseStream::open()
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     m_connection->addListener(this);
     if (m_connection->readyContext())
         start();
@@ -50,7 +50,7 @@ void PulseStream::open()
 
 void PulseStream::close()
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     m_connection->removeListener(this);
     m_stream.reset();
 }
@@ -63,7 +63,7 @@ void PulseStream::connected()
 
 void PulseStream::start()
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     const pa_sample_spec spec = pulseSpec(m_spec);
     const QByteArray title = QCoreApplication::translate("PulseStream", m_title).toUtf8();
     m_stream.reset(pa_stream_new(m_connection->readyContext(), title.constData(), &spec, nullptr));
@@ -92,7 +92,7 @@ void PulseStream::stateChanged()
 
 void PulseStream::streamFailed(const QString &problem)
 {
-    connection().loop().assertOnLoop();
+    assertOnLoop();
     const bool ran = m_stream && m_hasRun;
     m_stream.reset();
     if (ran)

@@ -36,6 +36,7 @@ protected:
     pa_stream *stream() const { return m_stream.get(); }
     PulseConnection &connection() const { return *m_connection; }
     const SampleSpec &spec() const { return m_spec; }
+    void assertOnLoop() const { m_connection->loop().assertOnLoop(); }
 
     void connected() override;
     void disconnected() override { streamFailed(m_connection->problem()); }
