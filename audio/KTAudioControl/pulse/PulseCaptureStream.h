@@ -7,6 +7,8 @@
 
 namespace sound {
 
+class PulseCapture;
+
 // Captures from one source, and from no other: when the source or the server goes away it waits for a source
 // of the same key. The main thread's side: it hands over what is to be done, and waits for what came of it,
 // not longer than its deadlines.
@@ -22,10 +24,8 @@ public:
     void resume() override;
 
 private:
-    class OnLoop;
-
     const std::shared_ptr<PulseConnection> m_connection;
-    const std::shared_ptr<OnLoop> m_onLoop;
+    const std::shared_ptr<PulseCapture> m_capture;
 };
 
 } // namespace sound

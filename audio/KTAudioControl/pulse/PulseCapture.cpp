@@ -1,0 +1,318 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "audio/KTAudioControl/pulse/PulseCapture.h"
+
+#include "platform/Logging.h"
+
+namespace sound {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// What the server keeps for a process that stands still. The server caps it at 4 MiB, which is 21 seconds of
+// 16-bit and 10 seconds of 32-bit stereo. What comes after that is lost: PulseAudio goes on with the next
+// sound that has room, PipeWire throws away all that waits, and neither says so.
+constexpr auto serverBuffer = 20s;
+// How long a pause waits for the server to hand over what came before it.
+constexpr auto serverDeadline = 700ms;
+
+// What the device has kept while the server stood still is on its way to us by then.
+constexpr auto catchUp = 500ms;
+// A new stream brings what the device already had; what it holds after that is what it always holds.
+constexpr auto settled = 1s;
+
+} // namespace
+
+PulseCapture::PulseCapture(std::shared_ptr<PulseConnection> connection, QString sourceKey,
+    const SampleSpec &spec, CaptureClient *client)
+    : PulseStream(std::move(connection), spec, QT_TRANSLATE_NOOP("PulseStream", "Recording"))
+    , m_sourceKey(std::move(sourceKey))
+    , m_feed(client, spec)
+    , m_clock(spec.rate)
+    , m_backlog(this->spec(), [this] { backlogKnown(); })
+    , m_tick([this] { ticked(); })
+    , m_askLater([this] { m_backlog.ask(stream()); })
+    , m_pauseTimer([this] { pauseExpired(); })
+{
+}
+
+void PulseCapture::begin(std::shared_ptr<Answer> opened)
+{
+    assertOnLoop();
+    m_opened = std::move(opened);
+    open();
+}
+
+void PulseCapture::end()
+{
+    assertOnLoop();
+    stopTimers();
+    m_flush.reset();
+    close();
+}
+
+void PulseCapture::cork(bool corked)
+{
+    const PulseOperationHandle request(pa_stream_cork(stream(), int(corked), nullptr, nullptr));
+}
+
+void PulseCapture::stopTimers()
+{
+    m_tick.stop();
+    m_askLater.stop();
+    m_pauseTimer.stop();
+    m_backlog.cancel();
+}
+
+void PulseCapture::stopped()
+{
+    assertOnLoop();
+    stopTimers();
+    m_flush.reset();
+    if (m_pause)
+        std::exchange(m_pause, nullptr)->give({});
+    PulseStream::stopped();
+}
+
+void PulseCapture::connectStream(pa_stream *stream)
+{
+    assertOnLoop();
+    const auto readable
+        = [](pa_stream *, std::size_t, void *self) { static_cast<PulseCapture *>(self)->readAvailable(); };
+    pa_stream_set_read_callback(stream, readable, this);
+    const auto suspended
+        = [](pa_stream *, void *self) { static_cast<PulseCapture *>(self)->suspendedChanged(); };
+    pa_stream_set_suspended_callback(stream, suspended, this);
+    pa_buffer_attr buffer{};
+    buffer.maxlength = spec().bytesIn(serverBuffer);
+    buffer.fragsize = spec().bytesIn(CaptureFeed::piece);
+    const auto flags
+        = PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY | (m_paused ? PA_STREAM_START_CORKED : 0);
+    pa_stream_connect_record(stream, m_sourceKey.toUtf8().constData(), &buffer, pa_stream_flags_t(flags));
+}
+
+// A device that is suspended, as when another user has the screen, is away. During a pause the server may
+// suspend it because nobody listens.
+void PulseCapture::suspendedChanged()
+{
+    assertOnLoop();
+    m_clock.restart();
+    m_feed.reach({});
+    const bool suspended = pa_stream_is_suspended(stream()) > 0 && !m_paused;
+    if (m_lost || std::exchange(m_suspended, suspended) == suspended)
+        return;
+    m_feed.client().call([suspended](CaptureClient &client) {
+        if (suspended)
+            client.captureLost();
+        else
+            client.captureBack();
+    });
+}
+
+void PulseCapture::streamReady()
+{
+    assertOnLoop();
+    m_deliver = !m_paused;
+    m_clock.restart();
+    m_backlog.restart();
+    m_feed.prepare();
+    connection().start(m_askLater, settled);
+    // A command may have come while the server was making the stream.
+    if (pa_stream_is_corked(stream()) != int(m_paused))
+        cork(m_paused);
+    m_opened->give({});
+    if (std::exchange(m_lost, false))
+        m_feed.client().call([](CaptureClient &client) { client.captureBack(); });
+}
+
+void PulseCapture::streamRefused(const QString &problem)
+{
+    assertOnLoop();
+    m_opened->give(problem);
+}
+
+void PulseCapture::streamLost()
+{
+    assertOnLoop();
+    stopTimers();
+    // A server that stood still before it went.
+    judge(m_pause ? m_pressed : Moment::now(), 0);
+    m_flush.reset();
+    m_feed.flush();
+    m_feed.reach({});
+    cutNow();
+    m_suspended = false;
+    if (!std::exchange(m_lost, true))
+        m_feed.client().call([](CaptureClient &client) { client.captureLost(); });
+    connection().retryLater();
+}
+
+// The source may be back. When the attempt fails streamLost() asks for the list again, as long as the source
+// is in it; when it is not, the event of its return does.
+void PulseCapture::devicesListed()
+{
+    assertOnLoop();
+    if (m_lost && !isStarted() && connection().readyContext() && connection().devices().isKnown(m_sourceKey))
+        start();
+}
+
+void PulseCapture::readAvailable()
+{
+    assertOnLoop();
+    const void *data = nullptr;
+    std::size_t bytes = 0;
+    qint64 frames = 0;
+    // Nothing yet is no data and no bytes; a hole, which the protocol allows for, is no data and its length.
+    while (isReady() && pa_stream_peek(stream(), &data, &bytes) == 0 && bytes > 0) {
+        if (m_deliver)
+            m_feed.take(static_cast<const std::byte *>(data), bytes);
+        frames += qint64(bytes / spec().bytesPerFrame());
+        pa_stream_drop(stream());
+    }
+    cutWhenReached();
+    if (frames == 0 || !m_deliver)
+        return;
+    connection().start(m_tick, CaptureClock::longestGap);
+    const bool wasInterrupted = m_clock.read(Moment::now(), frames);
+    m_feed.reach(m_clock.reached());
+    if (!wasInterrupted || m_pause) // which asks itself
+        return;
+    m_backlog.cancel(); // an answer from before knows nothing of it
+    if (m_clock.sawServerStall())
+        connection().start(m_askLater, catchUp);
+    else
+        m_backlog.ask(stream());
+}
+
+void PulseCapture::ticked()
+{
+    assertOnLoop();
+    m_clock.tick();
+    // Suspended already when the recording went on: nothing has changed since.
+    if (isReady() && !m_suspended && pa_stream_is_suspended(stream()) > 0)
+        suspendedChanged();
+    connection().start(m_tick, CaptureClock::longestGap);
+}
+
+void PulseCapture::backlogKnown()
+{
+    assertOnLoop();
+    const bool goesOn = m_clock.isInterrupted(Moment::now());
+    if (m_deliver && !goesOn && !m_clock.wasInterrupted())
+        m_backlog.learnInside();
+    else if (m_deliver && !m_pause && !m_backlog.knowsInside())
+        connection().start(m_askLater, settled);
+    if (goesOn && !m_pause)
+        return; // it is asked again when that is over
+    const bool lost = judge(m_pause ? m_pressed : m_backlog.moment(), m_backlog.waiting());
+    if (m_pause)
+        cutAt(lost ? m_pressed : m_backlog.moment());
+}
+
+// What is lost up to that moment is lost after all that waits: the server had no room for it.
+bool PulseCapture::judge(const Moment &upTo, qint64 waiting)
+{
+    const CaptureClock::Loss loss = m_clock.ask(Moment::now(), upTo, waiting / spec().bytesPerFrame());
+    if (loss.frames == 0 || (!m_deliver && !m_flush))
+        return false;
+    m_feed.lose(loss, waiting);
+    return true;
+}
+
+void PulseCapture::pause(std::shared_ptr<Answer> paused, const Moment &pressed)
+{
+    assertOnLoop();
+    m_paused = true;
+    // A server that does not go on has captured nothing since it was told to.
+    if (m_flush) {
+        judge(pressed, 0);
+        stopTimers();
+    }
+    if (isReady() && !m_deliver)
+        cork(true);
+    if (!isReady() || !m_deliver)
+        return static_cast<void>(paused->give({}));
+    m_pause = std::move(paused);
+    m_pressed = pressed;
+    connection().start(m_pauseTimer, serverDeadline);
+    m_backlog.ask(stream());
+}
+
+// With all that waits comes what was still inside the device at the press, and without what was captured
+// between the press and the server's answer.
+void PulseCapture::cutAt(const Moment &answered)
+{
+    using std::chrono::duration_cast, std::chrono::microseconds;
+    const auto since
+        = std::max(duration_cast<microseconds>(answered.steady - m_pressed.steady), microseconds(0));
+    m_feed.cutAfter(std::max<qint64>(0, m_backlog.waiting() + m_backlog.inside() - spec().bytesIn(since)));
+    cutWhenReached();
+}
+
+void PulseCapture::cutWhenReached()
+{
+    if (m_pause && m_feed.isCut())
+        cutNow();
+}
+
+// The server has not given in time what came before the pause, or has not even said how much that is.
+void PulseCapture::pauseExpired()
+{
+    assertOnLoop();
+    qCWarning(lcAudio, "The sound server does not hand over in time what came before a pause.");
+    if (!m_feed.hasCut())
+        judge(m_pressed, 0);
+    m_feed.loseUpToCut(KTAudioMissingCause::SoundServerStalled);
+    cutNow();
+}
+
+// All that came before the pause has been taken in.
+void PulseCapture::cutNow()
+{
+    if (!m_pause)
+        return;
+    m_feed.flush();
+    m_feed.endCut();
+    m_feed.reach({});
+    m_deliver = false;
+    stopTimers();
+    if (isReady())
+        cork(true);
+    std::exchange(m_pause, nullptr)->give({});
+}
+
+// Delivery begins when the server has thrown away what it may have kept during the pause, and it captures
+// again only after that.
+void PulseCapture::resume(const Moment &pressed)
+{
+    assertOnLoop();
+    cutNow();
+    m_paused = false;
+    m_feed.speak();
+    if (!isReady())
+        return;
+    m_clock.restart(pressed);
+    connection().start(m_tick, CaptureClock::longestGap);
+    const auto done = [](pa_stream *, int, void *self) { static_cast<PulseCapture *>(self)->flushed(); };
+    m_flush.reset(pa_stream_flush(stream(), done, this));
+    if (!m_flush)
+        flushed();
+    cork(false);
+}
+
+void PulseCapture::flushed()
+{
+    assertOnLoop();
+    m_flush.reset();
+    m_deliver = !m_paused;
+    m_clock.read(Moment::now(), 0);
+    const bool isMissed = m_deliver && m_clock.wasInterrupted();
+    if (!isMissed)
+        m_clock.restart();
+    if (isMissed || !m_backlog.knowsInside())
+        connection().start(m_askLater, isMissed ? catchUp : settled);
+}
+
+} // namespace sound
