@@ -243,7 +243,7 @@ class Server:
         return {"load": self.load, "unload": self.unload, "kill": self.kill, "start": self.start,
                 "default": lambda name: self.pactl("set-default-source", key_of(name)),
                 "unplug": lambda name: self.microphones[name].unplug(),
-                "pactl": lambda arguments: self.pactl(*arguments.split()),
+                "pactl": lambda arguments: {"said": self.pactl(*arguments.split())},
                 "freeze": lambda: self.signal_all(signal.SIGSTOP),
                 "thaw": lambda: self.signal_all(signal.SIGCONT),
                 "position": lambda name: {"frames": self.microphones[name].position}}[word](*rest) or {}
