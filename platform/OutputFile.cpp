@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <functional>
 #include <mutex>
 #include <sys/file.h>
 #include <unistd.h>
@@ -62,7 +63,8 @@ int ownDescriptor(const Identity &identity)
     return own == ownFiles().files.end() ? -1 : fcntl(own->descriptor, F_DUPFD_CLOEXEC, 0);
 }
 
-// All others that have this file open, and write to it: in the same order whoever asks.
+// All others that have this file open, and write to it, the latest first: so nobody waits for an earlier one
+// that waits for a later one.
 std::vector<std::shared_ptr<OutputFile::Share>> others(int descriptor)
 {
     std::vector<std::shared_ptr<OutputFile::Share>> shares;
@@ -74,7 +76,7 @@ std::vector<std::shared_ptr<OutputFile::Share>> others(int descriptor)
         if (file.identity == identity && file.descriptor != descriptor && !file.share->isTakenOver)
             shares.push_back(file.share);
     }
-    std::ranges::sort(shares);
+    std::ranges::sort(shares, std::greater(), [](const auto &share) { return share->number; });
     return shares;
 }
 
@@ -162,13 +164,17 @@ int OutputFile::lock(int descriptor)
 int OutputFile::takeOver(const std::function<bool()> &isWanted)
 {
     m_thread.assertSameThread();
-    const auto before = others(m_descriptor);
+    auto before = others(m_descriptor);
+    std::erase_if(before, [this](const auto &share) { return share->number > m_share->number; });
+    const std::scoped_lock lock(m_share->writing);
     std::vector<std::unique_lock<std::mutex>> atRest;
     atRest.reserve(before.size());
     for (const auto &share : before)
         atRest.emplace_back(share->writing);
     if (!isWanted())
         return ECANCELED;
+    if (isTakenOver())
+        return 0;
     if (const int error = truncate())
         return error;
     for (const auto &share : before)

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -28,9 +29,10 @@ public:
     // Opens the file, or creates it, and locks it against other processes, for which it is EBUSY then; a file
     // system without locks goes without. What is in it stays, and who writes to it in this process goes on.
     int open();
-    // Empties the file; what other objects of this process write to it comes to nothing from then on. When
-    // none of them is at it, and before anything has changed, it is asked whether that is still wanted: if
-    // not, ECANCELED, and they go on as if nothing had been, as also after any other error.
+    // Empties the file; what earlier objects of this process write to it comes to nothing from then on. After
+    // a later one has taken it over it stays as it is, and what this one writes comes to nothing. When none
+    // of them is at it, and before anything has changed, it is asked whether that is still wanted: if not,
+    // ECANCELED, and they go on as if nothing had been, as also after any other error.
     int takeOver(const std::function<bool()> &isWanted);
     // Closes the file, and removes it again where open() has created it and nobody else here writes to it.
     void undo();
@@ -50,6 +52,10 @@ public:
     struct Share {
         std::mutex writing; // held while the file is changed
         std::atomic<bool> isTakenOver = false;
+        const std::uint64_t number = ++s_made; // whoever was made later takes over from earlier ones
+
+    private:
+        static inline std::atomic<std::uint64_t> s_made = 0;
     };
 
 private:

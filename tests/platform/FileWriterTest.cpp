@@ -273,6 +273,35 @@ TEST(FileWriter, AStartWhoseFileIsBeingEmptiedIsNotRefusedAnyMore)
     EXPECT_TRUE(disk.isComplete());
 }
 
+// Two takes that end with nothing, because each was taken over by the other.
+TEST(FileWriter, AnEmptyingThatIsTriedAgainLeavesALaterTakeWhole)
+{
+    Disk disk;
+    for (const bool isLate : {false, true}) {
+        platform::OutputFile first(disk.path.toUtf8());
+        platform::OutputFile second(disk.path.toUtf8());
+        const auto write = [](platform::OutputFile &file, const char *text, qint64 offset) {
+            const iovec part{const_cast<char *>(text), 3};
+            EXPECT_EQ(file.write(&part, 1, offset), 3);
+        };
+        const auto takeOver = [](platform::OutputFile &file) { return file.takeOver([] { return true; }); };
+        QFile before(disk.path);
+        ASSERT_TRUE(before.open(QIODevice::WriteOnly) && before.write("before") && before.flush());
+        ASSERT_EQ(first.open(), 0);
+        disk.fault("write fail EIO");
+        EXPECT_EQ(takeOver(first), EIO);
+        disk.fault({});
+        ASSERT_EQ(second.open(), 0);
+        EXPECT_EQ(isLate ? takeOver(first) : 0, 0);
+        EXPECT_EQ(takeOver(second), 0);
+        write(second, "new", 0);
+        EXPECT_EQ(takeOver(first), 0);
+        write(first, "old", 0);
+        write(second, "est", 3);
+        EXPECT_EQ(fileContents(disk.path), "newest");
+    }
+}
+
 // A take that ends up in a file without a name, or half of it in another folder.
 TEST(FileWriter, AFileThatIsGoneWithItsFolderIsThereAgainWithIt)
 {
