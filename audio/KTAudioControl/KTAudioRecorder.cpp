@@ -82,6 +82,7 @@ public:
     PeakMeter m_levels;
     platform::ThreadCheck m_soundThread;
     bool m_heard = false; // sound thread, while there is a stream
+    std::size_t m_dropped = 0; // bytes that did not fit into memory; sound thread, while it is not paused
     mutable std::mutex m_missingMutex; // guards what follows, up to the state
     bool m_isAway = false;
     bool m_isPaused = false;
@@ -98,6 +99,9 @@ private:
     // Why it cannot; empty when the stream runs.
     QString open(const AudioStreamBasicDescription &format, QDeadlineTimer deadline);
     void deliver(const void *data, std::size_t bytes);
+    void drop(std::size_t bytes);
+    void miss(std::size_t bytes, KTAudioMissingCause cause);
+    void tellDropped();
     void forgetMissing();
     void countAway();
     long long timeOf(std::size_t bytes) const; // milliseconds
@@ -114,6 +118,7 @@ KTAudioRecorder::Private::~Private()
 void KTAudioRecorder::Private::finish(QDeadlineTimer deadline)
 {
     m_stream.reset();
+    tellDropped();
     if (!m_queue)
         return;
     bool isDone = m_queue->waitUntilDelivered(timeLeft(deadline) * 2 / 3);
@@ -191,6 +196,7 @@ void KTAudioRecorder::Private::pause()
     const auto begin = std::chrono::steady_clock::now();
     m_queue->release();
     m_stream->pause();
+    tellDropped();
     const auto taken = std::chrono::steady_clock::now() - begin;
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(pauseDeadline - taken);
     if (!m_queue->waitUntilDelivered(std::max(left, 50ms)))
@@ -205,7 +211,27 @@ void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
         qCDebug(lcAudio, "The first sound has arrived.");
     m_levels.measure(data, bytes / m_format.mBytesPerFrame, m_spec);
     if (!m_queue->add(data, bytes))
-        captureHole(bytes, KTAudioMissingCause::ComputerBusy);
+        drop(bytes);
+}
+
+// Pieces come fifty times a second, and the log has something better to do while the machine is at its end:
+// one line when it begins, and the sum when the take pauses or ends.
+void KTAudioRecorder::Private::drop(std::size_t bytes)
+{
+    if (m_dropped == 0)
+        qCWarning(lcAudio, "More sound from %s waits than fits into memory; what comes now is silent.",
+            qUtf8Printable(m_sourceKey));
+    m_dropped += bytes;
+    miss(bytes, KTAudioMissingCause::ComputerBusy);
+}
+
+// While no sound comes.
+void KTAudioRecorder::Private::tellDropped()
+{
+    platform::assertMainThread();
+    if (const std::size_t dropped = std::exchange(m_dropped, 0); dropped > 0)
+        qCWarning(lcAudio, "%lld ms of sound from %s did not fit into memory and are silent.",
+            timeOf(dropped), qUtf8Printable(m_sourceKey));
 }
 
 // Also on the main thread, from inside a pause of the stream.
@@ -213,6 +239,11 @@ void KTAudioRecorder::Private::captureHole(std::size_t bytes, KTAudioMissingCaus
 {
     qCWarning(lcAudio, "%lld ms of sound from %s are lost and silent: %s.", timeOf(bytes),
         qUtf8Printable(m_sourceKey), inWords(cause));
+    miss(bytes, cause);
+}
+
+void KTAudioRecorder::Private::miss(std::size_t bytes, KTAudioMissingCause cause)
+{
     countMissing(bytes, cause);
     m_queue->addSilence(bytes);
 }

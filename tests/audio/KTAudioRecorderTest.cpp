@@ -200,6 +200,22 @@ TEST_F(KTAudioRecorderTest, LetsALittleSoundBehindAHoleGoToo)
     EXPECT_TRUE(waitUntil([&] { return isDelivered; }));
 }
 
+// Fifty log lines a second, when the machine is at its end.
+TEST_F(KTAudioRecorderTest, SaysOnceThatMemoryIsFullAndAtTheEndHowMuchIsLost)
+{
+    recorder->setDelegate(nullptr);
+    ASSERT_TRUE(recorder->startRecordWithFormat(packedPCM(48000, 2, 32, integer)));
+    const QByteArray tooMuch(48000 * 8 * 800, '\0');
+    sound->push(tooMuch);
+    sound->push(tooMuch);
+    recorder->stopRecord();
+    EXPECT_EQ(log.lines().filter(u"memory"_s),
+        QStringList(
+            {u"More sound from key:Microphone waits than fits into memory; what comes now is silent."_s,
+                u"1600000 ms of sound from key:Microphone did not fit into memory and are silent."_s}));
+    EXPECT_EQ(recorder->missing().time, 1600s);
+}
+
 // A word that was said after a sleep of hours would be lost for the silence before it, or without a word.
 TEST_F(KTAudioRecorderTest, AtTheEndLeavesOutSilenceBeforeSoundAndCountsWhatItDrops)
 {
