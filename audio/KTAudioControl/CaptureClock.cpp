@@ -108,9 +108,19 @@ CaptureClock::Loss CaptureClock::ask(const Moment &now, const Moment &upTo, std:
     const std::int64_t frames = std::llround(lost * m_rate);
     m_frames += frames;
     m_settledAt += frames;
-    const auto stoodStill = gap.end.boot - gap.begin.boot;
-    if (gap.end.steady - gap.begin.steady < stoodStill / 2)
-        return {frames, KTAudioMissingCause::ComputerAsleep};
-    return {
-        frames, gap.wasAwake() ? KTAudioMissingCause::SoundServerStalled : KTAudioMissingCause::ComputerBusy};
+    return {frames, gap.cause()};
+}
+
+CaptureClock::Loss CaptureClock::unheard(const Moment &upTo) const
+{
+    if (!m_begin || upTo.boot - m_begin->boot < smallestLoss)
+        return {};
+    return {std::llround(seconds(upTo.boot - m_begin->boot) * m_rate), Gap{*m_begin, upTo, m_ticks}.cause()};
+}
+
+KTAudioMissingCause CaptureClock::Gap::cause() const
+{
+    if (end.steady - begin.steady < (end.boot - begin.boot) / 2)
+        return KTAudioMissingCause::ComputerAsleep;
+    return wasAwake() ? KTAudioMissingCause::SoundServerStalled : KTAudioMissingCause::ComputerBusy;
 }

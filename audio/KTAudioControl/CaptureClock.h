@@ -57,6 +57,9 @@ public:
     // What the last interruption has cost of the sound up to a moment, which is that of the server's answer,
     // or earlier. Also for one that still goes on.
     Loss ask(const Moment &now, const Moment &upTo, std::int64_t waitingFrames);
+    // What was said since the beginning and up to a moment, when nothing was read and nothing of it will
+    // come.
+    Loss unheard(const Moment &upTo) const;
 
 private:
     double lag(const Moment &now) const;
@@ -73,6 +76,7 @@ private:
         Moment begin, end;
         int ticks;
         bool wasAwake() const;
+        KTAudioMissingCause cause() const;
     };
     std::optional<Gap> m_gap;
 };

@@ -93,16 +93,24 @@ void PulseCapture::connectStream(pa_stream *stream)
     pa_stream_connect_record(stream, m_sourceKey.toUtf8().constData(), &buffer, pa_stream_flags_t(flags));
 }
 
+// What is said from then on counts, also while nothing arrives: from a server that is late, or a device that
+// takes its time to wake up.
+void PulseCapture::countFrom(const Moment &since)
+{
+    m_clock.restart(since);
+    connection().start(m_tick, CaptureClock::longestGap);
+}
+
 // A device that is suspended, as when another user has the screen, is away. During a pause the server may
 // suspend it because nobody listens.
 void PulseCapture::suspendedChanged()
 {
     assertOnLoop();
-    m_clock.restart();
-    m_feed.reach({});
     const bool suspended = pa_stream_is_suspended(stream()) > 0 && !m_paused;
     if (m_lost || std::exchange(m_suspended, suspended) == suspended)
         return;
+    m_clock.restart();
+    m_feed.reach({});
     m_feed.client().call([suspended](CaptureClient &client) {
         if (suspended)
             client.captureLost();
@@ -116,6 +124,8 @@ void PulseCapture::streamReady()
     assertOnLoop();
     m_deliver = !m_paused;
     m_clock.restart();
+    if (m_deliver)
+        countFrom(Moment::now());
     m_backlog.restart();
     m_feed.prepare();
     connection().start(m_askLater, settled);
@@ -227,7 +237,8 @@ void PulseCapture::pause(std::shared_ptr<Answer> paused, const Moment &pressed)
     m_paused = true;
     // A server that does not go on has captured nothing since it was told to.
     if (m_flush) {
-        judge(pressed, 0);
+        m_feed.lose(m_clock.unheard(pressed), 0);
+        m_flush.reset();
         stopTimers();
     }
     if (isReady() && !m_deliver)
@@ -293,8 +304,7 @@ void PulseCapture::resume(const Moment &pressed)
     m_feed.speak();
     if (!isReady())
         return;
-    m_clock.restart(pressed);
-    connection().start(m_tick, CaptureClock::longestGap);
+    countFrom(pressed);
     const auto done = [](pa_stream *, int, void *self) { static_cast<PulseCapture *>(self)->flushed(); };
     m_flush.reset(pa_stream_flush(stream(), done, this));
     if (!m_flush)
@@ -307,12 +317,9 @@ void PulseCapture::flushed()
     assertOnLoop();
     m_flush.reset();
     m_deliver = !m_paused;
-    m_clock.read(Moment::now(), 0);
-    const bool isMissed = m_deliver && m_clock.wasInterrupted();
-    if (!isMissed)
-        m_clock.restart();
-    if (isMissed || !m_backlog.knowsInside())
-        connection().start(m_askLater, isMissed ? catchUp : settled);
+    // What is said until the first sound arrives is judged when it does.
+    if (!m_backlog.knowsInside())
+        connection().start(m_askLater, settled);
 }
 
 } // namespace sound

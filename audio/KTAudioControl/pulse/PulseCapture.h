@@ -39,6 +39,7 @@ private:
     void stopped() override;
     void devicesListed() override;
 
+    void countFrom(const Moment &since);
     void suspendedChanged();
     void readAvailable();
     void ticked();
