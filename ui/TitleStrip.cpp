@@ -72,15 +72,25 @@ QRect TitleStrip::titleRoom() const
     return rect().adjusted(side, 0, -side, 0);
 }
 
+// The window's says of every card that is up whether a recording runs.
+QString TitleStrip::title() const
+{
+    return (isVisible() ? window() : parentWidget())->windowTitle();
+}
+
+void TitleStrip::showEvent(QShowEvent *)
+{
+    window()->installEventFilter(this);
+}
+
 void TitleStrip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setFont(CardStyle::font(CardStyle::labelFontSize, QFont::DemiBold));
     painter.setPen(CardStyle::colours().label);
     const QRect room = titleRoom();
-    const QString title
-        = painter.fontMetrics().elidedText(parentWidget()->windowTitle(), Qt::ElideRight, room.width());
-    painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, title);
+    const QString text = painter.fontMetrics().elidedText(title(), Qt::ElideRight, room.width());
+    painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, text);
 }
 
 void TitleStrip::mousePressEvent(QMouseEvent *event)

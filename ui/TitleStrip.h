@@ -27,6 +27,7 @@ public:
     IconButton *closeButton() const { return m_close; }
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -36,6 +37,7 @@ protected:
 private:
     void dragTo(const QPoint &globalPosition);
     QRect titleRoom() const;
+    QString title() const;
 
     QHBoxLayout *m_tools;
     QHBoxLayout *m_windowButtons;
