@@ -194,10 +194,10 @@ TEST_F(KTAudioRecorderTest, LetsALittleSoundBehindAHoleGoToo)
     sound->pushHole(192);
     ASSERT_TRUE(waitUntil([&] { return slow.frameCount() == 48; }));
     sound->push(frames);
-    bool isDelivered = false;
-    recorder->whenDelivered([&] { isDelivered = true; });
+    const auto isDelivered = std::make_shared<bool>(false); // the call may come after a failure
+    recorder->whenDelivered([isDelivered] { *isDelivered = true; });
     slow.release.set_value();
-    EXPECT_TRUE(waitUntil([&] { return isDelivered; }));
+    EXPECT_TRUE(waitUntil([&] { return *isDelivered; }));
 }
 
 // Fifty log lines a second, when the machine is at its end.
