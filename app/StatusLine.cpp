@@ -198,13 +198,13 @@ bool StatusLine::lookForTrouble()
     return true;
 }
 
-void StatusLine::watchEvery(int milliseconds)
+void StatusLine::watchEvery(int pause)
 {
-    if (std::exchange(m_interval, milliseconds) == milliseconds)
+    if (std::exchange(m_interval, pause) == pause)
         return;
     m_timer.stop();
-    if (milliseconds > 0)
-        m_timer.start(milliseconds, this);
+    if (pause > 0)
+        m_timer.start(pause, this);
 }
 
 // Why a command could not be done is no reason to keep quiet about what the next recording would suffer from.

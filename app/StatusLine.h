@@ -61,7 +61,7 @@ private:
     void lookAtOutputs(Troubles &troubles);
     void lookForHoles(Troubles &troubles) const;
     bool isMissed() const;
-    void watchEvery(int milliseconds);
+    void watchEvery(int pause); // milliseconds, or 0 for not at all
 
     AppDelegate *m_delegate;
     SoundWatch *m_sound;
