@@ -12,6 +12,8 @@
 #include <QPainter>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double fontPoints = 64;
@@ -37,10 +39,13 @@ void TimeLabel::measure()
 {
     const QFontMetricsF metrics(font());
     m_measures = {};
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit) {
-        m_measures.digitWidth = std::max(m_measures.digitWidth, metrics.horizontalAdvance(QChar(digit)));
-        m_measures.overhang
-            = std::max({m_measures.overhang, -metrics.leftBearing(digit), -metrics.rightBearing(digit)});
+    m_measures.overhang = -metrics.maxWidth();
+    for (const QChar character : u"0123456789:."_s) {
+        const double width = m_measures.widths[character] = metrics.horizontalAdvance(character);
+        if (character.isDigit())
+            m_measures.digitWidth = std::max(m_measures.digitWidth, width);
+        m_measures.overhang = std::max(
+            {m_measures.overhang, -metrics.leftBearing(character), -metrics.rightBearing(character)});
     }
     m_measures.capHeight = metrics.capHeight();
     // Fonts place the colon for lower-case letters; between digits it belongs at half their height.
@@ -50,11 +55,11 @@ void TimeLabel::measure()
 
 void TimeLabel::placeCells()
 {
-    const QFontMetricsF metrics(font());
     m_edges = {0};
-    for (const QChar character : std::as_const(m_text))
-        m_edges.append(m_edges.last()
-            + (character.isDigit() ? m_measures.digitWidth : metrics.horizontalAdvance(character)));
+    for (const QChar character : std::as_const(m_text)) {
+        const double width = character.isDigit() ? m_measures.digitWidth : m_measures.widths.value(character);
+        m_edges.append(m_edges.last() + width);
+    }
     updateGeometry();
     update();
 }
@@ -118,13 +123,12 @@ void TimeLabel::paintEvent(QPaintEvent *event)
     painter.translate(width() / 2.0, height() / 2.0);
     painter.scale(scale(), scale());
     painter.setPen(m_live ? CardStyle::colours().text : CardStyle::colours().label);
-    const QFontMetricsF metrics(font());
     const double baseline = m_measures.capHeight / 2;
     for (qsizetype i = 0; i < m_text.size(); ++i) {
         if (!cell(i).intersects(event->rect()))
             continue;
         const QChar character = m_text[i];
-        const double spare = m_edges[i + 1] - m_edges[i] - metrics.horizontalAdvance(character);
+        const double spare = m_edges[i + 1] - m_edges[i] - m_measures.widths.value(character);
         const double y = character == u':' ? baseline - m_measures.colonLift : baseline;
         painter.drawText(QPointF(m_edges[i] + (spare - m_edges.last()) / 2, y), QString(character));
     }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QHash>
 #include <QWidget>
 
 // The elapsed time in large light digits. Digits have cells of one width, whatever font the desktop has, so
@@ -30,8 +31,9 @@ protected:
 private:
     // Of the label's font.
     struct Measures {
+        QHash<QChar, double> widths;
         double digitWidth = 0; // of the widest digit
-        double overhang = 0; // how far a digit may reach beyond its cell
+        double overhang = 0; // how far a character may reach beyond its cell; below zero, it stays within
         double capHeight = 0;
         double colonLift = 0;
     };
