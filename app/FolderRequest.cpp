@@ -4,21 +4,26 @@
 #include "app/FolderRequest.h"
 
 #include <QPointer>
+#include <memory>
 #include <utility>
 
 void FolderRequest::ask(QWidget *window, const QString &title, platform::FolderChoice chosen)
 {
     const bool isOnlyOne = !m_isOpen;
-    setOpen(true);
-    const auto answered
-        = [self = QPointer(this), chosen = std::move(chosen), isOnlyOne](const std::optional<QUrl> &folder) {
-              chosen(folder);
-              if (self && isOnlyOne)
-                  QMetaObject::invokeMethod(
-                      self, [self] { self->setOpen(false); }, Qt::QueuedConnection);
-          };
+    const auto isAnswered = std::make_shared<bool>(false);
+    const auto answered = [self = QPointer(this), chosen = std::move(chosen), isOnlyOne, isAnswered](
+                              const std::optional<QUrl> &folder) {
+        *isAnswered = true;
+        chosen(folder);
+        if (self && isOnlyOne)
+            QMetaObject::invokeMethod(
+                self, [self] { self->setOpen(false); }, Qt::QueuedConnection);
+    };
     // There is no working folder to begin in.
     platform::chooseFolder(window, {title, {}}, answered);
+    // At once where a folder is being chosen for something else: this question is over, and promises nothing.
+    if (!*isAnswered)
+        setOpen(true);
 }
 
 void FolderRequest::setOpen(bool open)

@@ -160,6 +160,17 @@ TEST_F(AppDelegateTest, StartsAfterAChoiceOfFolderWhateverTheStateIsByThen)
     EXPECT_EQ(QFileInfo(delegate.currentOutputFile()).path(), home.path());
 }
 
+// The chooser that is open is of the preferences, and the request was answered with nothing at once.
+TEST_F(AppDelegateTest, PromisesNoStartWhileAFolderIsChosenForSomethingElse)
+{
+    const QUrl missing = QUrl::fromLocalFile(home.filePath(u"missing"_s));
+    delegate.preferencesWndCtrl()->setWorkingPathWithURL(missing);
+    bool isPromised = false;
+    QObject::connect(&delegate, &AppDelegate::choosingFolderChanged, &delegate, [&] { isPromised = true; });
+    record();
+    EXPECT_FALSE(isPromised);
+}
+
 TEST_F(AppDelegateTest, LeavesARecordingAloneThatStartedWhileAnAlertWasUp)
 {
     const auto presenter = platform::alertPresenter().replace([this](const platform::Alert &) {
