@@ -28,7 +28,7 @@ bool isCLocale()
         if (!locale.isEmpty())
             break;
     }
-    const QByteArray language = locale.left(locale.indexOf('.'));
+    const QByteArray language = locale.split('.').constFirst();
     return language.isEmpty() || language == "C" || language == "POSIX";
 }
 

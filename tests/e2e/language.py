@@ -46,6 +46,9 @@ class Language(CardTest):
                 self.assertRegex(card.log(), f"^{said}$")
                 self.assertEqual(card.end(), 0)
 
+    def test_a_locale_needs_no_codeset(self):
+        self.card(LC_ALL="de_AT@euro").wait_for("button", "Aufnehmen")
+
 
 if __name__ == "__main__":
     main()
