@@ -53,6 +53,7 @@ MainCard::MainCard(AppDelegate *delegate)
     m_status = new StatusLine(delegate, &m_sound, this);
     m_ui->setupUi(content());
     setWindowTitle(content()->windowTitle());
+    setAccessibleName(windowTitle()); // the title counts the seconds of a recording
     new WindowTitle(delegate, this);
     new Herald(delegate, m_status, this);
     new TakeHandle(delegate, m_ui->outputFile, m_ui->showButton);

@@ -30,6 +30,7 @@ PreferencesCard::PreferencesCard(HBPreferencesWndCtrl *controller)
     , m_ui(std::make_unique<Ui::HBPreferencesWndCtrl>())
 {
     setWindowTitle(tr("Preferences"));
+    setAccessibleName(windowTitle());
     m_ui->setupUi(content());
     CardStyle::scaleLayout(content()->layout());
     // The longest sentence takes two lines. Nothing moves when it comes or goes.
