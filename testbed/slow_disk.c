@@ -112,6 +112,9 @@ static int faultAt(const char *calls, int descriptor, size_t *most)
     return fault(calls, path, most);
 }
 
+// Types, names and lists of parameters cannot stand in parentheses.
+// NOLINTBEGIN(bugprone-macro-parentheses)
+
 // The library's own function of this name.
 #define NEXT(name)                                                                                           \
     static __typeof__(&name) next;                                                                           \
@@ -142,6 +145,8 @@ static int faultAt(const char *calls, int descriptor, size_t *most)
         va_end(rest);                                                                                        \
         return fault("open", path, NULL) ? -1 : next(__VA_ARGS__, mode);                                     \
     }
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 // A short gather writes what fits of its first parts.
 static int shortened(const struct iovec *parts, int count, size_t most, struct iovec *fewer)
@@ -224,7 +229,7 @@ ON_PATH("stat", -1, int, faccessat, (int at, const char *path, int mode, int fla
 int statx(int at, const char *path, int flags, unsigned mask, struct statx *out)
 {
     NEXT(statx);
-    const int error = path && *path ? fault("stat", path, NULL) : faultAt("stat", at, NULL);
+    const int error = *path ? fault("stat", path, NULL) : faultAt("stat", at, NULL);
     return error ? -1 : next(at, path, flags, mask, out);
 }
 

@@ -233,7 +233,7 @@ TEST(FileWriter, HoldsBackWhatFillsItsMemoryFasterThanSoundDoes)
     QElapsedTimer timer;
     timer.start();
     const QByteArray second(40000, 'y');
-    for (int i = 0; i < 4; ++i)
+    for (qsizetype i = 0; i < 4; ++i)
         std::fwrite(second.constData() + i * 10000, 1, 10000, disk.stream.get());
     EXPECT_GE(timer.elapsed(), 750);
     disk.fault({});
