@@ -312,6 +312,7 @@ class Buses(CardTest):
         self.assertLess(time.monotonic() - began, 15)
         # Its system's bus, which a recording asks to stay awake, is silent too.
         takes = len(self.recordings())
+        wait_until(self.desktop.active_window_geometry, "the window to be active")
         self.desktop.key("ctrl+r")
         wait_until(lambda: len(self.recordings()) > takes, "a recording")
         self.assertEqual(card.end(), 0)
