@@ -152,6 +152,7 @@ class Warnings(TellingTest):
         self.mute(True)
         desktop.expect("notice 1 0 .* is muted")
         desktop.notification("Close")
+        self.flipside("--status")  # answered behind what the bus has told before
         self.sound.tell("unload " + MICROPHONE)
         # The user has closed the one before.
         desktop.expect("notice 2 0 No sound is arriving from .*")

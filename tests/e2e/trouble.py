@@ -179,7 +179,7 @@ class Disks(RecorderTest):
         recorder.program.wait_gone("text", "Directory:")
         recorder.click("Choose folder")
         recorder.wait_for("text", "Directory:")
-        self.assertLess(time.monotonic() - began, 3)
+        self.assertLess(time.monotonic() - began, 5)  # the disk never answers
         self.assertEqual(recorder.end(), 0)
 
     def test_a_full_disk_is_told_until_there_is_space_again(self):
