@@ -205,7 +205,7 @@ TEST_F(KTAudioRecorderTest, SaysOnceThatMemoryIsFullAndAtTheEndHowMuchIsLost)
 {
     recorder->setDelegate(nullptr);
     ASSERT_TRUE(recorder->startRecordWithFormat(packedPCM(48000, 2, 32, integer)));
-    const QByteArray tooMuch(48000 * 8 * 800, '\0');
+    const QByteArray tooMuch(qsizetype{48000} * 8 * 800, '\0');
     sound->push(tooMuch);
     sound->push(tooMuch);
     recorder->stopRecord();
