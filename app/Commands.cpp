@@ -20,6 +20,12 @@ constexpr std::chrono::milliseconds startsWithin{500};
 
 constexpr std::array stateNames = {"idle", "recording", "recording-paused", "playing", "playing-paused"};
 
+// The status line begins with a capital, a refusal stands behind the program's name.
+QString behindAName(const QString &sentence)
+{
+    return sentence.left(1).toLower() + sentence.mid(1);
+}
+
 } // namespace
 
 Commands::Commands(AppDelegate *delegate, QObject *parent)
@@ -108,7 +114,7 @@ void Commands::reportStart(const Report &report)
     });
     connect(m_delegate, &AppDelegate::problemChanged, waiting, [this, end] {
         if (!m_delegate->problem().isEmpty())
-            end({true, m_delegate->problemInEnglish()});
+            end({true, behindAName(m_delegate->problemInEnglish())});
     });
     const auto tellOfFolder = [this, end] {
         if (m_delegate->isChoosingFolder())

@@ -202,7 +202,7 @@ class CommandLine(CardTest):
         self.card()
         self.wait_state("idle")
         self.sound.tell("kill")
-        self.refused("--record", "Cannot record: ")
+        self.refused("--record", "cannot record: ")
 
     def test_quitting_leaves_the_name_to_the_next_card(self):
         first = self.card("--record")

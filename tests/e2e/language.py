@@ -25,7 +25,7 @@ class Language(CardTest):
         self.sound.tell("kill")
         code, _, errors = self.flipside("--record")
         self.assertEqual(code, 1)
-        self.assertTrue(errors.startswith("flipside: Cannot record: ") and errors.isascii(), errors)
+        self.assertTrue(errors.startswith("flipside: cannot record: ") and errors.isascii(), errors)
         wait_until(lambda: card.find("label", "الحالة").text.startswith("تعذر التسجيل: "), "the reason in Arabic")
         self.assertTrue(card.log().isascii(), card.log())
 
