@@ -123,7 +123,8 @@ public:
     virtual DeviceList devices() const = 0;
     // Waits for the first list, or for the certainty that there is no server. Not longer than the deadline.
     virtual void waitForDevices(std::chrono::milliseconds deadline) = 0;
-    // Called after each change of devices(). One listener; a null function takes it away.
+    // Called after each change of devices(), and perhaps once for the list that was there before. One listener;
+    // a null function takes it away.
     virtual void setDevicesChanged(std::function<void()> changed) = 0;
 
     // Clients outlive their streams, and may be called before these have returned. A capture runs when it is

@@ -28,6 +28,14 @@ DeviceList PulseDevices::list() const
     return m_list;
 }
 
+void PulseDevices::setChanged(std::function<void()> changed)
+{
+    m_loopThread.assertSameThread();
+    m_changed = std::move(changed);
+    if (m_changed && isListed())
+        m_changed();
+}
+
 void PulseDevices::waitForList(std::chrono::milliseconds deadline)
 {
     if (!isListed())

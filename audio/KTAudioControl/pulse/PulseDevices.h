@@ -23,8 +23,9 @@ public:
 
     // All others on the loop's thread.
 
-    // Called after each change of list().
-    void setChanged(std::function<void()> changed) { m_changed = std::move(changed); }
+    // Called after each change of list(), and at once where there is one: who listens has asked for it to be
+    // set from another thread, and cannot know which of the two came first.
+    void setChanged(std::function<void()> changed);
     // Called after each answer of the server. Set once, by the connection.
     void setListed(std::function<void()> listed) { m_listedCallback = std::move(listed); }
     // Listens to the server's events and asks for the first list.
