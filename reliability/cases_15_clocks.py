@@ -82,9 +82,10 @@ def sleep(bench, quick):
     yield counted
 
 
-@case("sleep-hours", minutes=2.5)
+@case("sleep-hours", minutes=2.5, alone=True)
 def sleep_hours(bench, quick):
-    """The silence that stands for two hours takes the encoder its time, and what was said since waits behind it."""
+    """The silence that stands for two hours takes the encoder its time, and what was said since waits behind it. Three
+    programs that encode it leave nothing of two processors to the cases beside them."""
     counted = Tally("the computer sleeps for two hours while recording: then Stop, Record after Stop, SIGTERM, 3 s later",
                     lost=0.15)
     stopped, again, ended = sleepers(bench, 3, NIGHT, **VBR)
