@@ -29,12 +29,13 @@ DiskWatch::DiskWatch()
 
 void DiskWatch::start(TimePoint now)
 {
-    m_lastGrowth = now;
+    m_lastGrowth = m_time.at(now);
 }
 
 void DiskWatch::look(
-    const platform::DiskState &disk, qint64 bytesToCome, std::chrono::milliseconds recorded, TimePoint now)
+    const platform::DiskState &disk, qint64 bytesToCome, std::chrono::milliseconds recorded, TimePoint moment)
 {
+    const auto now = m_time.at(moment);
     if (disk.fileSize != m_size)
         m_lastGrowth = now;
     m_size = disk.fileSize;
@@ -48,7 +49,7 @@ std::chrono::milliseconds DiskWatch::timeOf(qint64 bytes) const
     return std::chrono::milliseconds(bytes * 1000 / m_bytesPerSecond);
 }
 
-DiskWatch::Judgement DiskWatch::judge(const platform::DiskState &disk, TimePoint now) const
+DiskWatch::Judgement DiskWatch::judge(const platform::DiskState &disk, OwnTime::Clock::duration now) const
 {
     if (!disk.folderExists())
         return Judgement::FolderGone;

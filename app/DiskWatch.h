@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/OwnTime.h"
 #include "platform/DiskState.h"
 
 #include <chrono>
@@ -12,10 +13,10 @@
 class DiskWatch {
 public:
     enum class Judgement { Fine, NearlyFull, Full, NotWritten, FileGone, FolderGone };
-    using TimePoint = std::chrono::steady_clock::time_point;
+    using TimePoint = OwnTime::Clock::time_point;
 
     static constexpr std::chrono::minutes nearlyFullBelow{5};
-    // The encoder gives bytes many times a second.
+    // Of the time in which this program runs. The encoder gives bytes many times a second.
     static constexpr std::chrono::milliseconds longestWithoutGrowth{1500};
 
     DiskWatch();
@@ -33,11 +34,12 @@ public:
     std::chrono::milliseconds timeOf(qint64 bytes) const;
 
 private:
-    Judgement judge(const platform::DiskState &disk, TimePoint now) const;
+    Judgement judge(const platform::DiskState &disk, OwnTime::Clock::duration now) const;
 
     Judgement m_judgement = Judgement::Fine;
     std::chrono::seconds m_timeLeft = std::chrono::seconds::max();
     qint64 m_size = 0;
     qint64 m_bytesPerSecond;
-    TimePoint m_lastGrowth;
+    OwnTime m_time;
+    OwnTime::Clock::duration m_lastGrowth{};
 };

@@ -16,7 +16,7 @@ void SoundWatch::start(const std::shared_ptr<HBRecordingTask> &task)
 {
     m_task = task;
     m_peaks = {0, 0};
-    m_lastArrival = m_lastSound = m_now();
+    m_lastArrival = m_lastSound = m_time.at(m_now());
 }
 
 void SoundWatch::stop()
@@ -30,7 +30,7 @@ void SoundWatch::listen()
     if (!m_task)
         return;
     const KTAudioLevels levels = m_task->audioRecorder()->takeLevels();
-    const auto now = m_now();
+    const auto now = m_time.at(m_now());
     for (int channel = 0; channel < 2; ++channel)
         m_peaks[channel] = std::max(m_peaks[channel], levels.peak[channel]);
     if (levels.frames > 0)
@@ -49,9 +49,10 @@ std::array<float, 2> SoundWatch::takePeaks()
 SoundWatch::Judgement SoundWatch::judge()
 {
     listen();
-    if (m_task && m_now() - m_lastArrival > longestGap)
+    const auto now = m_time.at(m_now());
+    if (m_task && now - m_lastArrival > longestGap)
         return Judgement::NothingArrives;
-    if (m_task && m_now() - m_lastSound >= longestSilence)
+    if (m_task && now - m_lastSound >= longestSilence)
         return Judgement::OnlySilence;
     return Judgement::Fine;
 }

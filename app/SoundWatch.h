@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/OwnTime.h"
 #include "audio/HBRecordingTask.h"
 
 #include <array>
@@ -15,8 +16,9 @@
 class SoundWatch {
 public:
     enum class Judgement { Fine, OnlySilence, NothingArrives };
-    using Clock = std::chrono::steady_clock;
+    using Clock = OwnTime::Clock;
 
+    // Of the time in which this program runs.
     static constexpr std::chrono::milliseconds longestGap{1200};
     static constexpr std::chrono::seconds longestSilence{5};
 
@@ -37,6 +39,7 @@ private:
     std::function<Clock::time_point()> m_now;
     std::shared_ptr<HBRecordingTask> m_task;
     std::array<float, 2> m_peaks = {0, 0};
-    Clock::time_point m_lastArrival;
-    Clock::time_point m_lastSound;
+    OwnTime m_time;
+    Clock::duration m_lastArrival{};
+    Clock::duration m_lastSound{};
 };
