@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "KTAudioControl/KTAudioRecorder.h"
-#include "audio/KTAudioControl/CaptureClock.h"
 #include "audio/KTAudioControl/CaptureQueue.h"
 #include "audio/KTAudioControl/InputDevices.h"
+#include "audio/KTAudioControl/MissingSound.h"
 #include "audio/KTAudioControl/PCMFormat.h"
 #include "audio/KTAudioControl/PeakMeter.h"
 #include "platform/ForPeople.h"
@@ -13,8 +13,6 @@
 #include "platform/ThreadCheck.h"
 
 #include <atomic>
-#include <mutex>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -65,11 +63,6 @@ public:
     void captureLost() override;
     void captureBack() override;
 
-    // Any thread.
-    void setAway(bool away);
-    void setPaused(bool paused);
-    void countMissing(std::size_t bytes, KTAudioMissingCause cause);
-
     KTAudioRecorder *const m_recorder;
     const QString m_sourceKey;
     std::atomic<KTAudioRecorderDelegate *> m_delegate = nullptr;
@@ -83,14 +76,7 @@ public:
     platform::ThreadCheck m_soundThread;
     bool m_heard = false; // sound thread, while there is a stream
     std::size_t m_dropped = 0; // bytes that did not fit into memory; sound thread, while it is not paused
-    mutable std::mutex m_missingMutex; // guards what follows, up to the state
-    bool m_isAway = false;
-    bool m_isPaused = false;
-    std::chrono::nanoseconds m_awayTime{};
-    std::optional<std::chrono::nanoseconds> m_awaySince; // by the boot clock; while that time counts
-    std::uint64_t m_missingBytes = 0;
-    std::size_t m_longestHole = 0;
-    KTAudioMissingCause m_missingCause = KTAudioMissingCause::None;
+    MissingSound m_missing;
     KTAudioTransportState m_state = KTAudioTransportStateStopped;
     std::shared_ptr<CaptureQueue> m_queue;
     std::unique_ptr<sound::CaptureStream> m_stream;
@@ -102,8 +88,6 @@ private:
     void drop(std::size_t bytes);
     void miss(std::size_t bytes, KTAudioMissingCause cause);
     void tellDropped();
-    void forgetMissing();
-    void countAway();
     long long timeOf(std::size_t bytes) const; // milliseconds
 };
 
@@ -135,7 +119,7 @@ void KTAudioRecorder::Private::finish(QDeadlineTimer deadline)
         return;
     qCWarning(lcAudio, "%lld ms of sound from %s are not recorded: what comes before them took too long.",
         timeOf(sound), qUtf8Printable(m_sourceKey));
-    countMissing(sound, KTAudioMissingCause::ComputerBusy);
+    m_missing.lose(sound, KTAudioMissingCause::ComputerBusy);
 }
 
 long long KTAudioRecorder::Private::timeOf(std::size_t bytes) const
@@ -173,7 +157,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
         return platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no room for a thread"));
     m_levels.restart();
     m_heard = false;
-    forgetMissing();
+    m_missing.restart(std::uint64_t(m_spec.bytesPerFrame()) * m_spec.rate);
     m_soundThread.release();
     auto opened = sound::soundSystem()->openCapture(m_sourceKey, m_spec, this, deadline);
     m_stream = std::move(opened.stream);
@@ -244,16 +228,8 @@ void KTAudioRecorder::Private::captureHole(std::size_t bytes, KTAudioMissingCaus
 
 void KTAudioRecorder::Private::miss(std::size_t bytes, KTAudioMissingCause cause)
 {
-    countMissing(bytes, cause);
+    m_missing.lose(bytes, cause);
     m_queue->addSilence(bytes);
-}
-
-void KTAudioRecorder::Private::countMissing(std::size_t bytes, KTAudioMissingCause cause)
-{
-    const std::scoped_lock lock(m_missingMutex);
-    m_missingBytes += bytes;
-    if (bytes > std::exchange(m_longestHole, std::max(bytes, m_longestHole)))
-        m_missingCause = cause;
 }
 
 void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
@@ -265,49 +241,15 @@ void KTAudioRecorder::Private::deliver(const void *data, std::size_t bytes)
 void KTAudioRecorder::Private::captureLost()
 {
     m_soundThread.assertSameThread();
-    setAway(true);
+    m_missing.setAway(true);
     qCWarning(lcAudio, "The input device %s has gone away.", qUtf8Printable(m_sourceKey));
 }
 
 void KTAudioRecorder::Private::captureBack()
 {
     m_soundThread.assertSameThread();
-    setAway(false);
+    m_missing.setAway(false);
     qCInfo(lcAudio, "The input device %s is back.", qUtf8Printable(m_sourceKey));
-}
-
-void KTAudioRecorder::Private::forgetMissing()
-{
-    const std::scoped_lock lock(m_missingMutex);
-    m_isAway = m_isPaused = false;
-    m_awayTime = {};
-    m_awaySince.reset();
-    m_missingBytes = m_longestHole = 0;
-    m_missingCause = KTAudioMissingCause::None;
-}
-
-// A device may come back at the very moment at which a recording goes on.
-void KTAudioRecorder::Private::setAway(bool away)
-{
-    const std::scoped_lock lock(m_missingMutex);
-    m_isAway = away;
-    countAway();
-}
-
-void KTAudioRecorder::Private::setPaused(bool paused)
-{
-    const std::scoped_lock lock(m_missingMutex);
-    m_isPaused = paused;
-    countAway();
-}
-
-// Under the mutex. Adds the time since the last call, if that was to count.
-void KTAudioRecorder::Private::countAway()
-{
-    const auto now = Moment::now().boot; // it may sleep meanwhile
-    if (m_awaySince)
-        m_awayTime += now - *m_awaySince;
-    m_awaySince = m_isAway && !m_isPaused ? std::optional(now) : std::nullopt;
 }
 
 KTAudioRecorder::KTAudioRecorder(std::uint32_t deviceID)
@@ -350,7 +292,7 @@ void KTAudioRecorder::pauseRecord()
     if (d->m_state != KTAudioTransportStateRunning)
         return;
     d->pause();
-    d->setPaused(true);
+    d->m_missing.setPaused(true);
     d->m_state = KTAudioTransportStatePaused;
 }
 
@@ -360,7 +302,7 @@ void KTAudioRecorder::resumeRecord()
     if (d->m_state != KTAudioTransportStatePaused)
         return;
     d->m_state = KTAudioTransportStateRunning;
-    d->setPaused(false);
+    d->m_missing.setPaused(false);
     d->m_stream->resume();
 }
 
@@ -380,15 +322,12 @@ KTAudioLevels KTAudioRecorder::takeLevels()
 
 KTAudioMissing KTAudioRecorder::missing() const
 {
-    const std::scoped_lock lock(d->m_missingMutex);
-    const std::uint64_t bytesPerSecond = std::uint64_t(d->m_spec.bytesPerFrame()) * d->m_spec.rate;
-    return {std::chrono::milliseconds(d->m_missingBytes * 1000 / bytesPerSecond), d->m_missingCause};
+    return d->m_missing.lost();
 }
 
 std::chrono::milliseconds KTAudioRecorder::away() const
 {
-    const std::scoped_lock lock(d->m_missingMutex);
-    return std::chrono::duration_cast<std::chrono::milliseconds>(d->m_awayTime);
+    return d->m_missing.away();
 }
 
 bool KTAudioRecorder::isDelivering() const
