@@ -93,7 +93,7 @@ void AppDelegate::changePreferencesAction(QObject *)
 
 void AppDelegate::getHelp(QObject *)
 {
-    platform::openOnDesktop(QUrl(u"https://flipside.example.org/contact"_s));
+    platform::Opener::shared().open(QUrl(u"https://flipside.example.org/contact"_s));
 }
 
 // Stored properties

@@ -40,8 +40,8 @@ void TakeHandle::offerMenu(QWidget *widget)
 void TakeHandle::fillMenu()
 {
     QAction *const open = m_menu->addAction(tr("Open"));
-    connect(
-        open, &QAction::triggered, this, [this] { platform::openOnDesktop(m_delegate->currentOutputURL()); });
+    connect(open, &QAction::triggered, this,
+        [this] { platform::Opener::shared().open(m_delegate->currentOutputURL()); });
     connect(m_menu, &QMenu::aboutToShow, open, [this, open] { open->setEnabled(isWhole()); });
     connect(m_menu->addAction(tr("Show in Folder")), &QAction::triggered, this,
         [this] { m_delegate->showOutputInFinder(this); });

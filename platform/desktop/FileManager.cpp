@@ -43,7 +43,7 @@ void openFolder(const QUrl &fileUrl)
     inquiry<DiskState>().ask(questionToDisk(fileUrl.toLocalFile()), diskAnswersWithin, LateAnswer::Dropped,
         [fileUrl](const std::optional<DiskState> &disk) {
             const bool isFolder = disk && disk->folderExists();
-            openOnDesktop(
+            Opener::shared().open(
                 isFolder ? fileUrl : fileUrl.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
         });
 }

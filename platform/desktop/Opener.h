@@ -3,12 +3,32 @@
 
 #pragma once
 
-class QUrl;
+#include <QObject>
+#include <QUrl>
 
 namespace platform {
 
-// Opens a page or a folder in whatever the desktop opens such things with, and returns at once. A failure is
-// ignored. Main thread only.
-void openOnDesktop(const QUrl &url);
+// Opens pages, folders and files in whatever the desktop opens such things with. What has not failed within
+// some seconds counts as opened. Main thread only.
+class Opener : public QObject {
+    Q_OBJECT
+
+public:
+    static Opener &shared();
+
+    // Returns at once.
+    void open(const QUrl &url);
+
+Q_SIGNALS:
+    // Something is to be opened; what became of the one before is of the past.
+    void asked();
+    // The log has it already.
+    void nothingOpened(const QUrl &url);
+
+private:
+    Opener() = default;
+    void openByToolkit(const QUrl &url);
+    void fail(const QUrl &url);
+};
 
 } // namespace platform
