@@ -16,7 +16,7 @@ QString inMinutes(std::chrono::seconds time)
     const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(time).count();
     if (minutes < 1)
         return Troubles::tr("less than a minute");
-    return minutes == 1 ? Troubles::tr("1 minute") : Troubles::tr("%Ln minutes", nullptr, int(minutes));
+    return minutes == 1 ? Troubles::tr("1 minute") : Troubles::tr("%n minutes", nullptr, int(minutes));
 }
 
 // Exact where a tenth can be heard: "0.4 s", "12 s", "3 min 20 s".

@@ -40,7 +40,8 @@ QString inWords(const QString &reason)
 QLocale localeOfNumbers()
 {
     const QLocale locale;
-    return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
+    const bool isWrittenLikeTheClock = locale.language() != QLocale::C && locale.zeroDigit() == "0"_L1;
+    return isWrittenLikeTheClock ? locale : QLocale(QLocale::English, QLocale::UnitedStates);
 }
 
 EnglishMessages::EnglishMessages()

@@ -20,7 +20,8 @@ QString reason(const char *words, const QString &detail);
 // In the user's language, as far as it is known there.
 QString inWords(const QString &reason);
 
-// How the desktop writes numbers; like the United States where it has nothing but the C locale.
+// How the desktop writes numbers; like the United States where it has nothing but the C locale, or other
+// digits than those of the clock and of file names, which stand beside them.
 QLocale localeOfNumbers();
 
 // While it lives, the C library and those that use its catalogues say in English what they have to say to

@@ -18,4 +18,15 @@ TEST(ForPeople, AReasonIsPutIntoWordsWithWhatALibrarySaysAboutIt)
         EXPECT_EQ(platform::inWords(QString::fromUtf8(reason)), words);
 }
 
+TEST(ForPeople, NumbersHaveTheDigitsOfTheClock)
+{
+    const QLocale before;
+    for (const auto &[locale, number] :
+        {std::pair{u"de_DE"_s, u"1,5"_s}, {u"ar_EG"_s, u"1.5"_s}, {u"C"_s, u"1.5"_s}}) {
+        QLocale::setDefault(QLocale(locale));
+        EXPECT_EQ(platform::localeOfNumbers().toString(1.5, 'f', 1), number);
+    }
+    QLocale::setDefault(before);
+}
+
 } // namespace
