@@ -47,6 +47,15 @@ bool install(const QLocale &language, const QString &catalogue, const QString &f
     return false;
 }
 
+// Where Chinese is written in simplified characters it is written as in China.
+QLocale inWriting(const QString &name)
+{
+    const QLocale locale(name);
+    const bool isSimplified
+        = locale.language() == QLocale::Chinese && locale.script() == QLocale::SimplifiedHanScript;
+    return isSimplified ? QLocale(QLocale::Chinese, QLocale::China) : locale;
+}
+
 bool hasCatalogue(const QString &name)
 {
     return QFile::exists(u"%1/flipside_%2.qm"_s.arg(folder(), name));
@@ -62,7 +71,7 @@ void speakLanguageOfDesktop()
         return;
     const QStringList languages = QLocale::system().uiLanguages();
     for (const QString &name : languages) {
-        const QLocale language(name);
+        const QLocale language = inWriting(name);
         if (language.language() == QLocale::English || language.language() == QLocale::C)
             return;
         if (install(language, u"flipside"_s, folder())) {

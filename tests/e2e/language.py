@@ -46,8 +46,11 @@ class Language(CardTest):
                 self.assertRegex(card.log(), f"^{said}$")
                 self.assertEqual(card.end(), 0)
 
-    def test_a_locale_needs_no_codeset(self):
-        self.card(LC_ALL="de_AT@euro").wait_for("button", "Aufnehmen")
+    def test_a_locale_needs_no_codeset_and_no_country_that_is_known(self):
+        for locale, record in (("de_AT@euro", "Aufnehmen"), ("zh_SG", "录音"), ("zh_HK", "Record")):
+            card = self.card(LC_ALL=locale)
+            card.wait_for("button", record)
+            self.assertEqual(card.end(), 0)
 
 
 if __name__ == "__main__":
