@@ -32,11 +32,19 @@ constexpr int charactersOfPlaces = 20;
 constexpr int sizeColumn = 1;
 constexpr int kindColumn = 2;
 
+// What the chooser opens with it asks for on the main thread, so that a disk that does not answer is left to
+// the user.
+bool isThere(const QString &folder, milliseconds deadline)
+{
+    return !folder.isEmpty()
+        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, deadline).value_or(false);
+}
+
 QList<QUrl> places()
 {
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     QList<QUrl> places{QUrl::fromLocalFile(QDir::rootPath()), QUrl::fromLocalFile(QDir::homePath())};
-    if (music != QDir::homePath())
+    if (music != QDir::homePath() && isThere(music, diskTellsWithin))
         places.append(QUrl::fromLocalFile(music));
     return places;
 }
@@ -126,14 +134,6 @@ private:
     QStringList m_listed;
     Inquiry<bool> m_disk;
 };
-
-// What the chooser opens with it asks for on the main thread, so that a disk that does not answer is left to
-// the user.
-bool isThere(const QString &folder, milliseconds deadline)
-{
-    return !folder.isEmpty()
-        && askAndWait<bool>([folder] { return QDir(folder).exists(); }, deadline).value_or(false);
-}
 
 QString placeToBegin(const QString &wanted)
 {
