@@ -9,9 +9,11 @@
 #include "platform/ForPeople.h"
 #include "platform/OutputState.h"
 #include "platform/ThreadCheck.h"
+#include "platform/desktop/Opener.h"
 
 #include <QFileInfo>
 #include <QTimerEvent>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 using std::chrono::steady_clock;
@@ -62,12 +64,19 @@ StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent
     connect(delegate, &AppDelegate::inputMuteChanged, this, &StatusLine::refresh);
     connect(delegate, &AppDelegate::problemChanged, this, &StatusLine::followProblem);
     connect(delegate, &AppDelegate::choosingFolderChanged, this, &StatusLine::refresh);
+    platform::Opener &opener = platform::Opener::shared();
+    connect(&opener, &platform::Opener::asked, this, [this] {
+        m_unopened.clear();
+        refresh();
+    });
+    connect(&opener, &platform::Opener::nothingOpened, this, &StatusLine::followOpening);
     followState();
 }
 
 void StatusLine::followState()
 {
     const int previous = std::exchange(m_state, m_delegate->state());
+    m_unopened.clear();
     if (m_state == RecorderStateRecording) {
         if (previous != RecorderStateRecordingPaused) {
             m_device = m_delegate->currentDevice();
@@ -102,10 +111,27 @@ void StatusLine::followReplacedDevice()
 
 void StatusLine::followProblem()
 {
-    if (m_delegate->problem().isEmpty())
+    m_unopened.clear();
+    tellProblem();
+}
+
+void StatusLine::followOpening(const QUrl &unopened)
+{
+    m_unopened = tr("Nothing opens %1").arg(unopened.toDisplayString(QUrl::PreferLocalFile));
+    tellProblem();
+}
+
+void StatusLine::tellProblem()
+{
+    if (problem().isEmpty())
         refresh();
     else
         tellFirst(News::Problem);
+}
+
+QString StatusLine::problem() const
+{
+    return m_unopened.isEmpty() ? m_delegate->problem() : m_unopened;
 }
 
 // What the last recording lacks is told on after that.
@@ -186,7 +212,7 @@ bool StatusLine::lookForTrouble()
         || m_isEnding || !UnfinishedRecordings::isEmpty();
     watchEvery(isAtWork ? interval : isMissed() ? seldom : 0);
     if (isProblemTold(troubles)) {
-        m_text = m_topic = m_delegate->problem();
+        m_text = m_topic = problem();
         return true;
     }
     const QString device = isRecording(m_state) ? m_device : m_delegate->currentDevice();
@@ -207,14 +233,15 @@ void StatusLine::watchEvery(int pause)
         m_timer.start(pause, this);
 }
 
-// Why a command could not be done is no reason to keep quiet about what the next recording would suffer from.
+// Why a command could not be done is no reason to keep quiet for long about what a recording suffers from, or
+// would.
 bool StatusLine::isProblemTold(const Troubles &troubles) const
 {
-    if (m_delegate->problem().isEmpty())
+    if (problem().isEmpty())
         return false;
-    return m_state != RecorderStateIdle || m_news == News::Problem
-        || (m_news != News::Replacement && !troubles.muted && troubles.diskProblem.isEmpty()
-            && !m_delegate->currentDevice().isEmpty());
+    return m_news == News::Problem
+        || (m_state == RecorderStateIdle && m_news != News::Replacement && !troubles.muted
+            && troubles.diskProblem.isEmpty() && !m_delegate->currentDevice().isEmpty());
 }
 
 Troubles StatusLine::troubles()

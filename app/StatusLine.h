@@ -15,9 +15,9 @@ class AppDelegate;
 
 // The one honest line: what the recorder is doing, from which device, and what is wrong when something is.
 // What the last recording lacks is said until the next one, and why a command could not be done until the
-// next command, unless something else is in the way of the next recording. It only looks: it changes no state
-// and shows no dialog. While nothing is recorded, nothing waits for a disk, and no file is missed, it does
-// not wake up at all. Main thread only.
+// next command, unless something else is in the way of the next recording; so is what nothing opens. It only
+// looks: it changes no state and shows no dialog. While nothing is recorded, nothing waits for a disk, and no
+// file is missed, it does not wake up at all. Main thread only.
 class StatusLine : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
@@ -50,6 +50,9 @@ private:
     void refresh();
     void followReplacedDevice();
     void followProblem();
+    void followOpening(const QUrl &unopened);
+    void tellProblem();
+    QString problem() const;
     enum class News { Nothing, Replacement, Problem };
     void tellFirst(News news);
     bool isProblemTold(const Troubles &troubles) const;
@@ -77,6 +80,7 @@ private:
     QString m_device; // of the recording; the choice for the next one may differ
     std::uint32_t m_deviceID = 0;
     QString m_replacement; // the device that came in place of the chosen one
+    QString m_unopened; // that nothing opens what was to be opened last, as a sentence
     News m_news = News::Nothing; // goes before what is not as new
     QBasicTimer m_newsTimer;
     QString m_text;

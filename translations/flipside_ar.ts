@@ -672,6 +672,10 @@ music needs most, speech and silence less.</source>
         <source>Waiting for a folder to be chosen</source>
         <translation>في انتظار اختيار مجلد</translation>
     </message>
+    <message>
+        <source>Nothing opens %1</source>
+        <translation>لا يوجد برنامج يفتح ⁨%1⁩</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>
@@ -710,14 +714,14 @@ music needs most, speech and silence less.</source>
         <translation>دقيقة واحدة</translation>
     </message>
     <message numerus="yes">
-        <source>%Ln minutes</source>
+        <source>%n minutes</source>
         <translation>
-            <numerusform>%Ln دقيقة</numerusform>
+            <numerusform>%n دقيقة</numerusform>
             <numerusform>دقيقة واحدة</numerusform>
             <numerusform>دقيقتان</numerusform>
-            <numerusform>%Ln دقائق</numerusform>
-            <numerusform>%Ln دقيقة</numerusform>
-            <numerusform>%Ln دقيقة</numerusform>
+            <numerusform>%n دقائق</numerusform>
+            <numerusform>%n دقيقة</numerusform>
+            <numerusform>%n دقيقة</numerusform>
         </translation>
     </message>
     <message>

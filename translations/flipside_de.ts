@@ -660,6 +660,10 @@ Musik braucht am meisten, Sprache und Stille weniger.</translation>
         <source>Waiting for a folder to be chosen</source>
         <translation>Wartet auf die Wahl eines Ordners</translation>
     </message>
+    <message>
+        <source>Nothing opens %1</source>
+        <translation>Kein Programm öffnet %1</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>
@@ -698,10 +702,10 @@ Musik braucht am meisten, Sprache und Stille weniger.</translation>
         <translation>1 Minute</translation>
     </message>
     <message numerus="yes">
-        <source>%Ln minutes</source>
+        <source>%n minutes</source>
         <translation>
-            <numerusform>%Ln Minute</numerusform>
-            <numerusform>%Ln Minuten</numerusform>
+            <numerusform>%n Minute</numerusform>
+            <numerusform>%n Minuten</numerusform>
         </translation>
     </message>
     <message>

@@ -660,6 +660,10 @@ la música ocupa más; la voz y el silencio, menos.</translation>
         <source>Waiting for a folder to be chosen</source>
         <translation>A la espera de que se elija una carpeta</translation>
     </message>
+    <message>
+        <source>Nothing opens %1</source>
+        <translation>Ningún programa abre %1</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>
@@ -698,10 +702,10 @@ la música ocupa más; la voz y el silencio, menos.</translation>
         <translation>1 minuto</translation>
     </message>
     <message numerus="yes">
-        <source>%Ln minutes</source>
+        <source>%n minutes</source>
         <translation>
-            <numerusform>%Ln minuto</numerusform>
-            <numerusform>%Ln minutos</numerusform>
+            <numerusform>%n minuto</numerusform>
+            <numerusform>%n minutos</numerusform>
         </translation>
     </message>
     <message>

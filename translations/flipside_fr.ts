@@ -660,6 +660,10 @@ la musique prend le plus de place, la parole et le silence moins.</translation>
         <source>Waiting for a folder to be chosen</source>
         <translation>En attente du choix d’un dossier</translation>
     </message>
+    <message>
+        <source>Nothing opens %1</source>
+        <translation>Aucun programme n’ouvre %1</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>
@@ -698,10 +702,10 @@ la musique prend le plus de place, la parole et le silence moins.</translation>
         <translation>1&#xa0;minute</translation>
     </message>
     <message numerus="yes">
-        <source>%Ln minutes</source>
+        <source>%n minutes</source>
         <translation>
-            <numerusform>%Ln&#xa0;minute</numerusform>
-            <numerusform>%Ln&#xa0;minutes</numerusform>
+            <numerusform>%n&#xa0;minute</numerusform>
+            <numerusform>%n&#xa0;minutes</numerusform>
         </translation>
     </message>
     <message>

@@ -657,6 +657,10 @@ music needs most, speech and silence less.</source>
         <source>Waiting for a folder to be chosen</source>
         <translation>正在等待选择文件夹</translation>
     </message>
+    <message>
+        <source>Nothing opens %1</source>
+        <translation>没有程序能打开 %1</translation>
+    </message>
 </context>
 <context>
     <name>TakeHandle</name>
@@ -695,9 +699,9 @@ music needs most, speech and silence less.</source>
         <translation>1 分钟</translation>
     </message>
     <message numerus="yes">
-        <source>%Ln minutes</source>
+        <source>%n minutes</source>
         <translation>
-            <numerusform>%Ln 分钟</numerusform>
+            <numerusform>%n 分钟</numerusform>
         </translation>
     </message>
     <message>

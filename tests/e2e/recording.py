@@ -230,15 +230,22 @@ class Recording(RecorderTest):
             self.desktop.key("Tab")
             self.wait_focus(recorder, name)
 
-    def test_help_opens_the_contact_page(self):
+    def test_help_opens_the_contact_page_or_says_that_nothing_does(self):
         browser = os.path.join(self.home, "xdg-open")
         with open(browser, "w") as script:
-            script.write(f'#!/bin/sh\necho "$1" >{self.home}/opened\n')
+            script.write(f'#!/bin/sh\necho "$1" >{self.home}/opened\ncat {self.home}/fails >&2 || exit 0\nexit 4\n')
         os.chmod(browser, 0o755)
         recorder = self.start(PATH=f"{self.home}:{os.environ['PATH']}")
         recorder.click("Help")
         wait_until(lambda: os.path.exists(f"{self.home}/opened"), "the browser to be started")
         wait_until(lambda: open(f"{self.home}/opened").read().endswith("/contact\n"), "the contact page")
+        with open(f"{self.home}/fails", "w") as complaint:
+            complaint.write("No browser\n")
+        recorder.click("Help")
+        recorder.wait_status("Nothing opens https://.*/contact")
+        log = recorder.program.log()
+        self.assertIn("Nothing opens https://", log)
+        self.assertNotIn("No browser", log)
 
     def wait_focus(self, recorder, name):
         button = recorder.button(name)
