@@ -188,6 +188,8 @@ class CommandLine(CardTest):
         state, elapsed, device, file = self.flipside("--status", LC_ALL="ar_EG.UTF-8")[1].rstrip("\n").split("\t")
         self.assertRegex(elapsed, r"00:00:\d\d\.\d")
         self.assertEqual((device, file), (MICROPHONE, self.recordings()[-1]))
+        # Long enough to be played still when a busy machine comes to ask.
+        wait_until(lambda: self.flipside("--status")[1].split("\t")[1] >= "00:00:03", "three seconds")
         self.done("--toggle", "idle")
         self.done("--play", "playing")
         status = json.loads(self.flipside("--status", "--json")[1])
