@@ -3,7 +3,7 @@
 """What tests of the real program have in common. A module of them calls main(); its classes derive from RecorderTest. Run
 one by hand with
 
-    recording.py BINARY [--pipewire] [unittest arguments]
+    recording.py BINARY [unittest arguments]
 """
 
 import os
@@ -19,9 +19,9 @@ from recorder import MICROPHONE, Recorder, SoundServer, StandIns, decoded_second
 class RecorderTest(unittest.TestCase):
     # Given by main(); one desktop for all tests of a process, since the accessibility library connects once.
     binary = None
-    pipewire = False
     desktop = None
     stand_ins = None
+    pipewire = False  # instead of PulseAudio
 
     def setUp(self):
         self.sound = SoundServer(self.pipewire)
@@ -52,9 +52,6 @@ class RecorderTest(unittest.TestCase):
 
 def main():
     RecorderTest.binary = os.path.abspath(sys.argv.pop(1))
-    if "--pipewire" in sys.argv:
-        sys.argv.remove("--pipewire")
-        RecorderTest.pipewire = True
     with Desktop() as RecorderTest.desktop:
         RecorderTest.stand_ins = StandIns(RecorderTest.desktop)
         # The accessibility library warns about itself.
