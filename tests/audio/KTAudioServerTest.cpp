@@ -204,22 +204,6 @@ TEST_P(EitherKTAudioServer, LosesNothingWhenAProcessThatWasStoppedEndsItsTakeAtO
     EXPECT_NEAR(child.lastFrame(), pressed, slack() + second / 4.0);
 }
 
-// As when the whole computer stands still: what the device has kept is on its way, and not missing.
-TEST_F(KTAudioServer, LosesNothingThatTheDeviceHasKeptWhileServerAndProcessStoodStill)
-{
-    Child child;
-    letMicrophoneHear(second); // the device is known by then
-    child.standStill();
-    server.freeze();
-    letMicrophoneHear(second / 2);
-    server.thaw();
-    child.goOn();
-    letMicrophoneHear(second);
-    child.pressStop();
-    const auto pressed = double(server.position(u"Microphone"_s));
-    EXPECT_NEAR(child.lastFrame(), pressed, second / 4.0);
-}
-
 // The sound that is gone stands as silence in its place: what follows is where the clock says.
 TEST_F(KTAudioServer, PutsSilenceWhereTheServerStoodStillAndSaysHowMuch)
 {
