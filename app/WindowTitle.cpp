@@ -51,13 +51,16 @@ void WindowTitle::followTime()
 }
 
 // The same title again changes nothing, and is not told to the window system. Another card may be up while a
-// recording is started by another program.
+// recording is started by another program; its title ends with the program's name as well, which the toolkit
+// would put behind a dash of another kind.
 void WindowTitle::show()
 {
     m_card->setWindowTitle(titled(m_name));
     Stage *const stage = Stage::of(m_card);
-    if (stage && stage->card() && stage->card() != m_card)
-        stage->setWindowTitle(titled(stage->card()->windowTitle()));
+    if (!stage || !stage->card() || stage->card() == m_card)
+        return;
+    const QString other = stage->card()->windowTitle();
+    stage->setWindowTitle(m_state == RecorderStateIdle ? other : titled(other + u" - "_s + m_name));
 }
 
 QString WindowTitle::titled(const QString &name) const

@@ -10,7 +10,7 @@ class QWidget;
 
 // Keeps the title of the main card, and of the window while another card is up: what is being done, and how
 // much has been recorded, to the second, so that it is read in the task bar too: "Recording 00:12 -
-// Flipside". Main thread only.
+// Flipside", or "Recording 00:12 - Preferences - Flipside". Main thread only.
 class WindowTitle : public QObject {
     Q_OBJECT
 

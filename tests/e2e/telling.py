@@ -148,9 +148,10 @@ class Warnings(TellingTest):
 
     def test_the_take_behind_the_preferences_is_told_of_until_it_is_safe(self):
         desktop = self.services()
-        self.take_behind_preferences(desktop)
+        recorder = self.take_behind_preferences(desktop)
         self.mute(True)
         desktop.expect("notice 1 0 .* is muted")
+        recorder.wait_for("frame", "Recording 00:01 - Preferences - Flipside")
         desktop.notification("Close")
         self.flipside("--status")  # answered behind what the bus has told before
         self.sound.tell("unload " + MICROPHONE)
