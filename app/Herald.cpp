@@ -27,23 +27,19 @@ Herald::Herald(const AppDelegate *delegate, const StatusLine *line, QWidget *car
     card->installEventFilter(this);
 }
 
-// The cards turn over, or their window is minimised.
+// The cards turn over.
 bool Herald::eventFilter(QObject *watched, QEvent *event)
 {
-    // Before it is shown for the first time it is on no window.
-    if (watched == m_card && event->type() == QEvent::Show)
-        m_card->window()->installEventFilter(this);
-    if (event->type() == QEvent::Show || event->type() == QEvent::Hide
-        || event->type() == QEvent::WindowStateChange)
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
         followNotice();
     return QObject::eventFilter(watched, event);
 }
 
-// Window systems do not say whether a window is covered, but whoever looks at the card has it in front.
+// Window systems do not say whether a window is covered, but whoever looks at the card has it in front. One
+// that is minimised loses the keyboard, and with it the application is no longer active.
 bool Herald::isInFront() const
 {
-    return m_card->isVisible() && !m_card->window()->isMinimized()
-        && QGuiApplication::applicationState() == Qt::ApplicationActive;
+    return m_card->isVisible() && QGuiApplication::applicationState() == Qt::ApplicationActive;
 }
 
 void Herald::tell()
