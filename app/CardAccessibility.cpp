@@ -70,13 +70,28 @@ private:
     QString time() const { return static_cast<TimeLabel *>(object())->text(); }
 };
 
-// What the toolkit has no role for.
-QAccessible::Role roleOf(const QWidget *widget)
-{
-    if (qobject_cast<const LevelMeter *>(widget))
-        return QAccessible::Indicator;
-    return widget->property("separator").toBool() ? QAccessible::Separator : QAccessible::NoRole;
-}
+// The toolkit has no role of a level, and on Linux an indicator is nothing known. A reader that is asked says
+// how far the bar reaches; changes are not told, because they would never end.
+class AccessibleMeter : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit AccessibleMeter(LevelMeter *meter)
+        : QAccessibleWidget(meter, QAccessible::ProgressBar)
+    {
+    }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    QVariant currentValue() const override { return static_cast<LevelMeter *>(object())->percent(); }
+    QVariant minimumValue() const override { return 0; }
+    QVariant maximumValue() const override { return 100; }
+    QVariant minimumStepSize() const override { return 1; }
+    void setCurrentValue(const QVariant &) override { }
+};
 
 // Asked for each class that the object has, its own first.
 QAccessibleInterface *interfaceFor(const QString &className, QObject *object)
@@ -85,9 +100,11 @@ QAccessibleInterface *interfaceFor(const QString &className, QObject *object)
         return nullptr;
     if (auto *clock = qobject_cast<TimeLabel *>(object))
         return new AccessibleClock(clock);
+    if (auto *meter = qobject_cast<LevelMeter *>(object))
+        return new AccessibleMeter(meter);
     auto *widget = static_cast<QWidget *>(object);
-    if (const QAccessible::Role role = roleOf(widget))
-        return new QAccessibleWidget(widget, role);
+    if (widget->property("separator").toBool())
+        return new QAccessibleWidget(widget, QAccessible::Separator);
     const bool isOwnWindow = widget->windowType() == Qt::Window && !className.startsWith(u'Q');
     return isOwnWindow || qobject_cast<CardWindow *>(widget) ? new AccessibleSurface(widget) : nullptr;
 }

@@ -72,6 +72,11 @@ void LevelMeter::moveAlong()
     m_timer.start(intervalMilliseconds, this);
 }
 
+int LevelMeter::percent() const
+{
+    return qRound(100 * std::max(m_bars[0].ballistics.position(), m_bars[1].ballistics.position()));
+}
+
 QSize LevelMeter::sizeHint() const
 {
     return {CardStyle::scaled(372), CardStyle::scaled(2 * barHeight + barGap)};

@@ -28,6 +28,8 @@ public:
     // Something beside it is drawn now: while it runs it makes its next step at the same time, because a
     // frame costs more than what is drawn in it.
     void moveAlong();
+    // How far the longer bar reaches.
+    int percent() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -78,6 +78,8 @@ class Warnings(TellingTest):
         reader = Watcher(self, "-c", LISTENER)
         recorder.record()
         title = recorder.program.wait_for("frame", "Recording 00:01 - Flipside")
+        level = recorder.wait_for("progress bar", "Input level").node.queryValue()
+        wait_until(lambda: level.currentValue > 0, "a level")
         recorder.press("Pause")
         recorder.wait_status("Paused, .*")
         self.assertRegex(title.text, "Paused 00:0[1-3] - Flipside")
