@@ -365,6 +365,7 @@ void AppDelegate::recordingTaskExcuteDuration(HBRecordingTask *, qint64 millisec
 {
     platform::assertMainThread();
     setLengthOfRecording(lengthFromDuration(milliseconds));
+    Q_EMIT recordingWentOn();
 }
 
 void AppDelegate::playTaskComplete(HBPlayTask *task)

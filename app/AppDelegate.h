@@ -164,6 +164,8 @@ Q_SIGNALS:
     void recordingTaskChanged();
     void currentOutputURLChanged();
     void lengthOfRecordingChanged();
+    // Another piece of sound has been recorded, whether or not the length shows it yet.
+    void recordingWentOn();
     void currentDeviceChanged();
     // Not by the user: devices have come or gone.
     void currentDeviceReplaced();

@@ -124,7 +124,7 @@ void MainCard::bindControls()
     bind(m_ui->status, "text", m_status, u"text"_s);
     bind(m_ui->status, m_status, u"warning"_s, [this](const QVariant &) { markStatus(); });
     m_ui->levelMeter->setSource([this] { return m_sound.takePeaks(); });
-    connect(m_delegate, &AppDelegate::lengthOfRecordingChanged, m_ui->levelMeter, &LevelMeter::moveAlong);
+    connect(m_delegate, &AppDelegate::recordingWentOn, m_ui->levelMeter, &LevelMeter::moveAlong);
 }
 
 // Letter for letter also for screen readers, which would otherwise be told the tool tip.

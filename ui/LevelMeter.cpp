@@ -15,8 +15,9 @@
 
 namespace {
 
-// Not less: between two tenths of the elapsed time, with which it moves along, there is one step.
-constexpr int intervalMilliseconds = 60;
+constexpr int intervalMilliseconds = 50;
+// For something to move along with, which comes as often when nothing is wrong.
+constexpr int patienceMilliseconds = 100;
 constexpr double barHeight = 4;
 constexpr double barGap = 3;
 // A longer step makes no difference: by then the bars have fallen to rest.
@@ -69,7 +70,7 @@ void LevelMeter::moveAlong()
     if (!m_timer.isActive())
         return;
     advance();
-    m_timer.start(intervalMilliseconds, this);
+    m_timer.start(patienceMilliseconds, this);
 }
 
 int LevelMeter::percent() const
@@ -139,6 +140,7 @@ void LevelMeter::timerEvent(QTimerEvent *event)
     if (event->timerId() != m_timer.timerId())
         return QWidget::timerEvent(event);
     advance();
+    m_timer.start(intervalMilliseconds, this);
     startOrStopTimer();
 }
 

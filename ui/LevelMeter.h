@@ -25,8 +25,8 @@ public:
     void setSource(Source source);
     // While it does not run, the bars fall to rest and stay there.
     void setRunning(bool running);
-    // Something beside it is drawn now: while it runs it makes its next step at the same time, because a
-    // frame costs more than what is drawn in it.
+    // While it runs it makes its next step now, and not by a clock of its own: something beside it is drawn,
+    // and to wake up and begin a frame costs more than what is drawn in it.
     void moveAlong();
     // How far the longer bar reaches.
     int percent() const;
