@@ -15,9 +15,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Each delivery wakes this thread and those that follow it: two pieces of the sound system at once, which
-// costs no more than one of them would without this thread.
-constexpr auto batchTime = 40ms;
+// Each delivery wakes this thread, the one that writes the file, and the main thread, and makes a frame of
+// the level meter there: twenty a second, and every second one with another tenth of the elapsed time.
+constexpr auto batchTime = 50ms;
 // What comes in smaller pieces, or was the last for now.
 constexpr auto patience = 100ms;
 

@@ -41,8 +41,8 @@ void CaptureFeed::take(const std::byte *data, std::size_t bytes)
     }
 }
 
-// The server sends sound as its source has it, often in pieces of a few milliseconds. Each delivery wakes the
-// threads that follow it, so short pieces are put together first, in room that was made for them.
+// The server sends sound as its source has it, some in pieces of a few milliseconds, which are put together
+// first, in room that was made for them.
 void CaptureFeed::collect(const std::byte *data, std::size_t bytes)
 {
     if (!data) {
