@@ -52,6 +52,12 @@ void PulseBacklog::cancel()
     m_request.reset();
 }
 
+bool PulseBacklog::isAsked() const
+{
+    m_loopThread.assertSameThread();
+    return m_request != nullptr;
+}
+
 void PulseBacklog::answered(pa_stream *stream)
 {
     m_loopThread.assertSameThread();

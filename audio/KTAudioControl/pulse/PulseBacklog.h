@@ -24,6 +24,7 @@ public:
     void ask(pa_stream *stream);
     // No answer follows.
     void cancel();
+    bool isAsked() const;
 
     // The moment of which the answer tells. It was on its way since.
     Moment moment() const;

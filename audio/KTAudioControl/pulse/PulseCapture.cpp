@@ -15,6 +15,9 @@ namespace {
 // 16-bit and 10 seconds of 32-bit stereo. What comes after that is lost: PulseAudio goes on with the next
 // sound that has room, PipeWire throws away all that waits, and neither says so.
 constexpr auto serverBuffer = 20s;
+// The server sends sound as its source has it, often a hundred times a second, and to wake up costs more than
+// to read. Half of what is delivered at once.
+constexpr auto restsFor = 25ms;
 // How long a pause waits for the server to hand over what came before it.
 constexpr auto serverDeadline = 700ms;
 
@@ -184,11 +187,18 @@ void PulseCapture::readAvailable()
     cutWhenReached();
     if (frames == 0 || !m_deliver)
         return;
-    connection().start(m_tick, CaptureClock::longestGap);
-    const bool wasInterrupted = m_clock.read(Moment::now(), frames);
+    const Moment now = Moment::now();
+    m_readAt = now.steady;
+    const bool wasInterrupted = m_clock.read(now, frames);
     m_feed.reach(m_clock.reached());
-    if (!wasInterrupted || m_pause) // which asks itself
-        return;
+    if (wasInterrupted && !m_pause) // which asks itself
+        askForLoss();
+    if (!m_pause && !m_backlog.isAsked())
+        connection().loop().rest(restsFor);
+}
+
+void PulseCapture::askForLoss()
+{
     m_backlog.cancel(); // an answer from before knows nothing of it
     if (m_clock.sawServerStall())
         connection().start(m_askLater, catchUp);
@@ -196,9 +206,13 @@ void PulseCapture::readAvailable()
         m_backlog.ask(stream());
 }
 
+// It is not wound up anew by each read, which libpulse needs a system call for.
 void PulseCapture::ticked()
 {
     assertOnLoop();
+    const auto unread = std::chrono::floor<std::chrono::milliseconds>(Moment::now().steady - m_readAt);
+    if (unread < CaptureClock::longestGap)
+        return connection().start(m_tick, CaptureClock::longestGap - unread);
     m_clock.tick();
     // Suspended already when the recording went on: nothing has changed since.
     if (isReady() && !m_suspended && pa_stream_is_suspended(stream()) > 0)

@@ -42,6 +42,7 @@ private:
     void countFrom(const Moment &since);
     void suspendedChanged();
     void readAvailable();
+    void askForLoss();
     void ticked();
     void backlogKnown();
     bool judge(const Moment &upTo, qint64 waiting);
@@ -64,6 +65,7 @@ private:
 
     CaptureClock m_clock;
     PulseBacklog m_backlog;
+    std::chrono::nanoseconds m_readAt{}; // by the steady clock
     PulseTimer m_tick;
     PulseTimer m_askLater;
 

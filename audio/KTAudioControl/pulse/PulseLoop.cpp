@@ -5,8 +5,10 @@
 
 #include "platform/Logging.h"
 
+#include <algorithm>
 #include <sys/eventfd.h>
 #include <unistd.h>
+#include <utility>
 
 namespace sound {
 
@@ -28,6 +30,10 @@ PulseLoop::PulseLoop()
         static_cast<PulseLoop *>(self)->runPosted();
     };
     m_wakeEvent = api()->io_new(api(), m_wake, PA_IO_EVENT_INPUT, woken, this);
+    const auto poll = [](pollfd *descriptors, unsigned long count, int timeout, void *self) {
+        return static_cast<PulseLoop *>(self)->poll(descriptors, count, timeout);
+    };
+    pa_mainloop_set_poll_func(m_loop.get(), poll, this);
 }
 
 PulseLoop::~PulseLoop()
@@ -75,8 +81,22 @@ void PulseLoop::runPosted()
         const std::scoped_lock lock(m_mutex);
         posted.swap(m_posted);
     }
+    m_rest = 0ms; // for what the server may be asked
     for (const auto &work : posted)
         work();
+}
+
+// Milliseconds, as of poll(2); below zero there is no timeout.
+int PulseLoop::poll(pollfd *descriptors, unsigned long count, int timeout)
+{
+    m_thread.assertSameThread();
+    if (timeout != 0 && m_rest.count() > 0) {
+        const int rest = int(std::exchange(m_rest, 0ms).count());
+        pollfd posted{m_wake, POLLIN, 0};
+        ::poll(&posted, 1, timeout < 0 ? rest : std::min(timeout, rest));
+        timeout = 0; // what is due is looked for before it sleeps again
+    }
+    return ::poll(descriptors, count, timeout);
 }
 
 bool PulseLoop::stop(std::function<void()> last)

@@ -7,9 +7,11 @@
 #include "platform/Inquiry.h"
 #include "platform/ThreadCheck.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <poll.h>
 #include <vector>
 
 namespace sound {
@@ -38,13 +40,18 @@ public:
     // The loop's thread, and before start().
     pa_mainloop_api *api() const { return pa_mainloop_get_api(m_loop.get()); }
     void assertOnLoop() const { m_thread.assertSameThread(); }
+    // When it sleeps next, the server does not wake the thread before that time is over: only what is posted
+    // does, and what is due. The loop's thread.
+    void rest(std::chrono::milliseconds time) { m_rest = time; }
 
 private:
     void runPosted();
+    int poll(pollfd *descriptors, unsigned long count, int timeout);
 
     PulseMainloopHandle m_loop;
     int m_wake = -1; // an eventfd
     pa_io_event *m_wakeEvent = nullptr; // owned by the loop
+    std::chrono::milliseconds m_rest{}; // the loop's thread
     std::shared_ptr<platform::GivenAnswer<bool>> m_ended; // by the thread, which may outlive this object
     platform::ThreadCheck m_thread;
     std::mutex m_mutex; // guards what follows
