@@ -7,6 +7,7 @@
 #include "platform/desktop/Alert.h"
 
 #include <QCoreApplication>
+#include <utility>
 
 namespace Alerts {
 
@@ -26,7 +27,12 @@ void failedStartRecording(const AudioStreamBasicDescription &description)
                   QString::asprintf("%f", description.mSampleRate),
                   QString::number(int(description.mChannelsPerFrame)),
                   QString::number(int(description.mFormatFlags)));
+    // A key of the desktop may ask again and again while it is up.
+    static bool isUp = false;
+    if (std::exchange(isUp, true))
+        return;
     platform::Alert{Text::tr("Failed to start record."), reason, Text::tr("OK")}.runModal();
+    isUp = false;
 }
 
 void authorizationAccessSetting()

@@ -255,6 +255,9 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
         setState(RecorderStateRecording);
     } else {
         setProblem(Problem::cannotRecord(Takes::whyNotStarted(*task)));
+        // Where only the file was refused the microphone is open, and the alert may stand for a night. A
+        // server that takes its time for it does not keep the alert waiting.
+        QTimer::singleShot(0, this, [task] { task->stopRecord(); });
         Alerts::failedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.
         if (m_recordingTask == task)

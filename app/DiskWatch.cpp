@@ -40,7 +40,8 @@ void DiskWatch::look(
         m_lastGrowth = now;
     m_size = disk.fileSize;
     m_bytesPerSecond = bytesPerSecond(disk.fileSize + bytesToCome, recorded);
-    m_timeLeft = std::chrono::seconds(disk.bytesFree / m_bytesPerSecond);
+    m_timeLeft = disk.bytesFree ? std::chrono::seconds(*disk.bytesFree / m_bytesPerSecond)
+                                : std::chrono::seconds::max();
     m_judgement = judge(disk, now);
 }
 
@@ -55,7 +56,7 @@ DiskWatch::Judgement DiskWatch::judge(const platform::DiskState &disk, OwnTime::
         return Judgement::FolderGone;
     if (!disk.fileExists)
         return Judgement::FileGone;
-    if (disk.bytesFree < asGoodAsNothing)
+    if (disk.bytesFree && *disk.bytesFree < asGoodAsNothing)
         return Judgement::Full;
     if (now - m_lastGrowth > longestWithoutGrowth)
         return Judgement::NotWritten;

@@ -22,11 +22,12 @@ DiskState::Folder kindOfFolder(const QByteArray &path)
     return access(path.constData(), W_OK | X_OK) == 0 ? DiskState::Writable : DiskState::NotWritable;
 }
 
-qint64 bytesFree(const QByteArray &path)
+// A file system of no size, as some that are mounted over a network say of themselves, does not know it.
+std::optional<qint64> bytesFree(const QByteArray &path)
 {
     struct statvfs status = {};
-    if (statvfs(path.constData(), &status) != 0)
-        return 0;
+    if (statvfs(path.constData(), &status) != 0 || status.f_blocks == 0)
+        return {};
     return static_cast<qint64>(status.f_bavail) * static_cast<qint64>(status.f_frsize);
 }
 

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 namespace platform {
 
@@ -15,8 +16,9 @@ struct DiskState {
     enum Folder { Missing, NotAFolder, NotWritable, Writable };
 
     Folder folder = Missing;
-    // That this user may still write to the folder's disk. 0 where there is no folder.
-    qint64 bytesFree = 0;
+    // That this user may still write to the folder's disk. Nothing where there is no folder, and on file
+    // systems that do not tell their size.
+    std::optional<qint64> bytesFree = {};
     bool fileExists = false;
     qint64 fileSize = 0; // bytes
 

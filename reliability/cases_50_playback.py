@@ -5,6 +5,7 @@
 import os
 import time
 
+from bench import wait_until
 from tally import Tally, case
 
 
@@ -54,7 +55,7 @@ def playback(bench, quick):
 
 @case("playback-frozen", minutes=0.4, quick=True)
 def playback_frozen(bench, quick):
-    """The server stands still in the middle of a playback: it ends like a failed one."""
+    """In the middle of a playback the server stands still: it ends like a failed one. Then the program: it goes on."""
     counted = Tally("the sound server stands still for 9 s while a file is played")
     run = bench.start()
     run.record_for(5)
@@ -67,4 +68,18 @@ def playback_frozen(bench, quick):
     run.finish()
     counted.take(run)
     counted.check(run.words(), "nobody was told")
+    yield counted
+
+    counted = Tally("the process stands still for 7 s while it plays a file")
+    run = bench.start()
+    run.record_for(5)
+    run.say("Play")
+    time.sleep(1)
+    with run.stopped():
+        time.sleep(7)
+    counted.check(not run.panel.enabled("Record"), "the playback did not go on")
+    wait_until(lambda: run.panel.enabled("Record"), "the end of the playback", 10)
+    counted.check(not run.words(), "something was told")
+    run.finish()
+    counted.take(run)
     yield counted

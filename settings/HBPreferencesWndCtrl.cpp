@@ -154,7 +154,7 @@ QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) co
     case platform::DiskState::Writable:
         break;
     }
-    return estimate.roomSentence(m_disk->bytesFree);
+    return m_disk->bytesFree ? estimate.roomSentence(*m_disk->bytesFree) : QString();
 }
 
 void HBPreferencesWndCtrl::askForRoom()

@@ -19,8 +19,9 @@ using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
 constexpr std::uint32_t secondsAhead = 2;
-// As long as for a sound server that makes no progress.
-constexpr auto diskPatience = 5s;
+// As long as for a sound server that makes no progress. Looks are counted, not the time between them, in
+// which this program may have stood still itself.
+constexpr int patientLooks = 5;
 constexpr auto lookEvery = 1s;
 
 sound::SampleSpec specOf(const AudioStreamBasicDescription &format)
@@ -52,12 +53,13 @@ void Playback::start()
 void Playback::watchDisk()
 {
     platform::assertMainThread();
-    bool isSilent = false;
+    std::optional<steady_clock::time_point> starving;
     {
         const std::scoped_lock lock(m_mutex);
-        isSilent = m_starving && !m_paused && steady_clock::now() - *m_starving > diskPatience;
+        starving = m_paused ? std::nullopt : m_starving;
     }
-    if (isSilent)
+    m_looks = starving && starving == std::exchange(m_lastStarving, starving) ? m_looks + 1 : 0;
+    if (m_looks == patientLooks)
         return end(platform::reason(QT_TRANSLATE_NOOP("Reason", "the disk does not answer")));
     QTimer::singleShot(lookEvery, qApp, [weak = weak_from_this()] {
         if (const auto self = weak.lock(); self && self->m_running)

@@ -70,6 +70,8 @@ private:
     const Listener m_listener;
     bool m_running = false;
     bool m_paused = false;
+    std::optional<std::chrono::steady_clock::time_point> m_lastStarving; // at the last look at the disk
+    int m_looks = 0; // since then
 
     platform::ThreadCheck m_readingThread;
     platform::ThreadCheck m_soundThread;

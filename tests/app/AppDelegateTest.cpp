@@ -171,6 +171,23 @@ TEST_F(AppDelegateTest, PromisesNoStartWhileAFolderIsChosenForSomethingElse)
     EXPECT_FALSE(isPromised);
 }
 
+// A key of the desktop asks again meanwhile.
+TEST_F(AppDelegateTest, LetsTheMicrophoneGoWhileTheOneAlertOfAFailedStartIsUp)
+{
+    delegate.preferencesWndCtrl()->setWorkingPathWithURL(QUrl::fromLocalFile(u"/proc"_s)); // takes no file
+    int alertsSeen = 0;
+    const auto presenter = platform::alertPresenter().replace([&](const platform::Alert &) {
+        ++alertsSeen;
+        EXPECT_TRUE(sound->captureOpen());
+        EXPECT_TRUE(testbed::waitUntil([this] { return !sound->captureOpen(); }));
+        if (alertsSeen == 1)
+            record();
+    });
+    record();
+    EXPECT_EQ(alertsSeen, 1);
+    EXPECT_TRUE(testbed::waitUntil([this] { return !sound->captureOpen(); }));
+}
+
 TEST_F(AppDelegateTest, LeavesARecordingAloneThatStartedWhileAnAlertWasUp)
 {
     const auto presenter = platform::alertPresenter().replace([this](const platform::Alert &) {

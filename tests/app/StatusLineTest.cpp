@@ -19,7 +19,7 @@ using Sound = SoundWatch::Judgement;
 
 constexpr qint64 megabyte = 1000000;
 
-DiskState fileOf(qint64 size, qint64 free)
+DiskState fileOf(qint64 size, std::optional<qint64> free)
 {
     return {.folder = DiskState::Writable, .bytesFree = free, .fileExists = true, .fileSize = size};
 }
@@ -51,6 +51,8 @@ TEST(DiskWatch, JudgesTheWorstThatItSeesAndMeasuresTheRateOnceThereIsEnoughToMea
     EXPECT_EQ(judged(fileOf(megabyte / 10, 1000 * megabyte), 20900ms), Disk::Fine);
     EXPECT_EQ(judged(fileOf(megabyte / 10, 1000 * megabyte), 20901ms), Disk::NotWritten);
     EXPECT_EQ(judged(fileOf(megabyte / 10, 0), 20901ms), Disk::Full);
+    EXPECT_EQ(judged(fileOf(megabyte / 10 + 1, {}), 20901ms), Disk::Fine) << "nobody knows how much there is";
+    EXPECT_EQ(platform::questionToDisk(u"/proc"_s)().bytesFree, std::nullopt);
     EXPECT_EQ(judged({.folder = DiskState::Writable}, 21s), Disk::FileGone);
     EXPECT_EQ(judged({}, 21s), Disk::FolderGone);
 }

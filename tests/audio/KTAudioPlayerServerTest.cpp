@@ -6,6 +6,8 @@
 #include "tests/audio/ServerRig.h"
 
 #include <QFile>
+#include <thread>
+#include <utility>
 
 namespace {
 
@@ -95,6 +97,22 @@ TEST_F(KTAudioPlayerServerTest, AServerThatDiesOrStandsStillEndsThePlaybackAndHo
     player->playWithFile(path);
     player->stop();
     server.thaw();
+}
+
+// The clock runs on, and says so before the server's answers are read.
+TEST_F(KTAudioPlayerServerTest, GoesOnAfterThisProgramHasStoodStill)
+{
+    ASSERT_TRUE(record(stereo16, u"Monitor of Speakers"_s));
+    player->playWithFile(path);
+    ASSERT_TRUE(testbed::waitUntil([&] { return !heard().empty(); }));
+    bool hasStood = false;
+    sound::soundSystem()->setDevicesChanged([&] {
+        if (!std::exchange(hasStood, true))
+            std::this_thread::sleep_for(5s);
+    });
+    EXPECT_TRUE(testbed::waitUntil([&] { return ends == 1; }));
+    EXPECT_EQ(player->problem(), QString());
+    sound::soundSystem()->setDevicesChanged(nullptr);
 }
 
 } // namespace

@@ -101,11 +101,12 @@ TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndT
     static const std::pair<DiskState, QString> disks[]
         = {{{DiskState::Writable, 5'850'000'000}, u"59 MB an hour. 100 hours fit on this disk."_s},
             {{DiskState::Writable, 0}, u" This disk is full."_s},
+            {{DiskState::Writable, {}}, u"59 MB an hour."_s},
             {{DiskState::NotWritable}, u" The folder is not writable."_s},
             {{DiskState::NotAFolder}, u" This is not a folder."_s},
             {{DiskState::Missing}, u" The folder is gone."_s}};
     static std::atomic<int> disk = 0; // may still be read when the test has ended
-    const auto guard = platform::disk().replace([](auto...) { return disks[std::min(int(disk), 4)].first; });
+    const auto guard = platform::disk().replace([](auto...) { return disks[std::min(int(disk), 5)].first; });
     controller->setWorkingPathWithURL(makeFolder(u"Recordings"_s));
     QWidget *card = controller->window();
     const auto *estimate = card->findChild<QLabel *>(u"estimate"_s);

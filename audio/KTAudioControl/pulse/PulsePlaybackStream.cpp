@@ -6,6 +6,8 @@
 #include "audio/KTAudioControl/pulse/PulseClientGate.h"
 #include "platform/ForPeople.h"
 
+#include <utility>
+
 namespace sound {
 
 using namespace Qt::StringLiterals;
@@ -16,8 +18,11 @@ namespace {
 // Long, because nobody waits for this sound in step with anything, and each wake-up costs. Stopping and
 // pausing are the server's work and immediate all the same.
 constexpr auto latency = 400ms;
-// A server that for so long neither takes sound nor has played the last of it is as good as gone.
-constexpr auto progressDeadline = 5s;
+// A server that for five seconds neither takes sound nor has played the last of it is as good as gone. The
+// last part of them begins anew when this program stood still itself: it reads the clock before what the
+// server has sent meanwhile.
+constexpr auto progressDeadline = 4500ms;
+constexpr auto secondLook = 500ms;
 
 } // namespace
 
@@ -26,10 +31,7 @@ public:
     OnLoop(std::shared_ptr<PulseConnection> connection, const SampleSpec &spec, PlaybackClient *client)
         : PulseStream(std::move(connection), spec, QT_TRANSLATE_NOOP("PulseStream", "Playback"))
         , m_client(client)
-        , m_stalled([this] {
-            finish(PlaybackEnd::Failed,
-                platform::reason(QT_TRANSLATE_NOOP("Reason", "the sound server makes no progress")));
-        })
+        , m_stalled([this] { stalled(); })
     {
     }
 
@@ -45,6 +47,8 @@ private:
     void streamRefused(const QString &problem) override { finish(PlaybackEnd::Failed, problem); }
     void streamLost() override { finish(PlaybackEnd::Failed, connection().problem()); }
     void stopped() override;
+    void waitForServer();
+    void stalled();
     void fill(std::size_t bytes);
     void drain();
     void finish(PlaybackEnd end, const QString &problem);
@@ -54,13 +58,14 @@ private:
     bool m_atEnd = false; // the client has given its last frame
     bool m_finished = false;
     PulseTimer m_stalled; // runs while it is the server's turn
+    bool m_looksAgain = false;
     PulseOperationHandle m_drain;
 };
 
 void PulsePlaybackStream::OnLoop::begin()
 {
     assertOnLoop();
-    connection().start(m_stalled, progressDeadline);
+    waitForServer();
     open();
 }
 
@@ -80,10 +85,26 @@ void PulsePlaybackStream::OnLoop::stopped()
     PulseStream::stopped();
 }
 
+void PulsePlaybackStream::OnLoop::waitForServer()
+{
+    assertOnLoop();
+    m_looksAgain = false;
+    connection().start(m_stalled, progressDeadline);
+}
+
+void PulsePlaybackStream::OnLoop::stalled()
+{
+    assertOnLoop();
+    if (!std::exchange(m_looksAgain, true))
+        return connection().start(m_stalled, secondLook);
+    finish(PlaybackEnd::Failed,
+        platform::reason(QT_TRANSLATE_NOOP("Reason", "the sound server makes no progress")));
+}
+
 void PulsePlaybackStream::OnLoop::connectStream(pa_stream *stream)
 {
     assertOnLoop();
-    connection().start(m_stalled, progressDeadline);
+    waitForServer();
     const auto writable
         = [](pa_stream *, std::size_t bytes, void *self) { static_cast<OnLoop *>(self)->fill(bytes); };
     pa_stream_set_write_callback(stream, writable, this);
@@ -129,7 +150,7 @@ void PulsePlaybackStream::OnLoop::fill(std::size_t bytes)
         bytes -= std::min(bytes, size);
     }
     if (!m_paused && !m_finished)
-        connection().start(m_stalled, progressDeadline);
+        waitForServer();
 }
 
 void PulsePlaybackStream::OnLoop::fillMore()
@@ -148,7 +169,7 @@ void PulsePlaybackStream::OnLoop::drain()
         playback->finish(
             success ? PlaybackEnd::Heard : PlaybackEnd::Failed, playback->connection().lastError());
     };
-    connection().start(m_stalled, progressDeadline);
+    waitForServer();
     m_drain.reset(pa_stream_drain(stream(), drained, this));
     if (!m_drain)
         streamFailed(connection().lastError());
