@@ -30,12 +30,13 @@ void ElidedLabel::setText(const QString &text)
 QString ElidedLabel::shortened(int width) const
 {
     const QString line = TextDisplay::singleLine(text());
+    const QFontMetrics metrics(textFont());
     // The last name of a path says the most; it is only shortened when it does not fit by itself.
     const qsizetype name = line.startsWith(u'/') ? line.lastIndexOf(u'/') : 0;
-    const int room = width - fontMetrics().horizontalAdvance(line.mid(name));
-    if (name > 0 && room > fontMetrics().height())
-        return fontMetrics().elidedText(line.left(name), Qt::ElideMiddle, room) + line.mid(name);
-    return fontMetrics().elidedText(line, Qt::ElideMiddle, width);
+    const int room = width - metrics.horizontalAdvance(line.mid(name));
+    if (name > 0 && room > metrics.height())
+        return metrics.elidedText(line.left(name), Qt::ElideMiddle, room) + line.mid(name);
+    return metrics.elidedText(line, Qt::ElideMiddle, width);
 }
 
 QSize ElidedLabel::sizeHint() const
@@ -68,6 +69,7 @@ void ElidedLabel::paintText(QPainter &painter, const QRect &place)
                                                                          : Qt::TextForceRightToLeft;
     const int flags
         = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine | direction;
+    painter.setFont(textFont());
     style()->drawItemText(
         &painter, place, flags, palette(), isEnabled(), shortened(place.width()), foregroundRole());
 }

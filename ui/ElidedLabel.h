@@ -26,6 +26,8 @@ public:
 protected:
     // Where the text may stand: the label without its margin at both sides.
     virtual QRect textRect() const;
+    // What the text is drawn in.
+    virtual QFont textFont() const { return font(); }
     QString shortened(int width) const;
     void paintText(QPainter &painter, const QRect &place);
     void paintEvent(QPaintEvent *event) override;

@@ -7,6 +7,7 @@
 #include "ui/CardStyle.h"
 #include "ui/ControlPaint.h"
 #include "ui/IconPaths.h"
+#include "ui/TextDisplay.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -20,6 +21,8 @@ constexpr int markSide = 15;
 constexpr int markGap = 5;
 constexpr int blinkMilliseconds = 1000;
 constexpr double dimmedOpacity = 0.35;
+// Of a long text, beside one of the usual size.
+constexpr double smallestText = 0.8;
 
 QPainterPath pathOf(StatusLabel::Mark mark)
 {
@@ -67,12 +70,23 @@ QSize StatusLabel::sizeHint() const
     return ElidedLabel::sizeHint() + QSize(roomForMark(), 0);
 }
 
+QFont StatusLabel::textFont() const
+{
+    QFont fitting = font();
+    const int room = ElidedLabel::textRect().width() - roomForMark();
+    const QString line = TextDisplay::singleLine(text());
+    while (QFontMetrics(fitting).horizontalAdvance(line) > room
+        && fitting.pixelSize() > font().pixelSize() * smallestText)
+        fitting.setPixelSize(fitting.pixelSize() - 1);
+    return fitting;
+}
+
 QRect StatusLabel::textRect() const
 {
     const QRect room = ElidedLabel::textRect();
     const int most = room.width() - roomForMark();
     // A whole pixel more, so that rounding shortens nothing.
-    const int width = std::min(most, fontMetrics().horizontalAdvance(shortened(most)) + 1);
+    const int width = std::min(most, QFontMetrics(textFont()).horizontalAdvance(shortened(most)) + 1);
     const QRect group = QStyle::alignedRect(
         layoutDirection(), alignment(), QSize(width + roomForMark(), room.height()), room);
     return QStyle::visualRect(layoutDirection(), group, group.adjusted(roomForMark(), 0, 0, 0));

@@ -6,6 +6,7 @@
 #include "ui/CardWindow.h"
 #include "ui/ElidedLabel.h"
 #include "ui/LevelMeter.h"
+#include "ui/StatusLabel.h"
 #include "ui/TimeLabel.h"
 #include "ui/ValueSlider.h"
 
@@ -116,6 +117,17 @@ TEST(ElidedLabel, ShowsAnyTextInOneLineAndKeepsItWhole)
         EXPECT_FALSE(line.contains(u'\n') || line.contains(QChar(0x202e)));
         EXPECT_FALSE(label.toolTip().isEmpty() || label.toolTip().contains(QStringLiteral("<b>")));
     }
+}
+
+TEST(StatusLabel, ShowsTheLongestWarningWhole)
+{
+    const CardWindow card; // which brings the fonts
+    StatusLabel label;
+    label.setFont(CardStyle::font(CardStyle::labelFontSize));
+    label.setMark(StatusLabel::WarningMark);
+    label.setText(QStringLiteral("The file is too large for this disk: 8.2 s are safe in memory"));
+    label.setFixedWidth(CardStyle::scaled(372));
+    EXPECT_EQ(label.displayedText(), label.text());
 }
 
 TEST(ValueSlider, IsDrawnToDetentsAndStepsWithItsKeys)
