@@ -97,6 +97,5 @@ QString Troubles::ofHoles() const
 
 QString Troubles::andWaiting(const QString &cause) const
 {
-    return waiting < worthWaiting ? cause
-                                  : tr("%1: %2 wait in memory and are safe").arg(cause, inSeconds(waiting));
+    return waiting < worthWaiting ? cause : tr("%1: %2 are safe in memory").arg(cause, inSeconds(waiting));
 }

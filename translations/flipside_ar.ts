@@ -781,7 +781,7 @@ music needs most, speech and silence less.</source>
         <translation>ينقص %1: %2</translation>
     </message>
     <message>
-        <source>%1: %2 wait in memory and are safe</source>
+        <source>%1: %2 are safe in memory</source>
         <translation>%1: %2 في أمان بانتظار الكتابة من الذاكرة</translation>
     </message>
 </context>

@@ -765,7 +765,7 @@ Musik braucht am meisten, Sprache und Stille weniger.</translation>
         <translation>Es fehlen %1: %2</translation>
     </message>
     <message>
-        <source>%1: %2 wait in memory and are safe</source>
+        <source>%1: %2 are safe in memory</source>
         <translation>%1: %2 sicher im Speicher</translation>
     </message>
 </context>

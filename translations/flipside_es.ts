@@ -765,7 +765,7 @@ la música ocupa más; la voz y el silencio, menos.</translation>
         <translation>Faltan %1: %2</translation>
     </message>
     <message>
-        <source>%1: %2 wait in memory and are safe</source>
+        <source>%1: %2 are safe in memory</source>
         <translation>%1: %2 a salvo en memoria</translation>
     </message>
 </context>

@@ -765,7 +765,7 @@ la musique prend le plus de place, la parole et le silence moins.</translation>
         <translation>Il manque %1&#xa0;: %2</translation>
     </message>
     <message>
-        <source>%1: %2 wait in memory and are safe</source>
+        <source>%1: %2 are safe in memory</source>
         <translation>%1&#xa0;: %2 à l’abri en mémoire</translation>
     </message>
 </context>

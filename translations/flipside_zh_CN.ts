@@ -761,7 +761,7 @@ music needs most, speech and silence less.</source>
         <translation>缺少 %1：%2</translation>
     </message>
     <message>
-        <source>%1: %2 wait in memory and are safe</source>
+        <source>%1: %2 are safe in memory</source>
         <translation>%1：%2 安全地等在内存中</translation>
     </message>
 </context>

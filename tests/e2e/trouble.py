@@ -143,7 +143,7 @@ class Disks(RecorderTest):
         recorder.record()
         recorder.wait_elapsed(1)
         self.disk("write stall")
-        recorder.wait_status(r"The disk does not answer: \S+ s wait in memory and are safe", 5)
+        recorder.wait_status(r"The disk does not answer: \S+ s are safe in memory", 5)
         recorder.wait_elapsed(recorder.elapsed + 1)
         began = time.monotonic()
         recorder.click("Stop")
