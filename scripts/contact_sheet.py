@@ -51,7 +51,9 @@ def both_cards(desk, folder, name):
 
 
 def sheet(pictures, path, columns):
-    subprocess.run(["montage", *pictures, "-tile", f"{columns}x", "-geometry", "+4+4", "-background", "#808080", path],
+    # Large ones smaller: a sheet of them is more than ImageMagick takes, and they are in the folder as they are.
+    sized = [f"{picture}[1000x1000>]" for picture in pictures]
+    subprocess.run(["montage", *sized, "-tile", f"{columns}x", "-geometry", "+4+4", "-background", "#808080", path],
                    check=True)
 
 
