@@ -72,10 +72,13 @@ QRect TitleStrip::titleRoom() const
     return rect().adjusted(side, 0, -side, 0);
 }
 
-// The window's says of every card that is up whether a recording runs.
+// The window's says of the card that is up whether a recording runs. When a flip begins, it is the other
+// card's already.
 QString TitleStrip::title() const
 {
-    return (isVisible() ? window() : parentWidget())->windowTitle();
+    const QString own = parentWidget()->windowTitle();
+    const QString shown = window()->windowTitle();
+    return shown.contains(own) ? shown : own;
 }
 
 void TitleStrip::showEvent(QShowEvent *)

@@ -7,6 +7,7 @@
 #include "ui/FocusRing.h"
 #include "ui/IconButton.h"
 #include "ui/TitleStrip.h"
+#include "ui/flip/Stage.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -59,6 +60,21 @@ TEST_F(CardWindowTest, IsMovedByItsStripMinimisedAndClosedByItsButtons)
     EXPECT_TRUE(card.isMinimized() && card.isVisible());
     card.titleStrip()->closeButton()->click();
     EXPECT_FALSE(card.isVisible());
+}
+
+TEST_F(CardWindowTest, KeepsItsTitleWhenAnotherIsAboutToTurnUp)
+{
+    Stage stage;
+    CardWindow front;
+    CardWindow back;
+    front.setWindowTitle(QStringLiteral("Front"));
+    back.setWindowTitle(QStringLiteral("Back"));
+    stage.addCard(&front);
+    stage.show();
+    const QImage before = front.grab().toImage();
+    stage.prepareCard(&back);
+    EXPECT_EQ(stage.windowTitle(), back.windowTitle());
+    EXPECT_EQ(front.grab().toImage(), before);
 }
 
 TEST_F(CardWindowTest, ShowsTheFocusOfTheKeyboardAloneAndPressesWithReturn)
