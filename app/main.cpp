@@ -9,6 +9,7 @@
 #include "app/MainCard.h"
 #include "audio/UnfinishedRecordings.h"
 #include "platform/Binding.h"
+#include "platform/LogOutput.h"
 #include "platform/OpenFileLimit.h"
 #include "platform/OutputState.h"
 #include "platform/TerminationSignals.h"
@@ -172,6 +173,7 @@ int showCard(Commands &commands, AppDelegate &delegate, Command command)
 
 int main(int argc, char **argv)
 {
+    platform::neverWaitForLog();
     const CommandLine line = CommandLine::parse({argv + 1, std::size_t(argc - 1)});
     if (const auto code = answerAtOnce(line))
         return *code;

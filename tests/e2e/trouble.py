@@ -3,6 +3,7 @@
 # SPDX-License-Identifier: MIT
 """Devices that come and go, servers that do not answer, folders that vanish, and disks that fail."""
 
+import contextlib
 import os
 import resource
 import shutil
@@ -101,6 +102,39 @@ class Devices(RecorderTest):
         self.assertLess(time.monotonic() - began, 3)
         recorder.click("Record")
         recorder.wait_for("label", "Failed to start record.", 5)
+
+
+class Log(RecorderTest):
+    def lose_the_microphone(self, recorder):
+        """Which has lines in the log, the first of them by the sound thread."""
+        self.sound.tell("unload " + MICROPHONE)
+        recorder.wait_status(f"No sound is arriving from {MICROPHONE}", 5)
+        self.sound.tell("load " + MICROPHONE + "=tone")
+        recorder.wait_status(".* was away")
+        recorder.wait_elapsed(recorder.elapsed + 0.5)
+
+    def test_a_log_that_nobody_takes_holds_nobody_up(self):
+        log, script = os.path.join(self.home, "log"), os.path.join(self.home, "flipside")
+        os.mkfifo(log)
+        reader, writer = (os.open(log, mode | os.O_NONBLOCK) for mode in (os.O_RDONLY, os.O_WRONLY))
+        with open(script, "w") as file:
+            file.write(f'#!/bin/sh\nexec "{self.binary}" 2>"{log}"\n')
+        os.chmod(script, 0o755)
+        self.binary = script
+        recorder = self.start()
+        recorder.record()
+        with contextlib.suppress(BlockingIOError):
+            while True:
+                os.write(writer, bytes(4096))
+        self.lose_the_microphone(recorder)
+        os.read(reader, 1 << 20)
+        self.lose_the_microphone(recorder)
+        self.assertIn(b" lines of the log had no room", os.read(reader, 1 << 20))
+        for end in (reader, writer):
+            os.close(end)
+        self.lose_the_microphone(recorder)
+        recorder.press("Stop")
+        self.assertEqual(recorder.end(), 0)
 
 
 class Folders(RecorderTest):

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/LogOutput.h"
+
+#include "platform/Logging.h"
+
+#include <chrono>
+#include <csignal>
+#include <mutex>
+#include <poll.h>
+#include <unistd.h>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+// For a line of another thread, which is there in microseconds unless a disk holds it.
+constexpr std::chrono::milliseconds turnComesWithin(50);
+
+QtMessageHandler toolkitsHandler = nullptr;
+std::timed_mutex turn;
+int leftOut = 0; // guarded by it
+
+// A pipe that has any has room for a page, and a terminal takes what it can, in a stopped one nothing.
+bool isTaken()
+{
+    pollfd log{STDERR_FILENO, POLLOUT, 0};
+    return poll(&log, 1, 0) == 1;
+}
+
+void write(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    // The process ends right after it.
+    if (type == QtFatalMsg)
+        return toolkitsHandler(type, context, text);
+    const std::unique_lock lock(turn, turnComesWithin);
+    if (!lock)
+        return;
+    if (!isTaken()) {
+        ++leftOut;
+        return;
+    }
+    if (leftOut > 0) {
+        const QMessageLogContext own(nullptr, 0, nullptr, lcPlatform().categoryName());
+        toolkitsHandler(QtWarningMsg, own,
+            QString::asprintf(
+                "%d lines of the log had no room and are left out.", std::exchange(leftOut, 0)));
+    }
+    if (isTaken())
+        toolkitsHandler(type, context, text);
+    else
+        ++leftOut;
+}
+
+} // namespace
+
+void neverWaitForLog()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    toolkitsHandler = qInstallMessageHandler(write);
+}
+
+} // namespace platform

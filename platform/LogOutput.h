@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Flipside developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+namespace platform {
+
+// From now on no thread waits for whoever takes the log: a line for which a pipe or a terminal has no room is
+// left out and counted, and a reader that is gone does not end the process. Only a file on a disk that does
+// not answer still holds the one thread that writes to it. At the start, main thread only.
+void neverWaitForLog();
+
+} // namespace platform
