@@ -7,6 +7,7 @@
 #include "app/Takes.h"
 #include "audio/MicrophoneAuthorization.h"
 #include "audio/desktop/InputDeviceMenu.h"
+#include "platform/ForPeople.h"
 #include "platform/KeyPath.h"
 #include "platform/Logging.h"
 #include "platform/MainQueue.h"
@@ -226,12 +227,15 @@ void AppDelegate::recordWithAccess()
 
 void AppDelegate::selectWorkingPathWithCompleteHandler(const std::function<void(bool chosen)> &completion)
 {
-    m_folderRequest.ask(window, tr("Choose a folder for your recordings"),
+    const bool isAsked = m_folderRequest.ask(window, tr("Choose a folder for your recordings"),
         [self = QPointer(this), completion](const std::optional<QUrl> &folder) {
             if (self && folder)
                 self->preferencesWndCtrl()->setWorkingPathWithURL(*folder);
             completion(folder.has_value());
         });
+    if (!isAsked)
+        setProblem(Problem::cannotRecord(
+            platform::reason(QT_TRANSLATE_NOOP("Reason", "a folder is being chosen already"))));
 }
 
 void AppDelegate::startRecord(std::chrono::milliseconds patience)

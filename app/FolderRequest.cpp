@@ -7,13 +7,15 @@
 #include <memory>
 #include <utility>
 
-void FolderRequest::ask(QWidget *window, const QString &title, platform::FolderChoice chosen)
+bool FolderRequest::ask(QWidget *window, const QString &title, platform::FolderChoice chosen)
 {
     const bool isOnlyOne = !m_isOpen;
     const auto isAnswered = std::make_shared<bool>(false);
-    const auto answered = [self = QPointer(this), chosen = std::move(chosen), isOnlyOne, isAnswered](
-                              const std::optional<QUrl> &folder) {
+    const auto isChosen = std::make_shared<bool>(false);
+    const auto answered = [self = QPointer(this), chosen = std::move(chosen), isOnlyOne, isAnswered,
+                              isChosen](const std::optional<QUrl> &folder) {
         *isAnswered = true;
+        *isChosen = folder.has_value();
         chosen(folder);
         if (self && isOnlyOne)
             QMetaObject::invokeMethod(
@@ -24,6 +26,7 @@ void FolderRequest::ask(QWidget *window, const QString &title, platform::FolderC
     // At once where a folder is being chosen for something else: this question is over, and promises nothing.
     if (!*isAnswered)
         setOpen(true);
+    return m_isOpen || *isChosen;
 }
 
 void FolderRequest::setOpen(bool open)

@@ -18,8 +18,9 @@ public:
     bool isOpen() const { return m_isOpen; }
 
     // `chosen` is called as chooseFolder() does: with nothing also while another request is open, which goes
-    // on. What `chosen` posts to the main loop is done before this one is over.
-    void ask(QWidget *window, const QString &title, platform::FolderChoice chosen);
+    // on. What `chosen` posts to the main loop is done before this one is over. False when nobody is asked,
+    // because a folder is being chosen for something else.
+    bool ask(QWidget *window, const QString &title, platform::FolderChoice chosen);
 
 Q_SIGNALS:
     void isOpenChanged();

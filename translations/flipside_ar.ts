@@ -429,6 +429,10 @@
         <translation>يجري التسجيل من هذا الجهاز بالفعل</translation>
     </message>
     <message>
+        <source>a folder is being chosen already</source>
+        <translation>يجري اختيار مجلد بالفعل</translation>
+    </message>
+    <message>
         <source>there is no such device</source>
         <translation>لا يوجد جهاز كهذا</translation>
     </message>

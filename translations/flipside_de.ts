@@ -429,6 +429,10 @@
         <translation>von diesem Gerät wird schon aufgenommen</translation>
     </message>
     <message>
+        <source>a folder is being chosen already</source>
+        <translation>ein Ordner wird gerade schon gewählt</translation>
+    </message>
+    <message>
         <source>there is no such device</source>
         <translation>dieses Gerät gibt es nicht</translation>
     </message>

@@ -429,6 +429,10 @@
         <translation>ya se está grabando de este dispositivo</translation>
     </message>
     <message>
+        <source>a folder is being chosen already</source>
+        <translation>ya se está eligiendo una carpeta</translation>
+    </message>
+    <message>
         <source>there is no such device</source>
         <translation>no existe ese dispositivo</translation>
     </message>

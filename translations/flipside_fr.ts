@@ -429,6 +429,10 @@
         <translation>ce périphérique est déjà en cours d’enregistrement</translation>
     </message>
     <message>
+        <source>a folder is being chosen already</source>
+        <translation>un dossier est déjà en cours de choix</translation>
+    </message>
+    <message>
         <source>there is no such device</source>
         <translation>ce périphérique n’existe pas</translation>
     </message>

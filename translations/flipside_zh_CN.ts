@@ -429,6 +429,10 @@
         <translation>已经在从该设备录音</translation>
     </message>
     <message>
+        <source>a folder is being chosen already</source>
+        <translation>正在选择文件夹</translation>
+    </message>
+    <message>
         <source>there is no such device</source>
         <translation>没有此设备</translation>
     </message>

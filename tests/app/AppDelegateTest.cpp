@@ -169,6 +169,7 @@ TEST_F(AppDelegateTest, PromisesNoStartWhileAFolderIsChosenForSomethingElse)
     QObject::connect(&delegate, &AppDelegate::choosingFolderChanged, &delegate, [&] { isPromised = true; });
     record();
     EXPECT_FALSE(isPromised);
+    EXPECT_EQ(delegate.problemInEnglish(), u"Cannot record: a folder is being chosen already"_s);
 }
 
 // A key of the desktop asks again meanwhile.
