@@ -119,15 +119,17 @@ TEST(ElidedLabel, ShowsAnyTextInOneLineAndKeepsItWhole)
     }
 }
 
-TEST(StatusLabel, ShowsTheLongestWarningWhole)
+TEST(StatusLabel, ShowsAWarningThatIsALittleTooLongWhole)
 {
     const CardWindow card; // which brings the fonts
     StatusLabel label;
     label.setFont(CardStyle::font(CardStyle::labelFontSize));
     label.setMark(StatusLabel::WarningMark);
     label.setText(QStringLiteral("The file is too large for this disk: 8.2 s are safe in memory"));
-    label.setFixedWidth(CardStyle::scaled(372));
+    label.setFixedWidth(label.sizeHint().width() * 9 / 10);
     EXPECT_EQ(label.displayedText(), label.text());
+    label.setFixedWidth(label.sizeHint().width() / 2);
+    EXPECT_NE(label.displayedText(), label.text()) << "it would be too small to read";
 }
 
 TEST(ValueSlider, IsDrawnToDetentsAndStepsWithItsKeys)
