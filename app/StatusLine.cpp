@@ -211,12 +211,12 @@ bool StatusLine::lookForTrouble()
     const bool isAtWork = isRecording(m_state) || troubles.waiting.count() > 0 || !m_diskProblem.isEmpty()
         || m_isEnding || !UnfinishedRecordings::isEmpty();
     watchEvery(isAtWork ? interval : isMissed() ? seldom : 0);
-    if (isProblemTold(troubles)) {
+    const QString device = isRecording(m_state) ? m_device : m_delegate->currentDevice();
+    const QString wrong = isPlaying(m_state) ? QString() : troubles.sentence(device);
+    if (isProblemTold(troubles, wrong)) {
         m_text = m_topic = problem();
         return true;
     }
-    const QString device = isRecording(m_state) ? m_device : m_delegate->currentDevice();
-    const QString wrong = isPlaying(m_state) ? QString() : troubles.sentence(device);
     if (wrong.isEmpty())
         return false;
     m_text = wrong;
@@ -234,14 +234,16 @@ void StatusLine::watchEvery(int pause)
 }
 
 // Why a command could not be done is no reason to keep quiet for long about what a recording suffers from, or
-// would.
-bool StatusLine::isProblemTold(const Troubles &troubles) const
+// would. What nothing opens is the least of all troubles.
+bool StatusLine::isProblemTold(const Troubles &troubles, const QString &wrong) const
 {
     if (problem().isEmpty())
         return false;
-    return m_news == News::Problem
-        || (m_state == RecorderStateIdle && m_news != News::Replacement && !troubles.muted
-            && troubles.diskProblem.isEmpty() && !m_delegate->currentDevice().isEmpty());
+    if (m_news == News::Problem)
+        return true;
+    if (m_state != RecorderStateIdle || m_news == News::Replacement || m_delegate->currentDevice().isEmpty())
+        return false;
+    return m_unopened.isEmpty() ? !troubles.muted && troubles.diskProblem.isEmpty() : wrong.isEmpty();
 }
 
 Troubles StatusLine::troubles()

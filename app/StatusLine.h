@@ -15,9 +15,9 @@ class AppDelegate;
 
 // The one honest line: what the recorder is doing, from which device, and what is wrong when something is.
 // What the last recording lacks is said until the next one, and why a command could not be done until the
-// next command, unless something else is in the way of the next recording; so is what nothing opens. It only
-// looks: it changes no state and shows no dialog. While nothing is recorded, nothing waits for a disk, and no
-// file is missed, it does not wake up at all. Main thread only.
+// next command, unless something else is in the way of the next recording; so is what nothing opens, unless
+// there is anything else to tell. It only looks: it changes no state and shows no dialog. While nothing is
+// recorded, nothing waits for a disk, and no file is missed, it does not wake up at all. Main thread only.
 class StatusLine : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
@@ -55,7 +55,8 @@ private:
     QString problem() const;
     enum class News { Nothing, Replacement, Problem };
     void tellFirst(News news);
-    bool isProblemTold(const Troubles &troubles) const;
+    // `wrong`: the sentence that is told otherwise; empty when nothing else is wrong.
+    bool isProblemTold(const Troubles &troubles, const QString &wrong) const;
     QString stateText() const;
     QString idleText() const;
     bool lookForTrouble();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/StatusLine.h"
+#include "platform/desktop/Opener.h"
 #include "testbed/Waiting.h"
 #include "tests/app/RecorderRig.h"
 #include "tests/support/TestLanguages.h"
@@ -142,7 +143,11 @@ TEST_F(StatusLineTest, NeverSaysReadyOverARecordingThatLacksSomething)
     sound->pushHole(576000);
     EXPECT_TRUE(testbed::waitUntil([&] { return status.isWarning(); }));
     delegate.stopAction();
-    EXPECT_EQ(status.text(), u"3.0 s are missing: the computer was busy"_s);
+    const QString lack = u"3.0 s are missing: the computer was busy"_s;
+    EXPECT_EQ(status.text(), lack);
+    Q_EMIT platform::Opener::shared().nothingOpened(QUrl::fromLocalFile(u"/takes"_s));
+    EXPECT_EQ(status.text(), u"Nothing opens /takes"_s);
+    EXPECT_TRUE(testbed::waitUntil([&] { return status.text() == lack; })) << "told until the next command";
     record();
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
 }
