@@ -39,7 +39,11 @@ void DiskWatch::look(
     if (disk.fileSize != m_size)
         m_lastGrowth = now;
     m_size = disk.fileSize;
-    m_bytesPerSecond = bytesPerSecond(disk.fileSize + bytesToCome, recorded);
+    // A file that is gone, or has another one in its place, tells nothing of the sound.
+    if (disk.fileExists && disk.fileSize >= m_largestSize) {
+        m_largestSize = disk.fileSize;
+        m_bytesPerSecond = bytesPerSecond(disk.fileSize + bytesToCome, recorded);
+    }
     m_timeLeft = disk.bytesFree ? std::chrono::seconds(*disk.bytesFree / m_bytesPerSecond)
                                 : std::chrono::seconds::max();
     m_judgement = judge(disk, now);

@@ -24,7 +24,8 @@ public:
     // Until now there was no reason for the file to grow.
     void start(TimePoint now);
     // `recorded` is the elapsed time of the recording, which the file's size and the bytes that are still to
-    // reach the file, or never will, stand for: together they give the rate.
+    // reach the file, or never will, stand for: together they give the rate. It stays as it is while the file
+    // is away or smaller than it was.
     void look(const platform::DiskState &disk, qint64 bytesToCome, std::chrono::milliseconds recorded,
         TimePoint now);
 
@@ -39,6 +40,7 @@ private:
     Judgement m_judgement = Judgement::Fine;
     std::chrono::seconds m_timeLeft = std::chrono::seconds::max();
     qint64 m_size = 0;
+    qint64 m_largestSize = 0;
     qint64 m_bytesPerSecond;
     OwnTime m_time;
     OwnTime::Clock::duration m_lastGrowth{};

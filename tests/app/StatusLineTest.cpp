@@ -42,6 +42,10 @@ TEST(DiskWatch, JudgesTheWorstThatItSeesAndMeasuresTheRateOnceThereIsEnoughToMea
     EXPECT_EQ(judged(fileOf(megabyte / 10, 12 * megabyte - 40000), 1s, 10s), Disk::Fine);
     EXPECT_EQ(disk.timeLeft(), 1196s);
     EXPECT_EQ(disk.timeOf(25000), 2500ms);
+    // The file is gone, and then a folder has its name.
+    EXPECT_EQ(judged({.folder = DiskState::Writable}, 1s, 20s, 1000), Disk::FileGone);
+    EXPECT_EQ(judged(fileOf(4096, 12 * megabyte), 1s, 20s), Disk::Fine);
+    EXPECT_EQ(disk.timeOf(25000), 2500ms);
     // While the disk stands still the file does not grow, and a second of sound takes as many bytes as
     // before.
     EXPECT_EQ(judged(fileOf(megabyte / 10, 12 * megabyte), 1s, 20s, megabyte / 10), Disk::Fine);
