@@ -7,6 +7,7 @@
 #include "platform/ThreadCheck.h"
 
 #include <QTimer>
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -32,14 +33,22 @@ public:
         return *m_answer;
     }
 
+    // A time in which this program itself stands still counts as a step at most: whoever gives the answer
+    // stands still as well.
     std::optional<Answer> wait(std::chrono::milliseconds deadline)
     {
         std::unique_lock lock(m_mutex);
-        m_given.wait_for(lock, deadline, [this] { return m_answer.has_value(); });
+        while (!m_answer && deadline.count() > 0) {
+            const auto step = std::min(deadline, longestStep);
+            m_given.wait_for(lock, step, [this] { return m_answer.has_value(); });
+            deadline -= step;
+        }
         return m_answer;
     }
 
 private:
+    static constexpr std::chrono::milliseconds longestStep{100};
+
     std::mutex m_mutex;
     std::condition_variable m_given;
     std::optional<Answer> m_answer;

@@ -6,8 +6,9 @@
 //     capture_child NAME
 //
 // records the device of that name in 16-bit stereo, says "recording" when it has heard half a second, and
-// stops at the first line on its standard input. Then it says what it has: how many frames, the number that
-// the last one carries, where numbers do not follow each other, and how many frames are silent.
+// stops at the first line on its standard input, which it says, too. Then it says what it has: how many
+// frames, the number that the last one carries, where numbers do not follow each other, and how many frames
+// are silent.
 
 #include "KTAudioControl/KTAudioControl.h"
 #include "testbed/Waiting.h"
@@ -33,6 +34,8 @@ int main(int argc, char **argv)
     pollfd input{0, POLLIN, 0};
     if (!testbed::waitUntil([&] { return poll(&input, 1, 0) > 0; }, std::chrono::minutes(1)))
         return 1;
+    std::puts("stopping");
+    std::fflush(stdout);
     recorder.stopRecord();
     const std::vector<std::uint32_t> frames = collector.frames();
     std::printf("%zu %u %zu %zu\n", frames.size(), frames.back(), testbed::breaks(frames).size(),

@@ -18,8 +18,11 @@ constexpr auto serverBuffer = 20s;
 // The server sends sound as its source has it, often a hundred times a second, and to wake up costs more than
 // to read. Half of what is delivered at once.
 constexpr auto restsFor = 25ms;
-// How long a pause waits for the server to hand over what came before it.
-constexpr auto serverDeadline = 700ms;
+// How long a pause waits for the server to hand over what came before it: so many looks, so far apart. A time
+// in which this program itself stands still is one of them, because it reads the clock before what the server
+// has sent meanwhile.
+constexpr int looksAtPause = 7;
+constexpr auto looksEvery = 100ms;
 
 // What the device has kept while the server stood still is on its way to us by then.
 constexpr auto catchUp = 500ms;
@@ -37,7 +40,7 @@ PulseCapture::PulseCapture(std::shared_ptr<PulseConnection> connection, QString 
     , m_backlog(this->spec(), [this] { backlogKnown(); })
     , m_tick([this] { ticked(); })
     , m_askLater([this] { m_backlog.ask(stream()); })
-    , m_pauseTimer([this] { pauseExpired(); })
+    , m_pauseTimer([this] { lookAtPause(); })
 {
 }
 
@@ -261,7 +264,8 @@ void PulseCapture::pause(std::shared_ptr<Answer> paused, const Moment &pressed)
         return static_cast<void>(paused->give({}));
     m_pause = std::move(paused);
     m_pressed = pressed;
-    connection().start(m_pauseTimer, serverDeadline);
+    m_looksLeft = looksAtPause;
+    connection().start(m_pauseTimer, looksEvery);
     m_backlog.ask(stream());
 }
 
@@ -283,9 +287,11 @@ void PulseCapture::cutWhenReached()
 }
 
 // The server has not given in time what came before the pause, or has not even said how much that is.
-void PulseCapture::pauseExpired()
+void PulseCapture::lookAtPause()
 {
     assertOnLoop();
+    if (--m_looksLeft > 0)
+        return connection().start(m_pauseTimer, looksEvery);
     qCWarning(lcAudio, "The sound server does not hand over in time what came before a pause.");
     if (!m_feed.hasCut())
         judge(m_pressed, 0);

@@ -48,7 +48,7 @@ private:
     bool judge(const Moment &upTo, qint64 waiting);
     void cutAt(const Moment &answered);
     void cutWhenReached();
-    void pauseExpired();
+    void lookAtPause();
     void cutNow();
     void flushed();
     void stopTimers();
@@ -72,6 +72,7 @@ private:
     std::shared_ptr<Answer> m_pause; // while a pause takes in what came before it
     Moment m_pressed{};
     PulseTimer m_pauseTimer;
+    int m_looksLeft = 0;
 };
 
 } // namespace sound
