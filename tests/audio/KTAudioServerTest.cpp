@@ -298,6 +298,14 @@ TEST_F(KTAudioServer, CountsAsMissingWhatIsSaidBeforeTheFirstSoundArrives)
     }
 }
 
+// An output that plays nothing gives it in pieces of up to two seconds as long as nobody listens.
+TEST_F(KTAudioServer, MissesNothingBeforeTheFirstSoundOfAnOutputThatPlaysNothing)
+{
+    ASSERT_TRUE(record(stereo16, u"Monitor of Speakers"_s));
+    ASSERT_TRUE(waitForFrames(second));
+    EXPECT_EQ(recorder->missing().time, 0ms);
+}
+
 // Nothing says that it is, when it was suspended during a pause.
 TEST_F(KTAudioServer, MissesADeviceThatIsSuspendedWhenTheRecordingGoesOn)
 {

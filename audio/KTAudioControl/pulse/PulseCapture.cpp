@@ -100,10 +100,14 @@ void PulseCapture::connectStream(pa_stream *stream)
 }
 
 // What is said from then on counts, also while nothing arrives: from a server that is late, or a device that
-// takes its time to wake up.
+// takes its time to wake up. Not so what an output plays: one that plays nothing may take seconds to its next
+// piece of silence, and nothing is lost by that.
 void PulseCapture::countFrom(const Moment &since)
 {
-    m_clock.restart(since);
+    if (connection().devices().isMonitor(m_sourceKey))
+        m_clock.restart();
+    else
+        m_clock.restart(since);
     connection().start(m_tick, CaptureClock::longestGap);
 }
 

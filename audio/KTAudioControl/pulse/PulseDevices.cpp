@@ -91,6 +91,12 @@ bool PulseDevices::isKnown(const QString &sourceKey) const
     return contains(m_list, sourceKey); // only this thread writes it
 }
 
+bool PulseDevices::isMonitor(const QString &sourceKey) const
+{
+    return std::ranges::any_of(
+        m_list.sources, [&](const Source &source) { return source.key == sourceKey && source.monitor; });
+}
+
 // The user's choice of device does not survive its leaving the list, so it must not leave for a moment only.
 bool PulseDevices::misses(const DeviceList &list) const
 {

@@ -40,6 +40,7 @@ public:
     // devices that it had before, which are kept in the list for a while.
     bool isIncomplete() const { return m_incomplete; }
     bool isKnown(const QString &sourceKey) const;
+    bool isMonitor(const QString &sourceKey) const;
 
 private:
     static void serverInfo(pa_context *, const pa_server_info *info, void *self);
