@@ -54,7 +54,8 @@ std::chrono::milliseconds DiskWatch::timeOf(qint64 bytes) const
     return std::chrono::milliseconds(bytes * 1000 / m_bytesPerSecond);
 }
 
-DiskWatch::Judgement DiskWatch::judge(const platform::DiskState &disk, OwnTime::Clock::duration now) const
+DiskWatch::Judgement DiskWatch::judge(
+    const platform::DiskState &disk, platform::OwnTime::Clock::duration now) const
 {
     if (!disk.folderExists())
         return Judgement::FolderGone;

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/OwnTime.h"
 #include "platform/DiskState.h"
+#include "platform/OwnTime.h"
 
 #include <chrono>
 
@@ -13,7 +13,7 @@
 class DiskWatch {
 public:
     enum class Judgement { Fine, NearlyFull, Full, NotWritten, FileGone, FolderGone };
-    using TimePoint = OwnTime::Clock::time_point;
+    using TimePoint = platform::OwnTime::Clock::time_point;
 
     static constexpr std::chrono::minutes nearlyFullBelow{5};
     // Of the time in which this program runs. The encoder gives bytes many times a second.
@@ -35,13 +35,13 @@ public:
     std::chrono::milliseconds timeOf(qint64 bytes) const;
 
 private:
-    Judgement judge(const platform::DiskState &disk, OwnTime::Clock::duration now) const;
+    Judgement judge(const platform::DiskState &disk, platform::OwnTime::Clock::duration now) const;
 
     Judgement m_judgement = Judgement::Fine;
     std::chrono::seconds m_timeLeft = std::chrono::seconds::max();
     qint64 m_size = 0;
     qint64 m_largestSize = 0;
     qint64 m_bytesPerSecond;
-    OwnTime m_time;
-    OwnTime::Clock::duration m_lastGrowth{};
+    platform::OwnTime m_time;
+    platform::OwnTime::Clock::duration m_lastGrowth{};
 };

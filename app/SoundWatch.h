@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/OwnTime.h"
 #include "audio/HBRecordingTask.h"
+#include "platform/OwnTime.h"
 
 #include <array>
 #include <chrono>
@@ -16,7 +16,7 @@
 class SoundWatch {
 public:
     enum class Judgement { Fine, OnlySilence, NothingArrives };
-    using Clock = OwnTime::Clock;
+    using Clock = platform::OwnTime::Clock;
 
     // Of the time in which this program runs.
     static constexpr std::chrono::milliseconds longestGap{1200};
@@ -39,7 +39,7 @@ private:
     std::function<Clock::time_point()> m_now;
     std::shared_ptr<HBRecordingTask> m_task;
     std::array<float, 2> m_peaks = {0, 0};
-    OwnTime m_time;
+    platform::OwnTime m_time;
     Clock::duration m_lastArrival{};
     Clock::duration m_lastSound{};
 };

@@ -296,7 +296,7 @@ void StatusLine::lookAtOutputs(Troubles &troubles)
         waiting += output.bytesWaiting;
         if (output.error)
             problem = platform::inWords(platform::outputErrorReason(output.error));
-        else if (output.bytesWaiting > 0 && now - output.waitingSince > longestWrite)
+        else if (output.waitingFor > longestWrite)
             troubles.diskIsSilent = true;
     }
     troubles.waiting = m_disk.timeOf(waiting);

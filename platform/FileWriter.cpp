@@ -26,6 +26,7 @@ constexpr auto longestPause = 1000ms;
 // Beyond this a disk that does not answer is worth a log line.
 constexpr auto silence = 1s;
 constexpr auto lookEvery = 1s;
+constexpr auto looksAtRest = 250ms; // whether the disk is silent
 // How long a byte is held back while memory is short: four fifths of its time at 320 kbit/s, so that sound
 // which is captured meanwhile keeps step.
 constexpr auto holdForByte = 20us;
@@ -179,6 +180,7 @@ void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
     const auto parts = m_ring.parts();
     const qint64 offset = m_offset;
     const auto now = Clock::now();
+    const auto begun = m_time.at(now);
     const bool isLooking = now - m_lookedAt >= lookEvery;
     lock.unlock();
     const bool isGone = isLooking && m_file.isGone();
@@ -198,7 +200,7 @@ void FileWriter::writeSome(std::unique_lock<std::mutex> &lock)
     m_ring.takeOut(size_t(size));
     m_offset += size;
     m_end = std::max(m_end, m_offset);
-    m_waitingSince = now;
+    m_waitingSince = begun;
     m_pause = firstPause;
     m_error = 0; // a slow disk that works again may not catch up for long
     if (m_ring.isEmpty())
@@ -279,13 +281,14 @@ bool FileWriter::write(const char *bytes, std::size_t count)
         return false;
     }
     const auto now = Clock::now();
+    const auto time = m_time.at(now);
     if (!keepsStep) {
-        if (now - m_waitingSince > silence)
+        if (time - m_waitingSince > silence)
             announce(lock, outputErrorReason(ETIMEDOUT));
         holdBack(lock, count);
         return true;
     }
-    m_waitingSince = now;
+    m_waitingSince = time;
     m_wake.notify_one();
     const auto patience = m_error ? Clock::duration::zero() : m_patience.left(now);
     if (patience > Clock::duration::zero()) {
@@ -343,11 +346,10 @@ void FileWriter::watchOverRest()
 {
     std::unique_lock lock(m_mutex);
     while (!m_ring.isEmpty() && !m_isAnnounced) {
-        const auto until = m_waitingSince + silence;
-        if (Clock::now() > until)
+        if (m_time.at(Clock::now()) - m_waitingSince > silence)
             announce(lock, outputErrorReason(ETIMEDOUT));
         else
-            m_progress.wait_until(lock, until, [this] { return m_ring.isEmpty(); });
+            m_progress.wait_for(lock, looksAtRest, [this] { return m_ring.isEmpty(); });
     }
 }
 
@@ -363,7 +365,9 @@ void FileWriter::close()
 OutputState FileWriter::state() const
 {
     const std::scoped_lock lock(m_mutex);
-    return {m_path, qint64(m_ring.size()), m_waitingSince, m_error, m_lost, !m_isSeen};
+    const auto time = m_time.at(Clock::now());
+    const auto waitingFor = m_ring.isEmpty() ? Clock::duration::zero() : time - m_waitingSince;
+    return {m_path, qint64(m_ring.size()), waitingFor, m_error, m_lost, !m_isSeen};
 }
 
 bool FileWriter::finish(Clock::time_point deadline)

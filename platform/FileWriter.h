@@ -6,6 +6,7 @@
 #include "platform/OutputFile.h"
 #include "platform/OutputRing.h"
 #include "platform/OutputState.h"
+#include "platform/OwnTime.h"
 #include "platform/ThreadCheck.h"
 
 #include <QDeadlineTimer>
@@ -122,7 +123,8 @@ private:
     bool m_isAnnounced = false;
     int m_error = 0;
     qint64 m_lost = 0;
-    Clock::time_point m_waitingSince;
+    mutable OwnTime m_time; // who asks for the state looks at it, too
+    Clock::duration m_waitingSince{}; // by that time
     Clock::time_point m_lookedAt; // when the file was last seen under some name
     std::chrono::milliseconds m_pause{};
 };

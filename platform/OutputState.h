@@ -15,9 +15,9 @@ struct OutputState {
     QString path;
     // Bytes in memory, in order, that the file does not have yet. Safe for as long as the process lives.
     qint64 bytesWaiting = 0;
-    // When the oldest of them was given; without meaning while none waits. More than a second ago and no
-    // error: the disk does not answer.
-    std::chrono::steady_clock::time_point waitingSince;
+    // For how long the oldest of them has waited while this program itself ran, as far as somebody asked, or
+    // wrote, at least twice a second. More than a second and no error: the disk does not answer.
+    std::chrono::steady_clock::duration waitingFor{};
     // The errno of the trouble that the file is in, or that kept it from being opened; 0 while there is none.
     // EBUSY: another process writes to it; EAGAIN: no thread could be had. ETIMEDOUT: it could not be opened
     // in time.

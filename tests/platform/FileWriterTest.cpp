@@ -17,6 +17,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -93,7 +94,7 @@ TEST(FileWriter, NobodyWaitsForADiskThatStallsAndEverythingIsInTheFileAfterwards
         disk.write(1);
         return !disk.log.lines().isEmpty();
     }));
-    EXPECT_GT(std::chrono::steady_clock::now() - disk.stream.state().waitingSince, 1s);
+    EXPECT_GT(disk.stream.state().waitingFor, 1s);
     disk.fault("write delay 100");
     EXPECT_TRUE(disk.isComplete());
     EXPECT_LT(timer.elapsed(), 10000);
@@ -102,6 +103,22 @@ TEST(FileWriter, NobodyWaitsForADiskThatStallsAndEverythingIsInTheFileAfterwards
         "Cannot write " + disk.path.toStdString()
             + ": the disk does not answer. What comes meanwhile waits in memory.\n" + disk.path.toStdString()
             + " is complete up to now.");
+}
+
+// A disk that is merely slow, and is called silent because this program stood still, as while nobody looks.
+TEST(FileWriter, TimeInWhichTheProgramStandsStillDoesNotCountAsSilenceOfTheDisk)
+{
+    Disk disk;
+    ASSERT_TRUE(disk.stream.open(disk.path));
+    disk.fault("write stall");
+    disk.write(1);
+    std::this_thread::sleep_for(2s);
+    EXPECT_LT(disk.stream.state().waitingFor, 1s);
+    disk.write(1);
+    EXPECT_EQ(disk.stream.state().bytesWaiting, 200);
+    EXPECT_TRUE(disk.log.lines().isEmpty());
+    disk.fault({});
+    EXPECT_TRUE(disk.isComplete());
 }
 
 // A slow disk that holds up capture for the length of every write, or a wait that never comes back.

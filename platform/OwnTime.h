@@ -7,6 +7,8 @@
 #include <chrono>
 #include <optional>
 
+namespace platform {
+
 // The time for which this program has itself been running, as its own looks at something tell. When they are
 // far apart it stood still, and with it all that it takes in: what came meanwhile still waits at the next
 // look, and neither a microphone nor a disk is to blame.
@@ -30,3 +32,5 @@ private:
     Clock::duration m_time{};
     std::optional<Clock::time_point> m_lastLook;
 };
+
+} // namespace platform
