@@ -181,7 +181,7 @@ int main(int argc, char **argv)
     if (const auto code = handOver.toOpenCard(argv))
         leave(*code);
 
-    if (!line.forToolkit && !platform::isDisplayNamed()) {
+    if (!line.forToolkit && !platform::hasDisplay()) {
         std::fputs("flipside: there is no display\n", stderr);
         return ExitCode::Refused;
     }

@@ -4,6 +4,7 @@
 #include "platform/desktop/WindowPlatform.h"
 
 #include <QByteArray>
+#include <xcb/xcb.h>
 
 namespace platform {
 
@@ -13,10 +14,16 @@ void preferNativePlatform()
         qputenv("QT_QPA_PLATFORM", "wayland;xcb");
 }
 
-bool isDisplayNamed()
+bool hasDisplay()
 {
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
-        || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+    if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        return true;
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return false;
+    xcb_connection_t *const server = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(server) == 0;
+    xcb_disconnect(server);
+    return answers;
 }
 
 } // namespace platform

@@ -10,8 +10,8 @@ namespace platform {
 // plugin for Wayland, and where the user has chosen, nothing changes. Before the application object is made.
 void preferNativePlatform();
 
-// Whether the surroundings tell where the windows would go. Where they do not, the toolkit ends the process
-// with SIGABRT.
-bool isDisplayNamed();
+// Whether there is a display for the windows. Where there is none, the toolkit ends the process with SIGABRT.
+// An X server has to answer; a Wayland compositor, and what the user has chosen, need only be named.
+bool hasDisplay();
 
 } // namespace platform

@@ -220,10 +220,12 @@ class CommandLine(CardTest):
                                       (["--shout"], 2, ".*--shout\n\nUsage: "), (["--json"], 2, ".*--json"),
                                       (["--stop", "--record"], 2, ".*contradict"), (["take.mp3"], 2, ".*take.mp3"),
                                       (["--record"], 1, ".*no display")):
-            with self.subTest(arguments=arguments):
-                got, output, error = self.flipside(*arguments, DISPLAY="", QT_QPA_PLATFORM="", LC_ALL="xx_XX.UTF-8")
-                self.assertEqual(got, code)
-                self.assertRegex(output or error, said)
+            for display in "", ":999":
+                with self.subTest(arguments=arguments, display=display):
+                    got, output, error = self.flipside(*arguments, DISPLAY=display, QT_QPA_PLATFORM="",
+                                                       LC_ALL="xx_XX.UTF-8")
+                    self.assertEqual(got, code)
+                    self.assertRegex(output or error, said)
 
     def test_a_card_that_stands_still_is_told_of_within_a_second(self):
         card = self.card()
