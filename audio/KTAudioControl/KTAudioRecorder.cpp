@@ -84,6 +84,7 @@ public:
 private:
     // Why it cannot; empty when the stream runs.
     QString open(const AudioStreamBasicDescription &format, QDeadlineTimer deadline);
+    static QString whyUnknown();
     void deliver(const void *data, std::size_t bytes);
     void drop(std::size_t bytes);
     void miss(std::size_t bytes, KTAudioMissingCause cause);
@@ -138,13 +139,21 @@ bool KTAudioRecorder::Private::start(const AudioStreamBasicDescription &format, 
     return m_problem.isEmpty();
 }
 
+// Without a server every device is unknown.
+QString KTAudioRecorder::Private::whyUnknown()
+{
+    const QString problem = sound::soundSystem()->problem();
+    return problem.isEmpty() ? platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no such device"))
+                             : problem;
+}
+
 QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format, QDeadlineTimer deadline)
 {
     const auto spec = m_formatIsSettled ? m_spec : captureSpecFor(format);
     if (m_stream)
         return platform::reason(QT_TRANSLATE_NOOP("Reason", "it is being recorded from already"));
     if (m_sourceKey.isEmpty())
-        return platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no such device"));
+        return whyUnknown();
     if (!spec)
         return platform::reason(QT_TRANSLATE_NOOP("Reason", "something else than linear PCM is asked for"));
     if (!m_formatIsSettled || !m_queue) {

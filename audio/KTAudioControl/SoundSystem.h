@@ -123,6 +123,8 @@ public:
     virtual DeviceList devices() const = 0;
     // Waits for the first list, or for the certainty that there is no server. Not longer than the deadline.
     virtual void waitForDevices(std::chrono::milliseconds deadline) = 0;
+    // Why there is no device, in words that end a sentence; empty where it is not the server that is missing.
+    virtual QString problem() const { return {}; }
     // Called after each change of devices(), and perhaps once for the list that was there before. One listener;
     // a null function takes it away.
     virtual void setDevicesChanged(std::function<void()> changed) = 0;

@@ -130,6 +130,8 @@ TEST_F(KTAudioServer, IsRefusedWithAReasonByAServerThatIsGoneOrDoesNotAnswer)
         QStringList({u"Can't record from Microphone: the sound server does not answer."_s,
             u"Can't record from Microphone: there is no sound server: Connection terminated."_s}));
     EXPECT_TRUE(waitUntil([&] { return control->inputDevicesName().isEmpty(); }));
+    EXPECT_FALSE(record());
+    EXPECT_EQ(recorder->startProblem(), u"there is no sound server: Connection refused"_s);
     server.start();
     EXPECT_TRUE(waitUntil([&] { return control->inputDevicesName().contains(u"Microphone"_s); }));
     EXPECT_TRUE(record());
@@ -149,6 +151,7 @@ TEST(KTAudioServerThatRefuses, MayBeGivenUpWhileTheLoopLooksForIt)
     ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
     ASSERT_EQ(listen(listener, 5), 0);
     qputenv("PULSE_SERVER", QByteArray::fromStdString("unix:" + path));
+    const testbed::LogCapture log;
     std::optional connected(sound::replaceSoundSystem(nullptr));
     sound::soundSystem();
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -159,6 +162,7 @@ TEST(KTAudioServerThatRefuses, MayBeGivenUpWhileTheLoopLooksForIt)
         syscall(SYS_close, connection);
     }
     connected.reset();
+    EXPECT_EQ(log.lines().filter(u"No sound: there is no sound server: "_s).size(), 1);
     qunsetenv("PULSE_SERVER");
     close(listener);
 }

@@ -88,6 +88,15 @@ QString PulseConnection::lastError() const
     return QString::fromUtf8(pa_strerror(m_context ? pa_context_errno(m_context.get()) : PA_ERR_NOENTITY));
 }
 
+QString PulseConnection::problemOfServer() const
+{
+    if (readyContext())
+        return {};
+    return m_problem.isEmpty()
+        ? platform::reason(QT_TRANSLATE_NOOP("Reason", "the sound server does not answer"))
+        : m_problem;
+}
+
 void PulseConnection::retryLater()
 {
     const bool recent = !m_lostAt || Clock::now() - *m_lostAt < slowAfter;
@@ -142,7 +151,10 @@ void PulseConnection::contextReady()
 void PulseConnection::contextLost()
 {
     const auto now = Clock::now();
+    const bool wasNeverThere = m_lostAt && m_problem.isEmpty();
     m_problem = platform::reason(QT_TRANSLATE_NOOP("Reason", "there is no sound server: %1"), lastError());
+    if (wasNeverThere)
+        qCWarning(lcAudio, "No sound: %s.", qUtf8Printable(m_problem));
     if (!m_lostAt) {
         m_lostAt = now;
         qCWarning(lcAudio, "The sound server has gone away: %s.", qUtf8Printable(lastError()));

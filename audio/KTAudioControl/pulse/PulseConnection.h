@@ -51,6 +51,8 @@ public:
     QString lastError() const;
     // Why there is no connection.
     QString problem() const { return m_problem; }
+    // The same, and that there is no answer yet; empty while a connection stands.
+    QString problemOfServer() const;
     // Does nothing once the connection has been stopped for good.
     void start(PulseTimer &timer, std::chrono::milliseconds delay);
     // Asks for the devices again, or for the server when it is away, after the usual pause.

@@ -4,10 +4,20 @@
 #include "audio/KTAudioControl/pulse/PulseSoundSystem.h"
 #include "audio/KTAudioControl/pulse/PulseCaptureStream.h"
 #include "audio/KTAudioControl/pulse/PulsePlaybackStream.h"
+#include "platform/Inquiry.h"
 
 #include <new>
 
 namespace sound {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// The thread has the answer at hand, unless it looks up the name of a server.
+constexpr auto problemDeadline = 100ms;
+
+} // namespace
 
 PulseSoundSystem::PulseSoundSystem()
     : m_connection(std::make_shared<PulseConnection>())
@@ -29,6 +39,14 @@ DeviceList PulseSoundSystem::devices() const
 void PulseSoundSystem::waitForDevices(std::chrono::milliseconds deadline)
 {
     m_connection->devices().waitForList(deadline);
+}
+
+QString PulseSoundSystem::problem() const
+{
+    const auto answer = std::make_shared<platform::GivenAnswer<QString>>();
+    const bool posted = m_connection->loop().post(
+        [connection = m_connection, answer] { answer->give(connection->problemOfServer()); });
+    return posted ? answer->wait(problemDeadline).value_or(QString()) : m_connection->problem();
 }
 
 void PulseSoundSystem::setDevicesChanged(std::function<void()> changed)

@@ -19,6 +19,7 @@ public:
 
     DeviceList devices() const override;
     void waitForDevices(std::chrono::milliseconds deadline) override;
+    QString problem() const override;
     void setDevicesChanged(std::function<void()> changed) override;
     Opened<CaptureStream> openCapture(const QString &sourceKey, const SampleSpec &spec, CaptureClient *client,
         QDeadlineTimer deadline) override;
