@@ -7,7 +7,7 @@
 //
 // records the device of that name in 16-bit stereo, says "recording" when it has heard half a second, and
 // stops at the first line on its standard input, which it says, too. Then it says what it has: how many
-// frames, the number that the last one carries, where numbers do not follow each other, and how many frames
+// frames, the number that the last one carries, how many are lost or repeated before it, and how many frames
 // are silent.
 
 #include "KTAudioControl/KTAudioControl.h"
@@ -16,7 +16,23 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <poll.h>
+
+namespace {
+
+// Frames that are lost or repeated; silence in their place counts as very many.
+long long skipped(const std::vector<std::uint32_t> &frames)
+{
+    long long sum = 0;
+    for (const std::size_t position : testbed::breaks(frames))
+        sum += position < frames.size() ? std::abs(static_cast<long long>(frames[position])
+                   - static_cast<long long>(frames[position - 1]) - 1)
+                                        : 1;
+    return sum;
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
@@ -38,7 +54,7 @@ int main(int argc, char **argv)
     std::fflush(stdout);
     recorder.stopRecord();
     const std::vector<std::uint32_t> frames = collector.frames();
-    std::printf("%zu %u %zu %zu\n", frames.size(), frames.back(), testbed::breaks(frames).size(),
+    std::printf("%zu %u %lld %zu\n", frames.size(), frames.back(), skipped(frames),
         std::size_t(std::count(frames.begin(), frames.end(), 0U)));
     return 0;
 }
