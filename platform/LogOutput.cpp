@@ -5,12 +5,12 @@
 
 #include "platform/Logging.h"
 
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <mutex>
 #include <poll.h>
 #include <unistd.h>
-#include <utility>
 
 namespace platform {
 
@@ -21,7 +21,7 @@ constexpr std::chrono::milliseconds turnComesWithin(50);
 
 QtMessageHandler toolkitsHandler = nullptr;
 std::timed_mutex turn;
-int leftOut = 0; // guarded by it
+std::atomic<int> leftOut = 0;
 
 // A pipe that has any has room for a page, and a terminal takes what it can, in a stopped one nothing.
 bool isTaken()
@@ -36,17 +36,14 @@ void write(QtMsgType type, const QMessageLogContext &context, const QString &tex
     if (type == QtFatalMsg)
         return toolkitsHandler(type, context, text);
     const std::unique_lock lock(turn, turnComesWithin);
-    if (!lock)
-        return;
-    if (!isTaken()) {
+    if (!lock || !isTaken()) {
         ++leftOut;
         return;
     }
     if (leftOut > 0) {
         const QMessageLogContext own(nullptr, 0, nullptr, lcPlatform().categoryName());
         toolkitsHandler(QtWarningMsg, own,
-            QString::asprintf(
-                "%d lines of the log had no room and are left out.", std::exchange(leftOut, 0)));
+            QString::asprintf("%d lines of the log had no room and are left out.", leftOut.exchange(0)));
     }
     if (isTaken())
         toolkitsHandler(type, context, text);

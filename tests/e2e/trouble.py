@@ -8,6 +8,7 @@ import os
 import resource
 import shutil
 import signal
+import subprocess
 import sys
 import time
 
@@ -120,7 +121,7 @@ class Log(RecorderTest):
         with open(script, "w") as file:
             file.write(f'#!/bin/sh\nexec "{self.binary}" 2>"{log}"\n')
         os.chmod(script, 0o755)
-        self.binary = script
+        binary, self.binary = self.binary, script
         recorder = self.start()
         recorder.record()
         with contextlib.suppress(BlockingIOError):
@@ -134,6 +135,9 @@ class Log(RecorderTest):
             os.close(end)
         self.lose_the_microphone(recorder)
         recorder.press("Stop")
+        wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
+        # What is refused has a line by the main thread, which is the one that a signal would reach.
+        self.assertEqual(subprocess.run([binary, "--pause"], env=self.desktop.env, check=False, timeout=20).returncode, 1)
         self.assertEqual(recorder.end(), 0)
 
 
