@@ -18,6 +18,10 @@ namespace {
 // Each delivery wakes this thread, the one that writes the file, and the main thread, and makes a frame of
 // the level meter there: twenty a second, and every second one with another tenth of the elapsed time.
 constexpr auto batchTime = 50ms;
+// The silence of a night keeps an encoder busy for half a minute. Every so long it leaves the processor to
+// others for as long as it has had it: what waits behind it comes later, and the desktop goes on.
+constexpr auto turn = 5ms;
+constexpr auto longestRest = 100ms;
 // What comes in smaller pieces, or was the last for now.
 constexpr auto patience = 100ms;
 
@@ -245,12 +249,25 @@ void CaptureQueue::deliverSound(const std::byte *frames, std::size_t bytes)
 void CaptureQueue::deliverSilence(std::size_t bytes)
 {
     m_captureThread.assertSameThread();
+    auto begin = Clock::now();
     for (std::size_t part = 0; bytes > 0; bytes -= part) {
         part = std::min(bytes, m_piece);
         if (!mayDeliver(0, part))
             return;
         m_deliver(zeros.data(), part);
+        if (const auto worked = Clock::now() - begin; worked >= turn) {
+            rest(std::min<Clock::duration>(worked, longestRest));
+            begin = Clock::now();
+        }
     }
+}
+
+// Not while somebody waits.
+void CaptureQueue::rest(Clock::duration time)
+{
+    m_captureThread.assertSameThread();
+    std::unique_lock lock(m_mutex);
+    m_changed.wait_for(lock, time, [this] { return m_awaited || m_soundOnly || m_ended; });
 }
 
 // What is about to be delivered is left no longer.

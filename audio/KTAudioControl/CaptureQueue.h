@@ -76,6 +76,7 @@ private:
     void deliver(Batch &batch);
     void deliverSound(const std::byte *frames, std::size_t bytes);
     void deliverSilence(std::size_t bytes);
+    void rest(std::chrono::steady_clock::duration time);
     bool mayDeliver(std::size_t sound, std::size_t silence);
     void delivered(std::unique_lock<std::mutex> &lock);
     bool mayDeliver() const;
