@@ -329,18 +329,52 @@ TEST_F(KTAudioServer, MissesADeviceThatIsSuspendedWhenTheRecordingGoesOn)
     EXPECT_EQ(recorder->away(), whenBack);
 }
 
-// On a computer that is too busy for the thread of the sound server: silence and words instead of a loss.
+// A computer that is too busy for the thread of the sound server.
+class StuckLoop {
+public:
+    StuckLoop()
+    {
+        sound::soundSystem()->setDevicesChanged([this, released = m_release.get_future().share()] {
+            m_isStuck = true;
+            released.wait_for(5s);
+        });
+        EXPECT_TRUE(waitUntil([this] { return m_isStuck.load(); }))
+            << "the list was there before its listener";
+    }
+    void goOn()
+    {
+        m_release.set_value();
+        sound::soundSystem()->setDevicesChanged(nullptr);
+    }
+
+private:
+    std::atomic<bool> m_isStuck = false;
+    std::promise<void> m_release;
+};
+
+// However short it is.
+TEST_F(KTAudioServer, CountsAsMissingWhatIsSaidBeforeItsOwnThreadGoesOn)
+{
+    ASSERT_TRUE(record());
+    ASSERT_TRUE(waitForFrames(second / 5));
+    recorder->pauseRecord();
+    StuckLoop loop;
+    QElapsedTimer timer;
+    timer.start();
+    recorder->resumeRecord();
+    letMicrophoneHear(second / 4);
+    const qint64 late = timer.elapsed();
+    loop.goOn();
+    EXPECT_TRUE(waitForFrames(second / 2));
+    EXPECT_NEAR(double(recorder->missing().time.count()), double(late), 100);
+}
+
+// Silence and words instead of a loss.
 TEST_F(KTAudioServer, CountsAsMissingWhatAPauseGivesUp)
 {
     ASSERT_TRUE(record());
     ASSERT_TRUE(waitForFrames(second / 2));
-    std::atomic<bool> isStuck = false;
-    std::promise<void> release;
-    sound::soundSystem()->setDevicesChanged([&, released = release.get_future().share()] {
-        isStuck = true;
-        released.wait_for(5s);
-    });
-    ASSERT_TRUE(waitUntil([&] { return isStuck.load(); })) << "the list was there before its listener";
+    StuckLoop loop;
     QElapsedTimer timer;
     timer.start();
     letMicrophoneHear(second / 2);
@@ -349,8 +383,7 @@ TEST_F(KTAudioServer, CountsAsMissingWhatAPauseGivesUp)
     EXPECT_NEAR(double(recorder->missing().time.count()), double(lost), 100);
     EXPECT_EQ(recorder->missing().cause, KTAudioMissingCause::ComputerBusy);
     const std::size_t kept = collector.frameCount();
-    release.set_value();
-    sound::soundSystem()->setDevicesChanged(nullptr);
+    loop.goOn();
     letMicrophoneHear(second / 5);
     EXPECT_EQ(collector.frameCount(), kept) << "delivered although it is missing";
     recorder->resumeRecord();

@@ -318,6 +318,16 @@ void PulseCapture::cutNow()
     std::exchange(m_pause, nullptr)->give({});
 }
 
+// The server captures for us when it is told to: what this thread is late for is lost, however short it is.
+Moment PulseCapture::loseUntilNow(const Moment &pressed)
+{
+    const Moment now = Moment::now();
+    m_clock.restart(pressed);
+    const CaptureClock::Loss late = m_clock.unheard(now);
+    m_feed.lose(late, 0);
+    return late.frames > 0 ? now : pressed;
+}
+
 // Delivery begins when the server has thrown away what it may have kept during the pause, and it captures
 // again only after that.
 void PulseCapture::resume(const Moment &pressed)
@@ -328,7 +338,7 @@ void PulseCapture::resume(const Moment &pressed)
     m_feed.speak();
     if (!isReady())
         return;
-    countFrom(pressed);
+    countFrom(loseUntilNow(pressed));
     const auto done = [](pa_stream *, int, void *self) { static_cast<PulseCapture *>(self)->flushed(); };
     m_flush.reset(pa_stream_flush(stream(), done, this));
     if (!m_flush)

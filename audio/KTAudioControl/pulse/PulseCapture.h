@@ -40,6 +40,7 @@ private:
     void devicesListed() override;
 
     void countFrom(const Moment &since);
+    Moment loseUntilNow(const Moment &pressed);
     void suspendedChanged();
     void readAvailable();
     void askForLoss();
