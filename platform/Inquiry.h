@@ -74,7 +74,7 @@ public:
     Inquiry()
     {
         m_deadline.setSingleShot(true);
-        QObject::connect(&m_deadline, &QTimer::timeout, &m_deadline, [this] { giveUp(); });
+        QObject::connect(&m_deadline, &QTimer::timeout, &m_deadline, [this] { lookAgain(); });
     }
     Inquiry(const Inquiry &) = delete;
     Inquiry &operator=(const Inquiry &) = delete;
@@ -108,6 +108,8 @@ public:
     }
 
 private:
+    static constexpr std::chrono::milliseconds longestLastLook{100};
+
     struct Pending {
         Inquiry *inquiry;
         Report report;
@@ -122,7 +124,8 @@ private:
         const bool asked = runOnSpareThread(work(std::move(question)));
         if (!asked)
             m_pending->late = LateAnswer::Dropped; // none is on its way
-        m_deadline.start(asked ? deadline : std::chrono::milliseconds(0));
+        m_lastLook = asked ? std::min(deadline, longestLastLook) : std::chrono::milliseconds(0);
+        m_deadline.start(asked ? deadline - m_lastLook : std::chrono::milliseconds(0));
         return asked;
     }
 
@@ -143,6 +146,15 @@ private:
         pending->report(answer);
     }
 
+    // When this program itself stands still the deadline passes before an answer that is nearly there.
+    void lookAgain()
+    {
+        if (m_lastLook.count() > 0)
+            m_deadline.start(std::exchange(m_lastLook, std::chrono::milliseconds(0)));
+        else
+            giveUp();
+    }
+
     void giveUp()
     {
         // The report may ask anew, or end this object.
@@ -155,6 +167,7 @@ private:
     // Alone owned by this object but for the length of a report, so that it ends with it.
     std::shared_ptr<Pending> m_pending;
     QTimer m_deadline;
+    std::chrono::milliseconds m_lastLook{}; // the end of the time that is left
 };
 
 // For a caller that cannot go on without the answer: waits for it, not longer than the deadline, and drops

@@ -7,8 +7,10 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/NoThreads.h"
 
+#include <QElapsedTimer>
 #include <gmock/gmock.h>
 #include <semaphore>
+#include <thread>
 
 namespace {
 
@@ -66,6 +68,19 @@ TEST_P(Inquiry, ReportsOnceInTimeAndDropsOrAdoptsWhatComesAfterTheDeadline)
     EXPECT_EQ(inquiry->isPending(), adopts);
     answerAndSettle();
     EXPECT_EQ(reports, (adopts ? Reports{7, noAnswer, 8} : Reports{7, noAnswer}));
+}
+
+// The thread that gives the answer stood still as well, and goes on when the main loop does.
+TEST_P(Inquiry, HearsAnAnswerThatOnlyTheProgramItselfHasHeldUp)
+{
+    QElapsedTimer standsStill;
+    standsStill.start();
+    ask(7, 200ms);
+    while (!standsStill.hasExpired(300))
+        std::this_thread::yield();
+    platform::postToMainQueue([&] { disk->release(); });
+    EXPECT_TRUE(hears(1));
+    EXPECT_THAT(reports, ElementsAre(7));
 }
 
 TEST_P(Inquiry, NobodyHearsOfAnOldQuestion)
