@@ -45,4 +45,9 @@ void authorizationAccessSetting()
     platform::Alert{message, explanation, Text::tr("OK")}.runModal();
 }
 
+void dismiss()
+{
+    platform::dismissAlerts();
+}
+
 } // namespace Alerts

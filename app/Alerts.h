@@ -11,4 +11,8 @@ namespace Alerts {
 void failedStartRecording(const AudioStreamBasicDescription &description);
 void authorizationAccessSetting();
 
+// A recording has begun, whatever an earlier attempt has told. An alert would keep its buttons from
+// everybody.
+void dismiss();
+
 } // namespace Alerts

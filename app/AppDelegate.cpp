@@ -256,6 +256,7 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
     setRecordingTask(task);
     task->setDelegate(this);
     if (task->startRecord(QDeadlineTimer(patience))) {
+        Alerts::dismiss();
         setState(RecorderStateRecording);
     } else {
         setProblem(Problem::cannotRecord(Takes::whyNotStarted(*task)));

@@ -13,12 +13,13 @@ namespace platform {
 namespace {
 
 constexpr QSize iconSize(48, 48);
+constexpr QLatin1String nameOfAlerts("alert");
 
 // On the window that the user is looking at, so that the window manager centres the alert there.
 void runMessageBox(const Alert &alert)
 {
     QMessageBox box(QApplication::activeWindow());
-    box.setObjectName(QStringLiteral("alert"));
+    box.setObjectName(nameOfAlerts);
     box.setIconPixmap(QApplication::windowIcon().pixmap(iconSize, box.devicePixelRatioF()));
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowTitle(QApplication::applicationDisplayName());
@@ -36,6 +37,13 @@ void runMessageBox(const Alert &alert)
 void Alert::runModal() const
 {
     alertPresenter().inUse()(*this);
+}
+
+void dismissAlerts()
+{
+    for (QWidget *window : QApplication::topLevelWidgets())
+        if (auto *alert = qobject_cast<QDialog *>(window); alert && alert->objectName() == nameOfAlerts)
+            alert->accept();
 }
 
 Seam<std::function<void(const Alert &)>> &alertPresenter()

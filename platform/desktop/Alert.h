@@ -22,6 +22,9 @@ struct Alert {
     void runModal() const;
 };
 
+// Something has come to pass that makes them needless: those that are up are dismissed.
+void dismissAlerts();
+
 // Shows an alert and returns when it has been dismissed.
 Seam<std::function<void(const Alert &alert)>> &alertPresenter();
 

@@ -6,6 +6,8 @@
 #include "tests/app/RecorderRig.h"
 #include "tests/support/MainLoop.h"
 
+#include <QDialog>
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -189,11 +191,15 @@ TEST_F(AppDelegateTest, LetsTheMicrophoneGoWhileTheOneAlertOfAFailedStartIsUp)
     EXPECT_TRUE(testbed::waitUntil([this] { return !sound->captureOpen(); }));
 }
 
-TEST_F(AppDelegateTest, LeavesARecordingAloneThatStartedWhileAnAlertWasUp)
+TEST_F(AppDelegateTest, LeavesARecordingAloneThatStartedWhileAnAlertWasUpAndDismissesTheAlert)
 {
     const auto presenter = platform::alertPresenter().replace([this](const platform::Alert &) {
+        QDialog alert;
+        alert.setObjectName(u"alert"_s);
+        alert.open();
         sound->setRefuseStarts(false);
         record();
+        EXPECT_FALSE(alert.isVisible());
     });
     sound->setRefuseStarts(true);
     record();
