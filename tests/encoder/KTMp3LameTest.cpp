@@ -9,6 +9,7 @@
 #include "testbed/Mp3Files.h"
 #include "testbed/Waiting.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/NextDescriptor.h"
 #include "tests/support/TakeFolder.h"
 
 #include <QDir>
@@ -106,14 +107,6 @@ struct Take {
     testbed::LogCapture log;
 };
 
-// The descriptor that the next file gets.
-int nextDescriptor()
-{
-    const int next = dup(STDIN_FILENO);
-    close(next);
-    return next;
-}
-
 // The file that the lame program makes, which maps its options onto libmp3lame on its own.
 QByteArray fileOfTheProgram(const Sound &sound, const QString &options, const QString &path)
 {
@@ -171,7 +164,7 @@ TEST(KTMp3Lame, WritesEveryByteAtOnceAndNothingMoreWhenItGoes)
 {
     const Sound sound = testbed::noise(44100, 2, 0.1);
     Take take;
-    const int descriptor = nextDescriptor();
+    const int descriptor = testbed::nextDescriptor();
     ASSERT_TRUE(take.writer->readyToEncode());
     // Each call gives one frame. A busy computer may hold up the disk's thread for one or another.
     qint64 last = 0;
@@ -192,7 +185,7 @@ TEST(KTMp3Lame, WritesEveryByteAtOnceAndNothingMoreWhenItGoes)
 TEST(KTMp3Lame, AFailedStartLeavesNothingBehindAndAnotherTruncates)
 {
     Take take;
-    const int next = nextDescriptor();
+    const int next = testbed::nextDescriptor();
     for (const QString &bad : {QString(), take.folder.path(), take.folder.filePath(u"vanished/out.mp3"_s),
              QString(take.path + QChar(u'\0') + u"hidden"_s)}) {
         take.writer->setOutFile(bad);
@@ -200,7 +193,7 @@ TEST(KTMp3Lame, AFailedStartLeavesNothingBehindAndAnotherTruncates)
         EXPECT_EQ(take.log.lines().size(), 1);
         take.log.clear();
     }
-    EXPECT_EQ(nextDescriptor(), next);
+    EXPECT_EQ(testbed::nextDescriptor(), next);
     EXPECT_TRUE(QDir(take.folder.path()).isEmpty());
     take.writer->setOutFile(take.path);
     EXPECT_GT(take.encoded(&KTMp3Lame::addPCMDataToEncode_int, QList<qint32>(8820)).size(), 0);
