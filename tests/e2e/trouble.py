@@ -13,7 +13,7 @@ import sys
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
-from recorder_test import MICROPHONE, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
+from recorder_test import MICROPHONE, OR_MISSED, RecorderTest, decoded_seconds, main, wait_until  # noqa: E402
 
 SAID_WITHIN = 2.5
 """Seconds: two for the program, the rest for the accessibility bus to be read on a busy machine."""
@@ -47,7 +47,7 @@ class Devices(RecorderTest):
             if unplugged:
                 self.sound.tell("unload " + unplugged)
             recorder.wait_elapsed(recorder.elapsed + 1.5)
-            self.assertEqual(recorder.status, "Recording from Line & Co")
+            self.assertRegex(recorder.status, "Recording from Line & Co" + OR_MISSED)
 
     def test_a_suspended_microphone_is_missed_and_goes_on_when_it_is_back(self):
         suspend = "pactl suspend-source @DEFAULT_SOURCE@ "
@@ -63,7 +63,7 @@ class Devices(RecorderTest):
         recorder.wait_status(lacking)
         recorder.wait_elapsed(shown + 1)
         recorder.press("Stop")
-        wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
+        recorder.enabled_button("Record")
         self.assertRegex(recorder.status, lacking)
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
 
@@ -78,7 +78,7 @@ class Devices(RecorderTest):
                                    "2 channels per frame, flags: 12")
         recorder.press("OK")
         recorder.program.wait_gone("label", "Failed to start record.")
-        wait_until(lambda: recorder.button("Record").enabled, "Record")
+        recorder.enabled_button("Record")
         # The file that failed can be played, but is not offered to be shown before something really happens.
         self.assertTrue(recorder.button("Play").enabled)
         self.assertTrue(recorder.output_file.startswith(recorder.folder))
@@ -93,7 +93,7 @@ class Devices(RecorderTest):
         recorder = self.start()
         recorder.record()
         recorder.press("Stop")
-        recorder.wait_status("Ready")
+        recorder.enabled_button("Record")
         recorder.end()
 
         self.sound.tell("freeze")
@@ -135,7 +135,7 @@ class Log(RecorderTest):
             os.close(end)
         self.lose_the_microphone(recorder)
         recorder.press("Stop")
-        wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
+        recorder.enabled_button("Record")
         # What is refused has a line by the main thread, which is the one that a signal would reach.
         self.assertEqual(subprocess.run([binary, "--pause"], env=self.desktop.env, check=False, timeout=20).returncode, 1)
         self.assertEqual(recorder.end(), 0)
@@ -149,10 +149,10 @@ class Folders(RecorderTest):
         shutil.rmtree(recorder.folder)
         recorder.wait_status("The folder is gone", SAID_WITHIN)
         recorder.press("Stop")
-        wait_until(lambda: recorder.button("Record").enabled, "the end of the recording")
+        recorder.enabled_button("Record")
         self.assertRegex(recorder.status, "The folder is gone.*")
         os.mkdir(recorder.folder)
-        recorder.wait_status("Ready")
+        recorder.wait_status("Ready" + OR_MISSED)
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
         shutil.rmtree(recorder.folder)
 
@@ -185,7 +185,7 @@ class Disks(RecorderTest):
         recorder.wait_elapsed(recorder.elapsed + 1)
         began = time.monotonic()
         recorder.click("Stop")
-        wait_until(lambda: recorder.button("Record").enabled, "the end of the recording")
+        recorder.enabled_button("Record")
         self.assertLess(time.monotonic() - began, 1.5)
         self.assertRegex(recorder.status, "The disk does not answer: .*")
         shown = recorder.elapsed
@@ -228,15 +228,15 @@ class Disks(RecorderTest):
         recorder.wait_status("The disk is full.*", SAID_WITHIN)
         self.disk("")
         over = time.monotonic()
-        recorder.wait_status("Recording from .*")
+        recorder.wait_status("Recording from .*" + OR_MISSED)
         self.assertGreater(time.monotonic() - over, 2, "nobody can have read it")
         self.disk("write fail ENOSPC")
         recorder.wait_status("The disk is full.*", SAID_WITHIN)
         recorder.press("Stop")
-        wait_until(lambda: recorder.button("Record").enabled, "the end of the take")
+        recorder.enabled_button("Record")
         self.assertRegex(recorder.status, "The disk is full.*")
         self.disk("")
-        recorder.wait_status("Ready")
+        recorder.wait_status("Ready" + OR_MISSED)
         self.assertAlmostEqual(decoded_seconds(self.one_recording()), recorder.elapsed, delta=0.15)
 
     def test_what_could_not_be_done_is_told_until_the_next_command(self):
@@ -262,7 +262,7 @@ class Disks(RecorderTest):
         recorder = self.start()
         recorder.record()
         recorder.press("Stop")
-        recorder.wait_status("Ready")
+        recorder.enabled_button("Record")
         open_files = len(os.listdir(f"/proc/{recorder.program.pid}/fd"))
         resource.prlimit(recorder.program.pid, resource.RLIMIT_NOFILE, (open_files + 8, open_files + 8))
         recorder.click("Record")
