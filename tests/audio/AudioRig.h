@@ -10,7 +10,6 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/MainLoop.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -26,11 +25,6 @@ protected:
     static std::uint32_t microphone()
     {
         return KTAudioControl::sharedAudioControl()->deviceIDFromName(u"Microphone"_s);
-    }
-    static void writeFile(const QString &path, const QByteArray &bytes)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
 
     const QTemporaryDir folder;

@@ -4,6 +4,7 @@
 #include "KTAudioControl/KTAudioPlayer.h"
 #include "tests/audio/AudioRig.h"
 
+#include <QFile>
 #include <sys/stat.h>
 #include <thread>
 
@@ -28,6 +29,11 @@ protected:
         EXPECT_EQ(player->state(), KTAudioTransportStateStopped);
         if (ended)
             ended();
+    }
+    static void writeFile(const QString &path, const QByteArray &bytes)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
     // Returns when the sound system has the stream.
     void play(const QByteArray &bytes = {})

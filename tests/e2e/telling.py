@@ -247,21 +247,5 @@ class Chooser(TellingTest):
             shutil.rmtree(os.path.join(self.home, ".config"))
 
 
-class Takes(TellingTest):
-    def test_the_finished_take_has_a_menu(self):
-        recorder = self.start()
-        recorder.record()
-        recorder.press("Stop")
-        recorder.wait_status("Ready")
-        self.stand_ins.drain()
-        recorder.wait_for("label", "Output file").click(self.desktop)
-        self.desktop.xdotool("click", "3")
-        wait_until(lambda: recorder.windows() == 2, "the menu")
-        self.desktop.key("Down")
-        self.desktop.key("Down")
-        self.desktop.key("Return")
-        self.stand_ins.expect("shown .*mp3")
-
-
 if __name__ == "__main__":
     main()

@@ -5,12 +5,7 @@
 #include "platform/UserDefaults.h"
 #include "settings/WorkingFolder.h"
 #include "testbed/Waiting.h"
-#include "ui/flip/FlipPermission.h"
-#include "ui/flip/FliprView.h"
-#include "ui/flip/NSWindow_Flipr.h"
-#include "ui/flip/Stage.h"
 
-#include <QAction>
 #include <QDir>
 #include <QLabel>
 #include <QTemporaryDir>
@@ -85,17 +80,6 @@ TEST_F(HBPreferencesWndCtrlTest, AFolderThatCannotBeStoredIsUsedUntilTheSettings
     EXPECT_EQ(settings->dataForKey(u"HBWorkingPathKey"_s), stored);
 }
 
-TEST_F(HBPreferencesWndCtrlTest, OnlyTheTitlesOfMenuItemsAreTaken)
-{
-    const auto config = QSharedPointer<KTMp3LameConfig>::create();
-    controller->setConfig(config);
-    controller->window();
-    QAction item(u"f&ast"_s);
-    controller->encoderEngineQualityChanged(&item);
-    controller->encoderEngineQualityChanged(controller.get());
-    EXPECT_EQ(config->encoderEngineQualityName(), u"fast"_s);
-}
-
 TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndTheDisk)
 {
     static const std::pair<DiskState, QString> disks[]
@@ -121,29 +105,6 @@ TEST_F(HBPreferencesWndCtrlTest, TheEstimateFollowsTheConfigurationTheFolderAndT
     EXPECT_EQ(estimate->text(), u"About 110 MB an hour. The folder is gone."_s);
     controller->setWorkingPathWithURL(makeFolder(u"another"_s));
     EXPECT_EQ(estimate->text(), u"About 110 MB an hour."_s);
-}
-
-TEST_F(HBPreferencesWndCtrlTest, DoneTurnsTheCardBackwards)
-{
-    const auto guard = FlipPermission::judge().replace([] { return true; });
-    Stage stage;
-    QWidget mainWindow;
-    controller->mainWindow = &mainWindow;
-    stage.setCard(controller->window());
-    stage.addCard(&mainWindow);
-    stage.show();
-    controller->doneAction();
-    QWidget *flip = NSWindow_Flipr::flippingWindow();
-    const auto *view = flip->findChild<FliprView *>();
-    ASSERT_TRUE(testbed::waitUntil([&] { return view->animation() && view->animation()->isAnimating(); }));
-    view->animation()->stopAnimation();
-    view->animation()->setCurrentProgress(0.3F);
-    const QImage frame = flip->grab().toImage();
-    const QPoint topLeft = flip->mapFromGlobal(stage.mapToGlobal(stage.cardRect().topLeft()));
-    const auto isCard = [&](int x) { return qAlpha(frame.pixel(topLeft + QPoint(x, 3))) == 255; };
-    // The left side goes away first, and sinks.
-    EXPECT_TRUE(!isCard(130) && isCard(330));
-    NSWindow_Flipr::releaseFlippingWindow();
 }
 
 TEST_F(HBPreferencesWndCtrlTest, AFolderThatIsNotThereIsLookedForAgainWhenItIsNeeded)
