@@ -19,7 +19,6 @@ struct Sound {
     QList<qint16> samples;
 
     qsizetype frames() const { return channels ? samples.size() / channels : 0; }
-    double seconds() const { return rate ? double(frames()) / rate : 0; }
     QByteArray bytes() const;
 };
 

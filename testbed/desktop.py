@@ -89,11 +89,10 @@ class Desktop:
             self._start_bus()
             # A gradient, where compositors look for the ground of a desktop.
             self.ask("hsetroot", "-add", self.background[0], "-add", self.background[1], "-gradient", 0)
-            if self.window_manager:
-                self.spawn(self.window_manager)
-                # It is there before it looks after new windows, which have no focus then: it does what it is asked.
-                does = "xdotool set_num_desktops 1; xprop -root _NET_NUMBER_OF_DESKTOPS | grep -q ' = 1$'"
-                wait_until(lambda: not subprocess.call(does, shell=True, env=self.env, stderr=subprocess.DEVNULL), does)
+            self.spawn(self.window_manager)
+            # It is there before it looks after new windows, which have no focus then: it does what it is asked.
+            does = "xdotool set_num_desktops 1; xprop -root _NET_NUMBER_OF_DESKTOPS | grep -q ' = 1$'"
+            wait_until(lambda: not subprocess.call(does, shell=True, env=self.env, stderr=subprocess.DEVNULL), does)
             if self.compositor:
                 self.spawn(self.compositor)
                 wait_until(lambda: '"picom"' in self.ask("xwininfo", "-root", "-tree"), "a compositor")
@@ -168,9 +167,9 @@ class Desktop:
 
     # the screen and the pointer
 
-    def screenshot(self, path, window="root"):
+    def screenshot(self, path):
         os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
-        self.ask("import", "-silent", "-window", window, path)
+        self.ask("import", "-silent", "-window", "root", path)
 
     def xdotool(self, *arguments):
         return self.ask("xdotool", *arguments)
@@ -203,8 +202,8 @@ class Program:
     def running(self):
         return self.process.poll() is None
 
-    def end(self, sig=signal.SIGTERM):
-        return end_process(self.process, sig)
+    def end(self):
+        return end_process(self.process)
 
     def wait_for_exit(self, deadline=DEADLINE):
         wait_until(lambda: not self.running(), "the program's end", deadline)
@@ -220,36 +219,36 @@ class Program:
                 continue
         return None
 
-    def find(self, role, key, showing=True):
-        """The control of that role whose accessible name or description is `key`; None when there is none."""
-        return next(_matches(self.root(), role, key, showing), None)
+    def find(self, role, key):
+        """The control of that role whose accessible name or description is `key`; None when none is on the screen."""
+        return next(_matches(self.root(), role, key), None)
 
-    def find_all(self, role, showing=True):
-        return list(_matches(self.root(), role, None, showing))
+    def find_all(self, role):
+        return list(_matches(self.root(), role, None))
 
-    def wait_for(self, role, key, deadline=DEADLINE, showing=True):
+    def wait_for(self, role, key, deadline=DEADLINE):
         def look():
             if not self.running():
                 raise Failure(f"the program ended with {self.process.returncode}:\n{self.log()}")
-            return self.find(role, key, showing)
+            return self.find(role, key)
         return wait_until(look, f'{role} "{key}"', deadline)
 
     def wait_gone(self, role, key, deadline=DEADLINE):
         wait_until(lambda: not self.find(role, key), f'{role} "{key}" to go', deadline)
 
 
-def _matches(node, role, key, showing):
+def _matches(node, role, key):
     import pyatspi
     try:
         its_role = node.getRoleName().replace("push button", "button")
         if role in (None, its_role) and key in (None, node.name, node.description):
-            if not showing or node.getState().contains(pyatspi.STATE_SHOWING):
+            if node.getState().contains(pyatspi.STATE_SHOWING):
                 yield Control(node)
         children = list(node)
     except Exception:  # the control went away while it was looked at, or the whole program
         return
     for child in children:
-        yield from _matches(child, role, key, showing)
+        yield from _matches(child, role, key)
 
 
 class Control:

@@ -44,7 +44,6 @@ void RecorderRig::bringTo(RecorderState state)
     if (state == RecorderStatePlayingPaused)
         delegate.pauseAction();
     log.clear();
-    revealed.clear();
     ASSERT_EQ(delegate.state(), state);
 }
 

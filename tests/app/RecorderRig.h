@@ -43,7 +43,6 @@ public:
     LogCapture log;
     int authorization = Authorized;
     QList<platform::Alert> alerts;
-    QList<QUrl> revealed;
     std::optional<QUrl> folderChosen; // what the user answers
     AppDelegate delegate;
 
@@ -53,8 +52,7 @@ private:
     const platform::SeamGuard m_permission = platform::captureAuthorization().replace(this);
     const platform::SeamGuard m_presenter
         = platform::alertPresenter().replace([this](const auto &alert) { alerts.append(alert); });
-    const platform::SeamGuard m_fileManager
-        = platform::fileManager().replace([this](const auto &file) { revealed.append(file); });
+    const platform::SeamGuard m_fileManager = platform::fileManager().replace([](const auto &) { });
     const platform::SeamGuard m_user = platform::folderChooser().replace(
         [this](QWidget *, const auto &, const auto &choice) { choice(folderChosen); });
 };

@@ -194,9 +194,9 @@ public:
     {
         EXPECT_TRUE(waitForReadyRead(5000));
         const QList<QByteArray> told = readAll().simplified().split(' ');
-        EXPECT_LE(told[2].toDouble(), mayLack) << "frames lost or repeated";
+        EXPECT_LE(told[1].toDouble(), mayLack) << "frames lost or repeated";
         EXPECT_TRUE(waitForFinished(5000));
-        return told[1].toDouble();
+        return told[0].toDouble();
     }
 };
 

@@ -6,15 +6,13 @@
 //     capture_child NAME
 //
 // records the device of that name in 16-bit stereo, says "recording" when it has heard half a second, and
-// stops at the first line on its standard input, which it says, too. Then it says what it has: how many
-// frames, the number that the last one carries, how many are lost or repeated before it, and how many frames
-// are silent.
+// stops at the first line on its standard input, which it says, too. Then it says what it has: the number
+// that the last frame carries, and how many are lost or repeated before it.
 
 #include "KTAudioControl/KTAudioControl.h"
 #include "testbed/Waiting.h"
 #include "tests/support/FrameCollector.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <poll.h>
@@ -54,7 +52,6 @@ int main(int argc, char **argv)
     std::fflush(stdout);
     recorder.stopRecord();
     const std::vector<std::uint32_t> frames = collector.frames();
-    std::printf("%zu %u %lld %zu\n", frames.size(), frames.back(), skipped(frames),
-        std::size_t(std::count(frames.begin(), frames.end(), 0U)));
+    std::printf("%u %lld\n", frames.back(), skipped(frames));
     return 0;
 }

@@ -31,15 +31,14 @@ public:
         std::scoped_lock lock(m_mutex);
         return m_bytes;
     }
-    template <typename Sample> std::vector<Sample> samples() const
+    std::vector<std::uint32_t> frames() const
     {
         const std::vector<char> data = bytes();
-        std::vector<Sample> samples(data.size() / sizeof(Sample));
-        if (!samples.empty())
-            std::memcpy(samples.data(), data.data(), samples.size() * sizeof(Sample));
-        return samples;
+        std::vector<std::uint32_t> frames(data.size() / sizeof(std::uint32_t));
+        if (!frames.empty())
+            std::memcpy(frames.data(), data.data(), frames.size() * sizeof(std::uint32_t));
+        return frames;
     }
-    std::vector<std::uint32_t> frames() const { return samples<std::uint32_t>(); }
     std::size_t frameCount() const
     {
         std::scoped_lock lock(m_mutex);
