@@ -260,8 +260,8 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
         setState(RecorderStateRecording);
     } else {
         setProblem(Problem::cannotRecord(Takes::whyNotStarted(*task)));
-        // Where only the file was refused the microphone is open, and the alert may stand for a night. A
-        // server that takes its time for it does not keep the alert waiting.
+        // Where only the file was refused the microphone is open, and the alert may stay up all night. A
+        // server that is slow to close it does not hold up the alert.
         QTimer::singleShot(0, this, [task] { task->stopRecord(); });
         Alerts::failedStartRecording(task->audioStreamBaseDescription());
         // While the alert was up, another attempt may have become the recording.

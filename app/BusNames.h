@@ -5,7 +5,7 @@
 
 #include <QString>
 
-// Under what the card that runs is known on the session bus.
+// The names under which the running card is known on the session bus.
 namespace BusNames {
 
 inline const QString service = QStringLiteral("io.github.flipside_recorder.Flipside");

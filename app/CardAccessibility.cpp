@@ -70,8 +70,8 @@ private:
     QString time() const { return static_cast<TimeLabel *>(object())->text(); }
 };
 
-// The toolkit has no role of a level, and on Linux an indicator is nothing known. A reader that is asked says
-// how far the bar reaches; changes are not told, because they would never end.
+// The toolkit has no role for a level, and on Linux its indicator is unknown. A reader that is asked says how
+// far the bar reaches; changes are not announced, because they would never end.
 class AccessibleMeter : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit AccessibleMeter(LevelMeter *meter)

@@ -28,7 +28,7 @@ constexpr std::array namedCommands = {
     NamedCommand{"quit", Command::Quit, "close the card; a recording is kept up to then"},
 };
 
-// Of the toolkit, which takes one dash or two, and takes its own away afterwards. A session manager uses
+// Options of the toolkit, which accepts one dash or two, and later removes its own. A session manager uses
 // "session" to start the program again.
 constexpr std::array<std::string_view, 12> toolkitOptions
     = {"display", "geometry", "platform", "platformpluginpath", "platformtheme", "plugin", "qwindowgeometry",

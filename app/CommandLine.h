@@ -22,7 +22,7 @@ struct CommandLine {
     // To be printed, and nothing else to be done.
     bool help = false;
     bool version = false;
-    bool forToolkit = false; // something of it is, and the display may be among it
+    bool forToolkit = false; // it has options for the toolkit, which may name the display
     // What is wrong with it; empty when nothing is.
     QByteArray problem;
 

@@ -68,8 +68,8 @@ public:
     explicit RecorderAdaptor(DesktopService *service);
 
 public Q_SLOTS:
-    // The answer, when the command is through, is what is still to come, often nothing; a refusal is an
-    // error.
+    // Answers when the command has been carried out, with what is still to come, often nothing; a refusal is
+    // an error.
     QString Run(const QString &command, const QDBusMessage &message);
     // As Commands::status().
     QVariantMap Status();

@@ -21,12 +21,12 @@ using std::chrono::milliseconds;
 
 namespace {
 
-// With the time that the process itself needs, an answer is had within a second. A card that waits for a
+// With the time that the process itself needs, the answer is there within a second. A card that waits for a
 // sound server is back within 900 ms.
 constexpr milliseconds answeredWithin{980};
 // Without a command there is no hurry, and a card without a bus is only half of one.
 constexpr milliseconds busAnswersACardWithin{2500};
-// Of the second, whatever the start of this process has taken.
+// Kept of that second, however long this process took to start.
 constexpr milliseconds leftForWinner{200};
 
 constexpr std::array statusFields{"state", "elapsed", "device", "file"};
@@ -101,7 +101,7 @@ int exitCode(const CommandLine &line, const CardAnswer &answer)
     }
 }
 
-// The thread that waits for the bus cannot be had back, and without it nothing in this process can use any
+// The thread that waits for the bus will not come back, and without it nothing in this process can use any
 // bus, the toolkit included. A new one is told that there is none.
 [[noreturn]] void startAnewWithoutBus(char **arguments)
 {

@@ -22,7 +22,7 @@ namespace {
 
 // With the watches' own limits, whatever goes wrong is said within two seconds.
 constexpr int interval = 500; // milliseconds
-// Of looking for a file that is missed when nothing else is to be seen after: nothing is at stake.
+// How often a missing file is looked for while there is nothing else to watch: nothing is at stake.
 constexpr int seldom = 5000;
 constexpr std::chrono::milliseconds diskAnswersWithin{1200};
 // A disk that keeps step takes what it is given much faster.

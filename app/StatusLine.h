@@ -82,7 +82,7 @@ private:
     std::uint32_t m_deviceID = 0;
     QString m_replacement; // the device that came in place of the chosen one
     QString m_unopened; // that nothing opens what was to be opened last, as a sentence
-    News m_news = News::Nothing; // goes before what is not as new
+    News m_news = News::Nothing; // told before anything older
     QBasicTimer m_newsTimer;
     QString m_text;
     QString m_topic;

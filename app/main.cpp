@@ -132,8 +132,8 @@ void carryOut(Commands &commands, AppDelegate &delegate, Command command)
 // However the end is asked for.
 void endInOrder(DesktopService &service, AppDelegate &delegate)
 {
-    // The toolkit's own way is taken back by whatever opens before it is gone: a click on a menu that waited
-    // behind the one that closed the card would leave a program that records and has no window.
+    // The toolkit's own way to quit is called off by any window that opens in the meantime: a click on a menu
+    // that waited behind the click that closed the card would leave a program that records and has no window.
     QApplication::setQuitOnLastWindowClosed(false);
     if (delegate.applicationShouldTerminateAfterLastWindowClosed())
         QObject::connect(qApp, &QApplication::lastWindowClosed, [] { QApplication::exit(); });
