@@ -31,8 +31,8 @@ public:
     void pause();
     void resume();
     void stop();
-    // Why the playback that ended last was not heard to its end, in words that end a sentence; empty when it
-    // was.
+    // Why the playback that ended last was not heard to its end, as a phrase to end a sentence with; empty
+    // when it was.
     QString problem() const;
 
     // Created on first use.

@@ -18,9 +18,9 @@ namespace {
 // Beyond every limit, so that the configuration stores its largest bitrate.
 constexpr qint64 largestBitrate = 240000;
 
-// Of a start, in milliseconds, for opening the file: a healthy disk takes a small part of it.
+// Milliseconds of a start that opening the file may take; a healthy disk needs a small part of them.
 constexpr qint64 fileNeeds = 150;
-// For the device. With less, a sound server would be blamed that has no time to answer.
+// The same for the device. With less, a sound server would be blamed for an answer that it has no time for.
 constexpr qint64 deviceNeeds = 300;
 
 constexpr std::uint32_t packedFloat = kAudioFormatFlagIsFloat | kAudioFormatFlagIsPacked;

@@ -54,7 +54,7 @@ public:
     void pauseRecord();
     void resumeRecord();
     void stopRecord();
-    // Why the last start failed, in words that end a sentence; empty when it did not. What the file is
+    // Why the last start failed, as a phrase to end a sentence with; empty when it did not. What the file is
     // refused for in detail the writer says.
     QString startProblem() const { return m_startProblem; }
 

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// As long as a window may be silent. A list that comes later is reported as a change.
+// As long as a window may fail to respond. A list that comes later is reported as a change.
 constexpr auto longestWait = 150ms;
 
 } // namespace

@@ -173,7 +173,7 @@ QString KTAudioRecorder::Private::open(const AudioStreamBasicDescription &format
     if (!m_stream)
         return opened.problem;
     m_formatIsSettled = true;
-    // The first sound waits until the command that began it is through, and with it the file.
+    // The first sound waits until the command that began it is done, and the file is open with it.
     m_queue->releaseAt(std::chrono::steady_clock::now() + longestStart);
     platform::postToMainQueue([weak = std::weak_ptr(m_queue)] {
         if (const auto queue = weak.lock())
@@ -207,8 +207,8 @@ void KTAudioRecorder::Private::captured(const void *data, std::size_t bytes)
         drop(bytes);
 }
 
-// Pieces come fifty times a second, and the log has something better to do while the machine is at its end:
-// one line when it begins, and the sum when the take pauses or ends.
+// Pieces come fifty times a second, and a machine at its limits must not have to log each: one line when it
+// begins, and the sum when the take pauses or ends.
 void KTAudioRecorder::Private::drop(std::size_t bytes)
 {
     if (m_dropped == 0)

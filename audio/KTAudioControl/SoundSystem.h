@@ -69,7 +69,7 @@ public:
     virtual void captureBack() { }
 };
 
-// What came of opening a stream: the stream, or why there is none, in words that end a sentence.
+// What came of opening a stream: the stream, or why there is none, as a phrase to end a sentence with.
 template <typename Stream> struct Opened {
     std::unique_ptr<Stream> stream;
     QString problem;
@@ -98,8 +98,8 @@ public:
     // Fills whole frames, as many as there are at the moment. After fewer than `bytes` it is asked again when
     // more() was called; after the end it is not, and the end is reported when the last frame has been heard.
     virtual PlaybackFill fillPlayback(void *buffer, std::size_t bytes) = 0;
-    // Once, and nothing after it. With why, in words that end a sentence, when it failed: also when the
-    // stream could not be opened, or the server has made no progress for five seconds.
+    // Once, and nothing after it. With the reason, as a phrase to end a sentence with, when it failed: also
+    // when the stream could not be opened, or the server has made no progress for five seconds.
     virtual void playbackEnded(PlaybackEnd end, const QString &problem) = 0;
 };
 
@@ -123,10 +123,11 @@ public:
     virtual DeviceList devices() const = 0;
     // Waits for the first list, or for the certainty that there is no server. Not longer than the deadline.
     virtual void waitForDevices(std::chrono::milliseconds deadline) = 0;
-    // Why there is no device, in words that end a sentence; empty where it is not the server that is missing.
+    // Why there is no device, as a phrase to end a sentence with; empty where it is not the server that is
+    // missing.
     virtual QString problem() const { return {}; }
-    // Called after each change of devices(), and perhaps once for the list that was there before. One listener;
-    // a null function takes it away.
+    // Called after each change of devices(), and perhaps once for the list that was there before. One
+    // listener; a null function takes it away.
     virtual void setDevicesChanged(std::function<void()> changed) = 0;
 
     // Clients outlive their streams, and may be called before these have returned. A capture runs when it is

@@ -21,7 +21,7 @@ class CaptureFeed {
 public:
     // What the server is asked for: short enough for a level meter, long enough to be cheap.
     static constexpr std::chrono::milliseconds fragment{20};
-    // Worth a delivery: a part of whatever whoever takes the sound is woken for.
+    // Worth a delivery: a part of what its receiver is woken for.
     static constexpr std::chrono::milliseconds piece{10};
 
     CaptureFeed(CaptureClient *client, const SampleSpec &spec);

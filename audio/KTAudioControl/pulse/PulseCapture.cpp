@@ -213,7 +213,7 @@ void PulseCapture::askForLoss()
         m_backlog.ask(stream());
 }
 
-// It is not wound up anew by each read, which libpulse needs a system call for.
+// The timer is not restarted at each read, which would cost a system call.
 void PulseCapture::ticked()
 {
     assertOnLoop();

@@ -18,8 +18,8 @@ public:
     // nor is a sound server that restarts and has the same devices within two seconds. Main thread, from the
     // main loop.
     virtual void audioControlInputDeviceChanged(KTAudioControl *control) = 0;
-    // isInputMuted() may say otherwise than before, for one device or more. Comes within a second of the
-    // change, and after the report above where both have changed. Main thread, from the main loop. Optional.
+    // isInputMuted() may answer differently now, for one device or more. Comes within a second of the change,
+    // and after the report above where both have changed. Main thread, from the main loop. Optional.
     virtual void audioControlInputMuteChanged(KTAudioControl *control);
 };
 

@@ -47,7 +47,7 @@ public:
     void pause();
     void resume();
     void stop();
-    // Why the playback that ended last was not heard to its end, in words that end a sentence: "no such
+    // Why the playback that ended last was not heard to its end, as a phrase to end a sentence with: "no such
     // file". Empty when it was, when it was stopped, and while one is under way. Set before its end is
     // reported.
     QString problem() const;

@@ -81,7 +81,7 @@ public:
     // for one data callback at most. Where that is not enough time, silence in the place of lost sound is
     // left out, and then what was captured last, which is missing. The log says how much.
     void finish(QDeadlineTimer deadline);
-    // Why the last start failed, in words that end a sentence; empty when it did not.
+    // Why the last start failed, as a phrase to end a sentence with; empty when it did not.
     QString startProblem() const;
 
     KTAudioRecorder(const KTAudioRecorder &) = delete;
