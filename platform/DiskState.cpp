@@ -22,7 +22,7 @@ DiskState::Folder kindOfFolder(const QByteArray &path)
     return access(path.constData(), W_OK | X_OK) == 0 ? DiskState::Writable : DiskState::NotWritable;
 }
 
-// A file system of no size, as some that are mounted over a network say of themselves, does not know it.
+// Some file systems that are mounted over a network report no size at all: they do not know what is free.
 std::optional<qint64> bytesFree(const QByteArray &path)
 {
     struct statvfs status = {};

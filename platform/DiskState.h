@@ -16,7 +16,7 @@ struct DiskState {
     enum Folder { Missing, NotAFolder, NotWritable, Writable };
 
     Folder folder = Missing;
-    // That this user may still write to the folder's disk. Nothing where there is no folder, and on file
+    // How much this user may still write to the folder's disk. Nothing where there is no folder, and on file
     // systems that do not tell their size.
     std::optional<qint64> bytesFree = {};
     bool fileExists = false;

@@ -229,7 +229,7 @@ void FileWriter::findAgain(std::unique_lock<std::mutex> &lock)
     lock.lock();
     if (!isFound)
         return;
-    // What comes goes behind what is there.
+    // New bytes go behind those that are there.
     m_lost += m_end - written;
     m_offset = std::min(m_offset, written);
     m_end = written;

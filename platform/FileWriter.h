@@ -18,10 +18,9 @@
 
 namespace platform {
 
-// How long the one who gives bytes may wait for the disk: 50 ms at once, and a fifth of the time in the
-// long run. A healthy disk never uses that up, also on a busy computer; with one that needs 20 ms for every
-// write, whoever captures sound soon waits for a part of it only, and again for all of it when the disk is
-// back.
+// How long a caller that writes may wait for the disk: 50 ms at once, and a fifth of the time in the long
+// run. A healthy disk never uses that up, also on a busy computer; with one that needs 20 ms for every write,
+// whoever captures sound soon waits for a part of it only, and again for all of it when the disk is back.
 class Patience {
 public:
     using Clock = std::chrono::steady_clock;

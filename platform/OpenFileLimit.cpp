@@ -34,7 +34,7 @@ bool canOpenMoreFiles(int count)
         return true;
     rlim_t used = 0;
     while (readdir(openFiles.get()))
-        ++used; // with the two names of folders, which stand for the caution that is left
+        ++used; // "." and ".." count as well, which leaves a margin of two
     return used + rlim_t(count) <= limit.rlim_cur;
 }
 

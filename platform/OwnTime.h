@@ -9,14 +9,14 @@
 
 namespace platform {
 
-// The time for which this program has itself been running, as its own looks at something tell. When they are
-// far apart it stood still, and with it all that it takes in: what came meanwhile still waits at the next
+// The time for which this program has itself been running, judged by how often it looked at something. Where
+// its looks are far apart it stood still, and took nothing in: what came meanwhile still waits at the next
 // look, and neither a microphone nor a disk is to blame.
 class OwnTime {
 public:
     using Clock = std::chrono::steady_clock;
 
-    // That counts between two looks. There are at least two a second.
+    // The most that counts between two looks. There are at least two a second.
     static constexpr std::chrono::milliseconds longestStep{600};
 
     // A look at that moment. The time since the first one.

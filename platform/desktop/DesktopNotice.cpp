@@ -51,8 +51,8 @@ QDBusMessage closeNotification(uint id)
     return call;
 }
 
-// A sandbox lets nothing through to the service, and some desktops have none. One that is only slow is not to
-// be asked by another name, too.
+// A sandbox lets nothing through to the service, and some desktops have none. A service that is only slow is
+// not asked a second time, through the portal.
 bool isOutOfReach(const QDBusMessage &answer)
 {
     if (answer.type() == QDBusMessage::ReplyMessage)

@@ -32,8 +32,8 @@ constexpr int charactersOfPlaces = 20;
 constexpr int sizeColumn = 1;
 constexpr int kindColumn = 2;
 
-// What the chooser opens with it asks for on the main thread, so that a disk that does not answer is left to
-// the user.
+// The chooser reads the folder that it opens with on the main thread, so one whose disk does not answer is
+// left for the user to choose.
 bool isThere(const QString &folder, milliseconds deadline)
 {
     return !folder.isEmpty()
@@ -125,7 +125,7 @@ private:
 
     void leaveBehind()
     {
-        static auto *const left = new QSet<QObject *>; // where whoever looks for leaks finds it
+        static auto *const left = new QSet<QObject *>; // where a leak checker finds it
         left->insert(this);
         setParent(nullptr);
     }

@@ -19,7 +19,7 @@ namespace platform {
 
 namespace {
 
-// What ends later may be the browser itself, at the user's wish.
+// What ends later may be the browser itself, closed by the user.
 constexpr std::chrono::seconds failsWithin(10);
 
 } // namespace

@@ -20,7 +20,7 @@ public:
     void open(const QUrl &url);
 
 Q_SIGNALS:
-    // Something is to be opened; what became of the one before is of the past.
+    // Something else is to be opened; what became of the one before no longer matters.
     void asked();
     // The log has it already.
     void nothingOpened(const QUrl &url);

@@ -29,7 +29,7 @@ QString connectionName(int number)
 
 std::atomic<int> connecting = 0;
 
-// The library's end would wait for its own thread, and with it for the bus.
+// An orderly exit would wait for the library's thread, and with it for the bus.
 void leaveSilentBusBehind()
 {
     if (connecting > 0)

@@ -31,7 +31,7 @@ QVariantMap valuesIn(const QString &path)
     return values;
 }
 
-// Itself, or where it would come to be.
+// The path, or the nearest folder on the way to it that exists.
 QString existing(QString path)
 {
     while (!QFileInfo::exists(path) && !QDir(path).isRoot())

@@ -27,7 +27,7 @@ namespace {
 constexpr uint suspend = 4;
 
 constexpr std::chrono::seconds systemAnswersWithin(2);
-// One that is to start first needs a while.
+// A service that has to be started first needs a while.
 constexpr std::chrono::seconds portalAnswersWithin(10);
 
 struct SleepService {
