@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString configDataKey = u"HBConfigDataKey"_s;
-// Data where it stands for a path; put into words where it is shown.
+// English where it stands for a path, translated where it is shown.
 constexpr const char *noWorkingPath
     = QT_TRANSLATE_NOOP("HBPreferencesWndCtrl", "Please select a location to save the recording");
 constexpr std::chrono::seconds diskAnswersWithin(1);
@@ -141,7 +141,7 @@ QString HBPreferencesWndCtrl::recordingEstimate() const
 QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) const
 {
     if (m_diskIsSilent)
-        return tr("Waiting for the disk."); // its folder stands above
+        return tr("Waiting for the disk."); // the card names its folder above
     if (!m_disk)
         return {};
     switch (m_disk->folder) {

@@ -15,9 +15,10 @@ using platform::LateAnswer;
 namespace {
 
 const QString workingPathKey = u"HBWorkingPathKey"_s;
-// As long as a window may be silent.
+// As long as a window may fail to respond.
 constexpr std::chrono::milliseconds moment(150);
-// Then the disk may have been mounted anew, which lets nobody go who asked before.
+// After that it is asked again: the disk may have been mounted anew, which does not release an earlier
+// question.
 constexpr std::chrono::seconds patience(20);
 
 QByteArray storedToken()
@@ -64,7 +65,7 @@ void WorkingFolder::restore()
 
 void WorkingFolder::look(const QString &path)
 {
-    // Whoever does not answer keeps a thread: one is enough, for as long as it may still be let go.
+    // A disk that does not answer holds a thread: one is enough, for as long as it may still answer.
     if (m_search.isPending() && m_askedFor == path && !m_askAgain.hasExpired())
         return;
     m_askedFor = path;
