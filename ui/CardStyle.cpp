@@ -176,8 +176,8 @@ const Colours &colours()
 
 void setHighContrast(bool wanted)
 {
-    const Colours *const wish = wanted ? &high : &usual;
-    if (std::exchange(current, wish) == wish)
+    const Colours *const chosen = wanted ? &high : &usual;
+    if (std::exchange(current, chosen) == chosen)
         return;
     usePalette();
     const auto widgets = QApplication::allWidgets();

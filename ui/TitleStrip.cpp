@@ -72,8 +72,8 @@ QRect TitleStrip::titleRoom() const
     return rect().adjusted(side, 0, -side, 0);
 }
 
-// The window's says of the card that is up whether a recording runs. When a flip begins, it is the other
-// card's already.
+// The window's title also tells whether a recording runs. When a flip begins it is already the title of the
+// other card.
 QString TitleStrip::title() const
 {
     const QString own = parentWidget()->windowTitle();
