@@ -58,24 +58,24 @@ def sheet(pictures, path, columns):
 
 
 def main():
-    wish = arguments()
-    missing = [font for font in wish.fonts if not installed(font)]
+    options = arguments()
+    missing = [font for font in options.fonts if not installed(font)]
     if missing:
         sys.exit(f"not installed: {', '.join(missing)}")
-    os.makedirs(wish.folder, exist_ok=True)
-    largest = max(wish.scales) * min(2, max(wish.sizes) / 10)
+    os.makedirs(options.folder, exist_ok=True)
+    largest = max(options.scales) * min(2, max(options.sizes) / 10)
     screen = [int((side + 200) * largest) for side in CARD]
-    with Desk(wish.binary, screen, wish.ground) as desk:
-        if wish.path:
-            desk.choose_folder(wish.path)
-        for scale in wish.scales:
+    with Desk(options.binary, screen, options.ground) as desk:
+        if options.path:
+            desk.choose_folder(options.path)
+        for scale in options.scales:
             pictures = []
-            for font, language, size in itertools.product(wish.fonts, wish.languages, wish.sizes):
-                with desk.program(font, size, scale, wish.mirrored, wish.high_contrast, language):
+            for font, language, size in itertools.product(options.fonts, options.languages, options.sizes):
+                with desk.program(font, size, scale, options.mirrored, options.high_contrast, language):
                     name = f"{font}-{language}-{size:g}-{scale:g}x".replace(" ", "")
-                    pictures += both_cards(desk, wish.folder, name)
-            path = os.path.join(wish.folder, f"sheet-{scale:g}x.png")
-            sheet(pictures, path, 2 * min(3, len(wish.sizes)))
+                    pictures += both_cards(desk, options.folder, name)
+            path = os.path.join(options.folder, f"sheet-{scale:g}x.png")
+            sheet(pictures, path, 2 * min(3, len(options.sizes)))
             print(path)
 
 

@@ -222,12 +222,12 @@ def arguments():
 
 
 def main():
-    wish = arguments()
-    with Desk(wish.binary, SCREEN) as desk, tempfile.TemporaryDirectory() as folder:
-        measuring = Measuring(desk, wish.high_contrast, wish.pictures or folder)
+    options = arguments()
+    with Desk(options.binary, SCREEN) as desk, tempfile.TemporaryDirectory() as folder:
+        measuring = Measuring(desk, options.high_contrast, options.pictures or folder)
         desk.choose_folder("Music")
         for side in (main_card, preferences):
-            with desk.program(wish.font, wish.size, SCALE, high_contrast=wish.high_contrast):
+            with desk.program(options.font, options.size, SCALE, high_contrast=options.high_contrast):
                 side(measuring)
     if measuring.failed:
         sys.exit(f"\n{measuring.failed} pairs have too little contrast")
