@@ -231,7 +231,12 @@ class Program:
             if not self.running():
                 raise Failure(f"the program ended with {self.process.returncode}:\n{self.log()}")
             return self.find(role, key)
-        return wait_until(look, f'{role} "{key}"', deadline)
+        try:
+            return wait_until(look, f'{role} "{key}"', deadline)
+        except Failure as failure:
+            import pyatspi
+            names = [application and application.name for application in pyatspi.Registry.getDesktop(0)]
+            raise Failure(f"{failure}; programs that can be seen: {names}; log:\n{self.log()[-2000:]}") from None
 
     def wait_gone(self, role, key, deadline=DEADLINE):
         wait_until(lambda: not self.find(role, key), f'{role} "{key}" to go', deadline)
