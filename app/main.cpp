@@ -173,6 +173,7 @@ int showCard(Commands &commands, AppDelegate &delegate, Command command)
 
 int main(int argc, char **argv)
 {
+    platform::keepStandardStreams();
     platform::neverWaitForLog();
     const CommandLine line = CommandLine::parse({argv + 1, std::size_t(argc - 1)});
     if (const auto code = answerAtOnce(line))

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <mutex>
 #include <poll.h>
 #include <unistd.h>
@@ -52,6 +53,15 @@ void write(QtMsgType type, const QMessageLogContext &context, const QString &tex
 }
 
 } // namespace
+
+void keepStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        // The lowest number that is free is this one.
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", O_RDONLY);
+    }
+}
 
 void neverWaitForLog()
 {

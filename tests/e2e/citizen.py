@@ -197,6 +197,13 @@ class CommandLine(CardTest):
         self.wait_state("idle")
         self.assertEqual(first.wait_for_exit(5), 0)
 
+    def test_a_card_without_standard_streams_stays_the_only_one(self):
+        card = self.desktop.start(["sh", "-c", 'exec "$0" <&- >&- 2>&-', self.binary], self.environment)
+        self.addCleanup(card.end)
+        self.wait_state("idle")
+        self.refused("--pause", "cannot pause: ")  # and the card has a line for its log
+        self.assertEqual(self.state(), "idle")
+
     def test_what_needs_no_card_needs_no_display(self):
         for arguments, code, said in ((["--version"], 0, r"flipside \d"), (["--help"], 0, "Usage: "),
                                       (["--status"], 3, "not-running\t-\t-\t-\n$"), (["--quit"], 3, ".*no card is open"),
