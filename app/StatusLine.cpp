@@ -241,9 +241,11 @@ bool StatusLine::isProblemTold(const Troubles &troubles, const QString &wrong) c
         return false;
     if (m_news == News::Problem)
         return true;
-    if (m_state != RecorderStateIdle || m_news == News::Replacement || m_delegate->currentDevice().isEmpty())
+    if (m_state != RecorderStateIdle || m_news == News::Replacement)
         return false;
-    return m_unopened.isEmpty() ? !troubles.muted && troubles.diskProblem.isEmpty() : wrong.isEmpty();
+    // That there is no device is in the box of the device as well; why there is none is not.
+    return m_unopened.isEmpty() ? !troubles.muted && troubles.diskProblem.isEmpty()
+                                : wrong.isEmpty() && !m_delegate->currentDevice().isEmpty();
 }
 
 Troubles StatusLine::troubles()

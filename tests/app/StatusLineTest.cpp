@@ -170,6 +170,9 @@ TEST_F(StatusLineTest, TellsADeviceThatTookThePlaceOfTheChosenOneAfterATakeAndBe
     EXPECT_TRUE(testbed::waitUntil([&] { return status.text().startsWith(u"Cannot play"_s); }));
     sound->setDevices(QStringList{u"Monitor"_s});
     EXPECT_TRUE(testbed::waitUntil([&] { return status.text() == u"Input device is now Monitor"_s; }));
+    sound->setDevices(QStringList());
+    EXPECT_TRUE(testbed::waitUntil([&] { return status.text() == u"No input device"_s; }));
+    EXPECT_TRUE(testbed::waitUntil([&] { return status.text().startsWith(u"Cannot play"_s); }));
 }
 
 TEST_F(StatusLineTest, ADiskThatNeverAnswersConcernsOneRecordingOnly)
