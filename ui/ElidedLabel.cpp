@@ -2,11 +2,21 @@
 // SPDX-License-Identifier: MIT
 
 #include "ui/ElidedLabel.h"
+
+#include "ui/CardStyle.h"
 #include "ui/TextDisplay.h"
 
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
+
+namespace {
+
+// Above and below, for letters that hang deeper than the font says, or come from another font: Arabic and
+// Indian ones do both.
+constexpr int roomForTails = 3;
+
+} // namespace
 
 ElidedLabel::ElidedLabel(QWidget *parent)
     : QLabel(parent)
@@ -47,7 +57,7 @@ QSize ElidedLabel::sizeHint() const
 
 QSize ElidedLabel::minimumSizeHint() const
 {
-    return {0, fontMetrics().height()};
+    return {0, fontMetrics().height() + 2 * CardStyle::scaled(roomForTails)};
 }
 
 QRect ElidedLabel::textRect() const

@@ -119,6 +119,15 @@ TEST(ElidedLabel, ShowsAnyTextInOneLineAndKeepsItWhole)
     }
 }
 
+TEST(ElidedLabel, CutsNoTailOff)
+{
+    ElidedLabel label(QStringLiteral("\u0645\u0643\u062a\u0648\u0645"));
+    label.resize(label.sizeHint());
+    const QImage picture = label.grab().toImage();
+    const QRect edge(0, 0, picture.width(), 1);
+    EXPECT_EQ(picture.copy(edge.translated(0, picture.height() - 1)), picture.copy(edge));
+}
+
 TEST(StatusLabel, ShowsAWarningThatIsALittleTooLongWhole)
 {
     const CardWindow card; // which brings the fonts
