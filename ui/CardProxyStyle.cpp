@@ -195,7 +195,9 @@ QSize CardProxyStyle::sizeFromContents(
         const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
         if (item && item->menuItemType == QStyleOptionMenuItem::Separator)
             return {contents.width(), scaled(11)};
-        return {contents.width() + scaled(2 * 26), contents.height() + scaled(12)};
+        if (!item)
+            return contents;
+        return {contents.width() + 2 * ControlPaint::menuItemIndent(*item), contents.height() + scaled(12)};
     }
     default:
         return QProxyStyle::sizeFromContents(type, option, contents, widget);

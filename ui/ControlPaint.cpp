@@ -23,7 +23,8 @@ using CardStyle::scaled;
 constexpr double checkRadius = 4;
 constexpr double grooveHeight = 2;
 constexpr double filledHeight = 4;
-constexpr int menuIndent = 26;
+constexpr int menuIndent = 10;
+constexpr int tickedMenuIndent = 26;
 constexpr int menuItemRadius = 5;
 constexpr int menuTick = 14;
 constexpr int hoverLighter = 118;
@@ -159,6 +160,11 @@ void slider(QPainter &painter, const QStyleOptionSlider &option, const QRectF &h
     painter.fillPath(knob, inState(colours().text, option, 100));
 }
 
+int menuItemIndent(const QStyleOptionMenuItem &item)
+{
+    return scaled(item.menuHasCheckableItems ? tickedMenuIndent : menuIndent);
+}
+
 void menuItem(QPainter &painter, const QStyleOptionMenuItem &item)
 {
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
@@ -170,7 +176,7 @@ void menuItem(QPainter &painter, const QStyleOptionMenuItem &item)
     if (isSelected)
         box(painter, item.rect, scaled(menuItemRadius), colours().done, {});
     const QColor ink = isSelected ? QColor(Qt::white) : colours().text;
-    const int indent = scaled(menuIndent);
+    const int indent = menuItemIndent(item);
     const auto visual
         = [&item](const QRect &place) { return QStyle::visualRect(item.direction, item.rect, place); };
     if (item.checked) {

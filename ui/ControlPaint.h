@@ -37,5 +37,7 @@ void field(QPainter &painter, const QRectF &frame, bool enabled = true);
 void checkBox(QPainter &painter, const QStyleOption &option);
 void slider(QPainter &painter, const QStyleOptionSlider &option, const QRectF &handle);
 void menuItem(QPainter &painter, const QStyleOptionMenuItem &item);
+// What is free at each side of an item's text: enough for a tick where the menu has any.
+int menuItemIndent(const QStyleOptionMenuItem &item);
 
 } // namespace ControlPaint
