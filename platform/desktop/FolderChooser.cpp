@@ -12,6 +12,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QSet>
 #include <QStandardPaths>
 #include <QTreeView>
@@ -29,8 +30,10 @@ constexpr milliseconds beginningKnownWithin{125};
 constexpr milliseconds wantedAnswersWithin{75}; // of that, so that the user's music is asked for as well
 constexpr int charactersOfPlaces = 20;
 // Of the toolkit's list of files.
+constexpr int nameColumn = 0;
 constexpr int sizeColumn = 1;
 constexpr int kindColumn = 2;
+constexpr int dateColumn = 3;
 
 // The chooser reads the folder that it opens with on the main thread, so one whose disk does not answer is
 // left for the user to choose.
@@ -104,6 +107,8 @@ private:
         if (auto *const folders = findChild<QTreeView *>(QStringLiteral("treeView"))) {
             folders->hideColumn(sizeColumn);
             folders->hideColumn(kindColumn);
+            folders->header()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
+            folders->header()->setSectionResizeMode(dateColumn, QHeaderView::ResizeToContents);
         }
     }
 
