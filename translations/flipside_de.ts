@@ -400,7 +400,7 @@
     </message>
     <message>
         <source>Cannot play %1: %2</source>
-        <translation>Wiedergabe von %1 nicht möglich: %2</translation>
+        <translation>%1 nicht abspielbar: %2</translation>
     </message>
 </context>
 <context>
@@ -446,7 +446,7 @@
     </message>
     <message>
         <source>no such file</source>
-        <translation>die Datei gibt es nicht</translation>
+        <translation>die Datei fehlt</translation>
     </message>
     <message>
         <source>not a regular file</source>
@@ -458,7 +458,7 @@
     </message>
     <message>
         <source>no MPEG audio in it</source>
-        <translation>sie enthält kein MPEG-Audio</translation>
+        <translation>kein MPEG-Audio darin</translation>
     </message>
     <message>
         <source>the disk does not answer</source>

@@ -446,7 +446,7 @@
     </message>
     <message>
         <source>no such file</source>
-        <translation>el archivo no existe</translation>
+        <translation>no existe</translation>
     </message>
     <message>
         <source>not a regular file</source>
@@ -458,7 +458,7 @@
     </message>
     <message>
         <source>no MPEG audio in it</source>
-        <translation>no contiene audio MPEG</translation>
+        <translation>sin audio MPEG</translation>
     </message>
     <message>
         <source>the disk does not answer</source>

@@ -446,7 +446,7 @@
     </message>
     <message>
         <source>no such file</source>
-        <translation>ce fichier n’existe pas</translation>
+        <translation>introuvable</translation>
     </message>
     <message>
         <source>not a regular file</source>
@@ -458,7 +458,7 @@
     </message>
     <message>
         <source>no MPEG audio in it</source>
-        <translation>il ne contient pas d’audio MPEG</translation>
+        <translation>sans audio MPEG</translation>
     </message>
     <message>
         <source>the disk does not answer</source>
