@@ -98,11 +98,11 @@
     </message>
     <message>
         <source>Engine</source>
-        <translation>Verfahren</translation>
+        <translation>Encoder</translation>
     </message>
     <message>
         <source>Engine quality</source>
-        <translation>Qualität des Verfahrens</translation>
+        <translation>Qualität des Encoders</translation>
     </message>
     <message>
         <source>VBR</source>
@@ -250,7 +250,7 @@
     </message>
     <message>
         <source>The folder is not writable.</source>
-        <translation>In den Ordner kann nicht geschrieben werden.</translation>
+        <translation>Der Ordner ist schreibgeschützt.</translation>
     </message>
     <message>
         <source>Choose a folder for your recordings</source>
@@ -422,7 +422,7 @@
     </message>
     <message>
         <source>the file cannot be opened</source>
-        <translation>die Datei kann nicht geöffnet werden</translation>
+        <translation>die Datei lässt sich nicht öffnen</translation>
     </message>
     <message>
         <source>it is being recorded from already</source>
@@ -442,7 +442,7 @@
     </message>
     <message>
         <source>there is no room for a thread</source>
-        <translation>für einen weiteren Thread ist kein Platz</translation>
+        <translation>kein Platz für einen weiteren Thread</translation>
     </message>
     <message>
         <source>no such file</source>
@@ -450,7 +450,7 @@
     </message>
     <message>
         <source>not a regular file</source>
-        <translation>das ist keine gewöhnliche Datei</translation>
+        <translation>keine gewöhnliche Datei</translation>
     </message>
     <message>
         <source>the file is empty</source>
@@ -470,7 +470,7 @@
     </message>
     <message>
         <source>there is no room for a connection to the sound server</source>
-        <translation>für eine Verbindung zum Soundserver ist kein Platz</translation>
+        <translation>kein Platz für eine Verbindung zum Soundserver</translation>
     </message>
     <message>
         <source>Access denied</source>
@@ -494,7 +494,7 @@
     </message>
     <message>
         <source>there is no sound server: %1</source>
-        <translation>es gibt keinen Soundserver: %1</translation>
+        <translation>kein Soundserver: %1</translation>
     </message>
     <message>
         <source>the sound server makes no progress</source>
@@ -502,11 +502,11 @@
     </message>
     <message>
         <source>the stream cannot be made: %1</source>
-        <translation>der Tonstrom kann nicht angelegt werden: %1</translation>
+        <translation>kein Tonstrom: %1</translation>
     </message>
     <message>
         <source>the stream cannot be connected: %1</source>
-        <translation>der Tonstrom kann nicht verbunden werden: %1</translation>
+        <translation>Tonstrom ohne Verbindung: %1</translation>
     </message>
     <message>
         <source>the sound server says: %1</source>
@@ -530,7 +530,7 @@
     </message>
     <message>
         <source>the folder is not writable</source>
-        <translation>in den Ordner kann nicht geschrieben werden</translation>
+        <translation>der Ordner ist schreibgeschützt</translation>
     </message>
     <message>
         <source>the folder is gone</source>
@@ -542,7 +542,7 @@
     </message>
     <message>
         <source>another program writes this file</source>
-        <translation>ein anderes Programm schreibt in diese Datei</translation>
+        <translation>ein anderes Programm schreibt die Datei</translation>
     </message>
     <message>
         <source>too many files are open</source>

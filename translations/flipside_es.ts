@@ -400,7 +400,7 @@
     </message>
     <message>
         <source>Cannot play %1: %2</source>
-        <translation>No se puede reproducir %1: %2</translation>
+        <translation>%1 no reproducible: %2</translation>
     </message>
 </context>
 <context>
@@ -470,7 +470,7 @@
     </message>
     <message>
         <source>there is no room for a connection to the sound server</source>
-        <translation>no hay sitio para una conexión con el servidor de sonido</translation>
+        <translation>sin sitio para conectar con el servidor de sonido</translation>
     </message>
     <message>
         <source>Access denied</source>

@@ -250,7 +250,7 @@
     </message>
     <message>
         <source>The folder is not writable.</source>
-        <translation>Le dossier n’est pas accessible en écriture.</translation>
+        <translation>Le dossier est protégé en écriture.</translation>
     </message>
     <message>
         <source>Choose a folder for your recordings</source>
@@ -400,7 +400,7 @@
     </message>
     <message>
         <source>Cannot play %1: %2</source>
-        <translation>Impossible de lire %1&#xa0;: %2</translation>
+        <translation>%1 illisible&#xa0;: %2</translation>
     </message>
 </context>
 <context>
@@ -426,7 +426,7 @@
     </message>
     <message>
         <source>it is being recorded from already</source>
-        <translation>ce périphérique est déjà en cours d’enregistrement</translation>
+        <translation>ce périphérique enregistre déjà</translation>
     </message>
     <message>
         <source>a folder is being chosen already</source>
@@ -442,7 +442,7 @@
     </message>
     <message>
         <source>there is no room for a thread</source>
-        <translation>il n’y a plus de place pour un fil d’exécution</translation>
+        <translation>plus de place pour un fil d’exécution</translation>
     </message>
     <message>
         <source>no such file</source>
@@ -470,7 +470,7 @@
     </message>
     <message>
         <source>there is no room for a connection to the sound server</source>
-        <translation>il n’y a plus de place pour une connexion au serveur de son</translation>
+        <translation>plus de place pour se connecter au serveur de son</translation>
     </message>
     <message>
         <source>Access denied</source>
@@ -494,7 +494,7 @@
     </message>
     <message>
         <source>there is no sound server: %1</source>
-        <translation>il n’y a pas de serveur de son&#xa0;: %1</translation>
+        <translation>pas de serveur de son&#xa0;: %1</translation>
     </message>
     <message>
         <source>the sound server makes no progress</source>
@@ -502,11 +502,11 @@
     </message>
     <message>
         <source>the stream cannot be made: %1</source>
-        <translation>le flux ne peut pas être créé&#xa0;: %1</translation>
+        <translation>pas de flux&#xa0;: %1</translation>
     </message>
     <message>
         <source>the stream cannot be connected: %1</source>
-        <translation>le flux ne peut pas être connecté&#xa0;: %1</translation>
+        <translation>flux sans connexion&#xa0;: %1</translation>
     </message>
     <message>
         <source>the sound server says: %1</source>
@@ -530,7 +530,7 @@
     </message>
     <message>
         <source>the folder is not writable</source>
-        <translation>le dossier n’est pas accessible en écriture</translation>
+        <translation>le dossier est protégé en écriture</translation>
     </message>
     <message>
         <source>the folder is gone</source>

@@ -12,8 +12,8 @@ TEST(ForPeople, AReasonIsPutIntoWordsWithWhatALibrarySaysAboutIt)
 {
     const testbed::Speaking german(u"flipside_de"_s);
     for (const auto &[reason, words] : {std::pair{"the disk is full", u"der Datenträger ist voll"_s},
-             {"there is no sound server: Timeout", u"es gibt keinen Soundserver: Zeitüberschreitung"_s},
-             {"there is no sound server: Too: odd", u"es gibt keinen Soundserver: Too: odd"_s},
+             {"there is no sound server: Timeout", u"kein Soundserver: Zeitüberschreitung"_s},
+             {"there is no sound server: Too: odd", u"kein Soundserver: Too: odd"_s},
              {"not known: at all", u"not known: at all"_s}, {"", u""_s}})
         EXPECT_EQ(platform::inWords(QString::fromUtf8(reason)), words);
 }
