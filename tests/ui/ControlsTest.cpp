@@ -12,6 +12,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
+#include <QMenu>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
@@ -117,6 +118,16 @@ TEST(ElidedLabel, ShowsAnyTextInOneLineAndKeepsItWhole)
         EXPECT_FALSE(line.contains(u'\n') || line.contains(QChar(0x202e)));
         EXPECT_FALSE(label.toolTip().isEmpty() || label.toolTip().contains(QStringLiteral("<b>")));
     }
+}
+
+TEST(CardProxyStyle, KeepsAColumnForTicksOnlyInMenusThatHaveAny)
+{
+    const CardWindow card; // which brings the style
+    QMenu plain;
+    QMenu ticked;
+    for (QMenu *const menu : {&plain, &ticked})
+        menu->addAction(QStringLiteral("standard"))->setCheckable(menu == &ticked);
+    EXPECT_LT(plain.sizeHint().width(), ticked.sizeHint().width());
 }
 
 TEST(ElidedLabel, CutsNoTailOff)
