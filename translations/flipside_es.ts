@@ -161,7 +161,7 @@
     <name>HBPreferencesWndCtrl</name>
     <message>
         <source>Recordings are saved in</source>
-        <translation>Las grabaciones se guardan en</translation>
+        <translation>Carpeta de grabaciones</translation>
     </message>
     <message>
         <source>Choose…</source>

@@ -14,8 +14,8 @@
 namespace testbed {
 
 // Speaks a language of the program while it lives; without a name a made up one, of which no word has a
-// letter of English. Its letters are wide, and all but long sentences have more of them: texts take about two
-// fifths more room than the English ones, long sentences a sixth.
+// letter of English. Its letters are wide, and all but long sentences have more of them: texts take about a
+// third more room than the English ones, long sentences a sixth.
 class Speaking : public QTranslator {
 public:
     static QStringList languages()
@@ -50,7 +50,7 @@ private:
         for (auto found = letter.match(text); found.hasMatch(); found = letter.match(text))
             text[found.capturedStart()]
                 = QChar(text[found.capturedStart()].toLower().unicode() - u'a' + u'à');
-        return english.size() < 40 ? text + QString(english.size() / 5, u'ö') : text;
+        return english.size() < 40 ? text + QString(english.size() / 8, u'ö') : text;
     }
 
     const bool m_isMadeUp;
