@@ -200,7 +200,8 @@ void AppDelegate::recordAction(QObject *)
 }
 
 // The state is read here and not when the button was pressed: of two quick presses the second finds the
-// recording that the first one has started.
+// recording that the first one has started. While a folder is asked for the recording is that of the answer,
+// which would cut off any other, also where the folder has come back by itself.
 void AppDelegate::recordWithAccess()
 {
     QElapsedTimer looking;
@@ -211,7 +212,7 @@ void AppDelegate::recordWithAccess()
         setState(RecorderStateRecording);
     } else if (m_state != RecorderStateIdle) {
         qCWarning(lcApp, "Current state can not start record.");
-    } else if (preferencesWndCtrl()->workingPathExist()) {
+    } else if (!m_folderRequest.isOpen() && preferencesWndCtrl()->workingPathExist()) {
         startRecord(longestStart - std::chrono::milliseconds(looking.elapsed()));
     } else {
         selectWorkingPathWithCompleteHandler([self = QPointer(this)](bool chosen) {
@@ -257,6 +258,9 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
     task->setDelegate(this);
     if (task->startRecord(QDeadlineTimer(patience))) {
         Alerts::dismiss();
+        // Begun while the folder was chosen: with its end the recording would count as ended, too.
+        if (isPlaying(m_state))
+            playTask()->stop();
         setState(RecorderStateRecording);
     } else {
         setProblem(Problem::cannotRecord(Takes::whyNotStarted(*task)));

@@ -162,6 +162,27 @@ TEST_F(AppDelegateTest, StartsAfterAChoiceOfFolderWhateverTheStateIsByThen)
     EXPECT_EQ(QFileInfo(delegate.currentOutputFile()).path(), home.path());
 }
 
+// By keys of the desktop, which a chooser does not keep off: each would cut the other off.
+TEST_F(AppDelegateTest, NeitherRecordsBehindAChooserNorPlaysBesideTheRecordingThatItStarts)
+{
+    bringTo(RecorderStateRecording);
+    delegate.stopAction();
+    platform::FolderChoice choose;
+    const auto user = platform::folderChooser().replace(
+        [&](QWidget *, const auto &, const auto &choice) { choose ? choice({}) : void(choose = choice); });
+    const QString missing = home.filePath(u"missing"_s);
+    delegate.preferencesWndCtrl()->setWorkingPathWithURL(QUrl::fromLocalFile(missing));
+    record();
+    EXPECT_TRUE(QDir().mkdir(missing));
+    record();
+    EXPECT_EQ(delegate.state(), RecorderStateIdle);
+    delegate.playAction();
+    choose(QUrl::fromLocalFile(home.path()));
+    testbed::turnMainLoop();
+    EXPECT_EQ(delegate.state(), RecorderStateRecording);
+    EXPECT_EQ(delegate.playTask()->audioPlayer()->state(), KTAudioTransportStateStopped);
+}
+
 // The chooser that is open is of the preferences, and the request was answered with nothing at once.
 TEST_F(AppDelegateTest, PromisesNoStartWhileAFolderIsChosenForSomethingElse)
 {
