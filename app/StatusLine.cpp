@@ -63,12 +63,10 @@ StatusLine::StatusLine(AppDelegate *delegate, SoundWatch *sound, QObject *parent
     connect(delegate, &AppDelegate::currentDeviceReplaced, this, &StatusLine::followReplacedDevice);
     connect(delegate, &AppDelegate::inputMuteChanged, this, &StatusLine::refresh);
     connect(delegate, &AppDelegate::problemChanged, this, &StatusLine::followProblem);
-    connect(delegate, &AppDelegate::choosingFolderChanged, this, &StatusLine::refresh);
+    connect(delegate, &AppDelegate::recordingTaskChanged, this, &StatusLine::followTake);
+    connect(delegate, &AppDelegate::choosingFolderChanged, this, &StatusLine::forgetOpening);
     platform::Opener &opener = platform::Opener::shared();
-    connect(&opener, &platform::Opener::asked, this, [this] {
-        m_unopened.clear();
-        refresh();
-    });
+    connect(&opener, &platform::Opener::asked, this, &StatusLine::forgetOpening);
     connect(&opener, &platform::Opener::nothingOpened, this, &StatusLine::followOpening);
     followState();
 }
@@ -81,10 +79,6 @@ void StatusLine::followState()
         if (previous != RecorderStateRecordingPaused) {
             m_device = m_delegate->currentDevice();
             m_deviceID = KTAudioControl::sharedAudioControl()->deviceIDFromName(m_device);
-            m_disk = DiskWatch();
-            m_question.cancel();
-            m_diskIsSilent = false;
-            m_diskProblem.clear();
         }
         m_disk.start(steady_clock::now());
     }
@@ -98,6 +92,15 @@ void StatusLine::followState()
         tellFirst(News::Replacement);
     else
         refresh();
+}
+
+// The take before it is not looked for any more, also when the new one cannot be started.
+void StatusLine::followTake()
+{
+    m_disk = DiskWatch();
+    m_question.cancel();
+    m_diskIsSilent = false;
+    m_diskProblem.clear();
 }
 
 void StatusLine::followReplacedDevice()
@@ -119,6 +122,12 @@ void StatusLine::followOpening(const QUrl &unopened)
 {
     m_unopened = tr("Nothing opens %1").arg(unopened.toDisplayString(QUrl::PreferLocalFile));
     tellProblem();
+}
+
+void StatusLine::forgetOpening()
+{
+    m_unopened.clear();
+    refresh();
 }
 
 void StatusLine::tellProblem()

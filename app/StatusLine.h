@@ -45,12 +45,14 @@ protected:
 
 private:
     void followState();
+    void followTake();
     void lookAtDisk();
     void judgeDisk(const platform::DiskState &disk);
     void refresh();
     void followReplacedDevice();
     void followProblem();
     void followOpening(const QUrl &unopened);
+    void forgetOpening();
     void tellProblem();
     QString problem() const;
     enum class News { Nothing, Replacement, Problem };

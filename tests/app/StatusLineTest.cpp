@@ -152,6 +152,9 @@ TEST_F(StatusLineTest, NeverSaysReadyOverARecordingThatLacksSomething)
     Q_EMIT platform::Opener::shared().nothingOpened(QUrl::fromLocalFile(u"/takes"_s));
     EXPECT_EQ(status.text(), u"Nothing opens /takes"_s);
     EXPECT_TRUE(testbed::waitUntil([&] { return status.text() == lack; })) << "told until the next command";
+    Q_EMIT platform::Opener::shared().nothingOpened(QUrl::fromLocalFile(u"/takes"_s));
+    Q_EMIT delegate.choosingFolderChanged();
+    EXPECT_EQ(status.text(), lack);
     record();
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
 }
@@ -197,6 +200,12 @@ TEST_F(StatusLineTest, ADiskThatNeverAnswersConcernsOneRecordingOnly)
     record();
     EXPECT_EQ(status.text(), u"Recording from Microphone"_s);
     EXPECT_TRUE(says(u"The folder is gone"_s));
+    // Nor is a take that went away looked for any more when the next one cannot be started.
+    delegate.stopAction();
+    sound->setRefuseStarts(true);
+    record();
+    delegate.pauseAction();
+    EXPECT_EQ(status.text(), u"Ready"_s);
     opened->set_value();
 }
 
