@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QDBusServiceWatcher>
 #include <QPointer>
 #include <algorithm>
 #include <chrono>
@@ -75,6 +76,15 @@ public:
     }
 
 protected:
+    // Whoever has agreed is gone, or somebody has come who was not asked.
+    void beginAnew()
+    {
+        if (m_state == State::Asking)
+            return; // which an error ends
+        m_state = State::Released;
+        settle();
+    }
+
     virtual void ask() = 0; // leads to answered()
     virtual void release() = 0;
 
@@ -116,6 +126,9 @@ public:
         , m_bus(bus)
         , m_service(service)
     {
+        const auto changes = QDBusServiceWatcher::WatchForOwnerChange;
+        auto *const watcher = new QDBusServiceWatcher(service.name, bus, changes, this);
+        connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] { beginAnew(); });
     }
 
 private:

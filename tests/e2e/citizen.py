@@ -346,6 +346,9 @@ class Buses(CardTest):
                 services = self.service(bus, service)
                 card = self.card("--record")
                 services.expect(awake)
+                end_process(services.process)
+                services = self.service(bus, service)  # started anew, it knows of nobody
+                services.expect(awake)
                 self.flipside("--pause")
                 if released:
                     services.expect(released)
