@@ -66,6 +66,9 @@ void PreferencesCard::bindControls()
     });
 
     bind(m_ui->workingFolder, "text", m_controller, u"workingFolderText"_s);
+    // Where no folder is known the path is a request to choose one.
+    bind(m_ui->showFolder, m_controller, u"workingPath"_s,
+        [this](const QVariant &path) { m_ui->showFolder->setEnabled(path.toString().startsWith(u'/')); });
     bind(m_ui->estimate, m_controller, u"recordingEstimate"_s, [this](const QVariant &sentence) {
         m_ui->estimate->setText(sentence.toString());
         if (const auto config = m_controller->config())

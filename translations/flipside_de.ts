@@ -126,7 +126,7 @@
     </message>
     <message>
         <source>%1kbps</source>
-        <translation>%1 kbit/s</translation>
+        <translation>%1&#xa0;kbit/s</translation>
     </message>
     <message>
         <source>How much time the encoder takes (Alt+E)</source>
@@ -557,15 +557,15 @@
     <name>RecordingEstimate</name>
     <message>
         <source>About %1 MB an hour.</source>
-        <translation>Etwa %1 MB pro Stunde.</translation>
+        <translation>Etwa %1&#xa0;MB pro Stunde.</translation>
     </message>
     <message>
         <source>A recording sets the bitrate to %1kbps when it starts: %2 MB an hour.</source>
-        <translation>Beim Start setzt eine Aufnahme die Bitrate auf %1 kbit/s: %2 MB pro Stunde.</translation>
+        <translation>Beim Start setzt eine Aufnahme die Bitrate auf %1&#xa0;kbit/s: %2&#xa0;MB pro Stunde.</translation>
     </message>
     <message>
         <source>A recording sets the bitrate to %1kbps when it starts: about %2 MB an hour.</source>
-        <translation>Beim Start setzt eine Aufnahme die Bitrate auf %1 kbit/s: etwa %2 MB pro Stunde.</translation>
+        <translation>Beim Start setzt eine Aufnahme die Bitrate auf %1&#xa0;kbit/s: etwa %2&#xa0;MB pro Stunde.</translation>
     </message>
     <message>
         <source>This disk is full.</source>

@@ -126,7 +126,7 @@
     </message>
     <message>
         <source>%1kbps</source>
-        <translation>%1 kbit/s</translation>
+        <translation>%1&#xa0;kbit/s</translation>
     </message>
     <message>
         <source>How much time the encoder takes (Alt+E)</source>
@@ -557,15 +557,15 @@
     <name>RecordingEstimate</name>
     <message>
         <source>About %1 MB an hour.</source>
-        <translation>Unos %1 MB por hora.</translation>
+        <translation>Unos %1&#xa0;MB por hora.</translation>
     </message>
     <message>
         <source>A recording sets the bitrate to %1kbps when it starts: %2 MB an hour.</source>
-        <translation>Al empezar, una grabación fija la tasa en %1 kbit/s: %2 MB por hora.</translation>
+        <translation>Al empezar, una grabación fija la tasa en %1&#xa0;kbit/s: %2&#xa0;MB por hora.</translation>
     </message>
     <message>
         <source>A recording sets the bitrate to %1kbps when it starts: about %2 MB an hour.</source>
-        <translation>Al empezar, una grabación fija la tasa en %1 kbit/s: unos %2 MB por hora.</translation>
+        <translation>Al empezar, una grabación fija la tasa en %1&#xa0;kbit/s: unos %2&#xa0;MB por hora.</translation>
     </message>
     <message>
         <source>This disk is full.</source>

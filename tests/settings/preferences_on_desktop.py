@@ -46,7 +46,7 @@ class Preferences(RecorderTest):
         self.choose_from_menu(recorder, "VBR mode", "alt+v", "Down", "Down", "Return", title="fast")
         self.desktop.key("alt+b")
         self.tab_reaches(recorder, "Bitrate target", "Bitrate", "Restrict encoder to constant bitrate",
-                         "Engine quality", "Choose folder", "Show folder",
+                         "Engine quality", "Choose folder",
                          "Show each recording in the file manager", "Done", "Bitrate target")
         recorder.wait_for("label", "Bitrate")
         recorder.wait_for("slider", "Bitrate").set_value(100)
