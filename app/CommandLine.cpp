@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <string_view>
 
@@ -108,7 +109,9 @@ int CommandLine::print(const QByteArray &text)
     std::fputs(text.constData(), stdout);
     if (std::fflush(stdout) == 0)
         return ExitCode::Done;
-    std::perror("flipside");
+    // Whoever reads no more is told no more.
+    if (errno != EPIPE)
+        std::perror("flipside");
     return ExitCode::Refused;
 }
 
