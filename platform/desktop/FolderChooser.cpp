@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QScreen>
 #include <QSet>
 #include <QStandardPaths>
 #include <QTreeView>
@@ -29,8 +30,9 @@ constexpr milliseconds diskTellsWithin{50};
 constexpr milliseconds beginningKnownWithin{125};
 constexpr milliseconds wantedAnswersWithin{75}; // of that, so that the user's music is asked for as well
 constexpr int charactersOfPlaces = 20;
+// At most; its frame has to be seen as well.
+constexpr double shareOfScreen = 0.9;
 // Of the toolkit's list of files.
-constexpr int nameColumn = 0;
 constexpr int sizeColumn = 1;
 constexpr int kindColumn = 2;
 constexpr int dateColumn = 3;
@@ -72,6 +74,7 @@ public:
         connect(qApp, &QCoreApplication::aboutToQuit, this, &FolderSheet::leaveBehind);
         setSidebarUrls(places());
         showWhatFoldersNeed();
+        resize(sizeHint().boundedTo(window->screen()->availableSize() * shareOfScreen));
     }
 
     ~FolderSheet() override { answer({}); }
@@ -107,8 +110,8 @@ private:
         if (auto *const folders = findChild<QTreeView *>(QStringLiteral("treeView"))) {
             folders->hideColumn(sizeColumn);
             folders->hideColumn(kindColumn);
-            folders->header()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
-            folders->header()->setSectionResizeMode(dateColumn, QHeaderView::ResizeToContents);
+            folders->hideColumn(dateColumn);
+            folders->header()->setSectionResizeMode(QHeaderView::Stretch);
         }
     }
 
