@@ -9,6 +9,7 @@
 #include <QFontInfo>
 #include <QGridLayout>
 #include <QPalette>
+#include <QScreen>
 #include <QToolTip>
 #include <QWidget>
 #include <algorithm>
@@ -22,11 +23,25 @@ namespace {
 constexpr double usualFontPixels = 13.34;
 constexpr double largestUsualFontPixels = 15;
 constexpr double largestTextScale = 2.0;
+// Below it nobody could read the card.
+constexpr double smallestTextScale = 0.75;
+// In pixels, for the shadow at one side: some window managers take it for a part of the window.
+constexpr int besideCard = 40;
 
-double measuredTextScale()
+double wantedTextScale()
 {
     const double pixels = QFontInfo(QApplication::font()).pixelSize();
     return pixels <= largestUsualFontPixels ? 1 : std::min(pixels / usualFontPixels, largestTextScale);
+}
+
+double measuredTextScale()
+{
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return wantedTextScale();
+    const QSize room = screen->availableSize() - QSize(besideCard, besideCard);
+    const double fitting = std::min(double(room.width()) / cardWidth, double(room.height()) / cardHeight);
+    return std::min(wantedTextScale(), std::max(fitting, smallestTextScale));
 }
 
 constexpr Colours usual{

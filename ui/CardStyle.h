@@ -54,8 +54,8 @@ void setHighContrast(bool high);
 // Makes the application dark, whatever theme the desktop has. Done once, by the first card at the latest.
 void install();
 
-// 1 for the usual desktop fonts (up to 15 pixels), up to 2 for a user who asked for larger
-// text.
+// 1 for the usual desktop fonts (up to 15 pixels), up to 2 for a user who asked for larger text. Less where the
+// screen, as it is at the start, would not hold the card.
 double textScale();
 int scaled(double points);
 // Converts the lengths of a layout from Designer, and of everything inside it, from points to pixels:

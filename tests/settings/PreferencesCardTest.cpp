@@ -11,6 +11,8 @@
 #include "ui/ElidedLabel.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QScreen>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -39,6 +41,16 @@ void expectRoomForTexts(const QWidget *card)
 
 class PreferencesCardTest : public testing::Test {
 protected:
+    // The first card measures the text, and chooses the font after it.
+    static void SetUpTestSuite()
+    {
+        static bool isMeasured = false;
+        QFont text = QApplication::font();
+        text.setPixelSize(std::max(11, qEnvironmentVariableIntValue("FLIPSIDE_TEST_TEXT")));
+        if (!std::exchange(isMeasured, true))
+            QApplication::setFont(text);
+    }
+
     // With all that the estimate can say.
     void showCard()
     {
@@ -47,6 +59,7 @@ protected:
         controller.config()->setEncoderTarget(
             KTMp3LameConfig::BitrateTarget); // which has the longest estimate
         card->show();
+        EXPECT_EQ(card->size().boundedTo(card->screen()->availableSize()), card->size());
         const QString alone = RecordingEstimate(*controller.config()).rateSentence();
         EXPECT_TRUE(testbed::waitUntil([&] { return controller.recordingEstimate() != alone; }));
     }
