@@ -32,9 +32,6 @@ BESIDE, ABOVE = [(160, 33), (190, 33), (270, 33), (300, 33)], [(100, -6), (360, 
 NARROW = 0.46
 """Part of a flip for which the card may be away from a place beside the axis. Half a flip is longer, and windows
 are exchanged further apart than that."""
-SHORTEST_NARROW = 40
-"""Milliseconds for which it is away from the place nearest to the axis. A frame that a busy machine shows for longer may
-stand in their place."""
 ENOUGH = 2
 """Places beside the axis of which something must have been seen."""
 JUDGED_WITHIN = 50
@@ -97,27 +94,27 @@ class Looks:
 
     def judge(self, forward, duration, longest):
         """Whether enough was seen; fails when that is wrong. The milliseconds are those that the program gave for the flip
-        and for its longest frame, in whose place something may have been out of sight."""
+        and for its longest frame. What was not seen at all is no fault yet: a compositor that gets no processor shows
+        nothing of it, and the program cannot know."""
         if any(self.times(place, is_black) for place in BESIDE + ABOVE):
             raise Failure("a window without content was seen")
         judged = [place for place in BESIDE if self.judge_place(place, duration, longest)]
-        return self.judge_direction(forward, duration, longest) and len(judged) >= ENOUGH
+        return self.judge_direction(forward) and len(judged) >= ENOUGH
 
     def judge_place(self, place, duration, longest):
         away = self.times(place, lambda colour: not is_card(colour))
-        if not away and longest > SHORTEST_NARROW:
+        if not away:
             return False
-        if (not away or away[-1] - away[0] > NARROW * duration + longest or away[0] == self.begin
-                or away[-1] == self.end):
+        if away[-1] - away[0] > NARROW * duration + longest or away[0] == self.begin or away[-1] == self.end:
             raise Failure(f"the card was away from {place} at {away}")
         return True
 
-    def judge_direction(self, forward, duration, longest):
+    def judge_direction(self, forward):
         left, right = (self.times(place, is_card) for place in ABOVE)
         first, second = (left, right) if forward else (right, left)
-        if not (first and second) and longest > duration / 5:
+        if not (first and second):
             return False
-        if not first or not second or first[-1] > second[0]:
+        if first[-1] > second[0]:
             raise Failure(f"the card reached above itself at {left} on the left, at {right} on the right")
         return True
 
