@@ -36,6 +36,9 @@ void DiskWatch::look(
     const platform::DiskState &disk, qint64 bytesToCome, std::chrono::milliseconds recorded, TimePoint moment)
 {
     const auto now = m_time.at(moment);
+    // The file may well be written all the same. If not, its writer knows why.
+    if (disk.folder == platform::DiskState::Unknown)
+        return;
     if (disk.fileSize != m_size)
         m_lastGrowth = now;
     m_size = disk.fileSize;

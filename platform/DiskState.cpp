@@ -4,6 +4,7 @@
 #include "platform/DiskState.h"
 
 #include <QFile>
+#include <cerrno>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -12,11 +13,19 @@ namespace platform {
 
 namespace {
 
+// No other error says so.
+bool isNothingThere(int error)
+{
+    return error == ENOENT || error == ENOTDIR;
+}
+
 DiskState::Folder kindOfFolder(const QByteArray &path)
 {
     struct stat status = {};
-    if (!path.startsWith('/') || stat(path.constData(), &status) != 0)
+    if (!path.startsWith('/'))
         return DiskState::Missing;
+    if (stat(path.constData(), &status) != 0)
+        return isNothingThere(errno) ? DiskState::Missing : DiskState::Unknown;
     if (!S_ISDIR(status.st_mode))
         return DiskState::NotAFolder;
     return access(path.constData(), W_OK | X_OK) == 0 ? DiskState::Writable : DiskState::NotWritable;
@@ -38,10 +47,13 @@ DiskState askDisk(const QString &folder, const QString &fileName)
     if (!state.folderExists())
         return state;
     state.bytesFree = bytesFree(path);
+    if (fileName.isEmpty())
+        return state;
     struct stat file = {};
-    state.fileExists
-        = !fileName.isEmpty() && stat((path + '/' + QFile::encodeName(fileName)).constData(), &file) == 0;
+    state.fileExists = stat((path + '/' + QFile::encodeName(fileName)).constData(), &file) == 0;
     state.fileSize = file.st_size;
+    if (!state.fileExists && !isNothingThere(errno))
+        state.folder = DiskState::Unknown;
     return state;
 }
 

@@ -13,7 +13,8 @@ namespace platform {
 
 // What a disk says about a folder, and about one file in it.
 struct DiskState {
-    enum Folder { Missing, NotAFolder, NotWritable, Writable };
+    // Unknown: the disk reports an error, or the way to the folder, or to the file, is closed to this user.
+    enum Folder { Missing, NotAFolder, NotWritable, Writable, Unknown };
 
     Folder folder = Missing;
     // How much this user may still write to the folder's disk. Nothing where there is no folder, and on file

@@ -152,6 +152,7 @@ QString HBPreferencesWndCtrl::roomSentence(const RecordingEstimate &estimate) co
     case platform::DiskState::NotWritable:
         return tr("The folder is not writable.");
     case platform::DiskState::Writable:
+    case platform::DiskState::Unknown:
         break;
     }
     return m_disk->bytesFree ? estimate.roomSentence(*m_disk->bytesFree) : QString();

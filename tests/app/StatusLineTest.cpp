@@ -58,6 +58,8 @@ TEST(DiskWatch, JudgesTheWorstThatItSeesAndMeasuresTheRateOnceThereIsEnoughToMea
     EXPECT_EQ(judged(fileOf(megabyte / 10, 0), 20901ms), Disk::Full);
     EXPECT_EQ(judged(fileOf(megabyte / 10 + 1, {}), 20901ms), Disk::Fine) << "nobody knows how much there is";
     EXPECT_EQ(platform::questionToDisk(u"/proc"_s)().bytesFree, std::nullopt);
+    EXPECT_EQ(judged(platform::questionToDisk(u'/' + QString(300, u'x'))(), 20901ms), Disk::Fine)
+        << "the disk says nothing but that the name is too long";
     EXPECT_EQ(judged({.folder = DiskState::Writable}, 21s), Disk::FileGone);
     EXPECT_EQ(judged({}, 21s), Disk::FolderGone);
 }
