@@ -12,6 +12,8 @@ namespace {
 
 // Reads over which the usual lag is averaged: about a second.
 constexpr int memory = 50;
+// From so many on it is known.
+constexpr int enough = 10;
 
 std::chrono::nanoseconds read(clockid_t clock)
 {
@@ -109,6 +111,15 @@ CaptureClock::Loss CaptureClock::ask(const Moment &now, const Moment &upTo, std:
     m_frames += frames;
     m_settledAt += frames;
     return {frames, gap.cause()};
+}
+
+std::chrono::nanoseconds CaptureClock::behind(const Moment &now, std::int64_t waitingFrames) const
+{
+    if (m_reads < enough)
+        return {};
+    const std::chrono::duration<double> time(lag(now) - double(waitingFrames) / m_rate - m_usualLag);
+    return time < smallestLoss ? std::chrono::nanoseconds(0)
+                               : std::chrono::duration_cast<std::chrono::nanoseconds>(time);
 }
 
 CaptureClock::Loss CaptureClock::unheard(const Moment &upTo) const

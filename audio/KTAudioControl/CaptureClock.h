@@ -57,6 +57,9 @@ public:
     // What the last interruption has cost of the sound up to a moment, which is that of the server's answer,
     // or earlier. Also for one that still goes on.
     Loss ask(const Moment &now, const Moment &upTo, std::int64_t waitingFrames);
+    // For how long before a moment nothing had been captured for this stream that is read or waits then,
+    // beyond what it usually lags behind: a server that stood still has not looked at its device yet.
+    std::chrono::nanoseconds behind(const Moment &now, std::int64_t waitingFrames) const;
     // What was said since the beginning and up to a moment, when nothing was read and nothing of it will
     // come.
     Loss unheard(const Moment &upTo) const;

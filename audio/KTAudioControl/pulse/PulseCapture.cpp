@@ -237,9 +237,19 @@ void PulseCapture::backlogKnown()
         connection().start(m_askLater, settled);
     if (goesOn && !m_pause)
         return; // it is asked again when that is over
-    const bool lost = judge(m_pause ? m_pressed : m_backlog.moment(), m_backlog.waiting());
+    const qint64 waiting = m_backlog.waiting();
+    const bool lost = judge(m_pause ? m_pressed : m_backlog.moment(), waiting);
     if (m_pause)
-        cutAt(lost ? m_pressed : m_backlog.moment());
+        cutAt(lost ? m_pressed : capturedUpTo(waiting));
+}
+
+// The server answers for what it has looked at, which after a time in which it stood still is not all that
+// its device has by then.
+Moment PulseCapture::capturedUpTo(qint64 waiting) const
+{
+    const qint64 kept = m_backlog.knowsInside() ? 0 : m_backlog.inside();
+    return m_backlog.moment().before(
+        m_clock.behind(m_backlog.moment(), (waiting + kept) / spec().bytesPerFrame()));
 }
 
 // What is lost up to that moment is lost after all that waits: the server had no room for it.
@@ -274,13 +284,13 @@ void PulseCapture::pause(std::shared_ptr<Answer> paused, const Moment &pressed)
 }
 
 // With all that waits comes what was still inside the device at the press, and without what was captured
-// between the press and the server's answer.
-void PulseCapture::cutAt(const Moment &answered)
+// after the press and waits. Where the server has not looked so far, what is to come belongs to it as well.
+void PulseCapture::cutAt(const Moment &captured)
 {
     using std::chrono::duration_cast, std::chrono::microseconds;
-    const auto since
-        = std::max(duration_cast<microseconds>(answered.steady - m_pressed.steady), microseconds(0));
-    m_feed.cutAfter(std::max<qint64>(0, m_backlog.waiting() + m_backlog.inside() - spec().bytesIn(since)));
+    const auto since = duration_cast<microseconds>(captured.steady - m_pressed.steady);
+    const qint64 later = since.count() < 0 ? -qint64(spec().bytesIn(-since)) : qint64(spec().bytesIn(since));
+    m_feed.cutAfter(std::max<qint64>(0, m_backlog.waiting() + m_backlog.inside() - later));
     cutWhenReached();
 }
 

@@ -47,7 +47,8 @@ private:
     void ticked();
     void backlogKnown();
     bool judge(const Moment &upTo, qint64 waiting);
-    void cutAt(const Moment &answered);
+    Moment capturedUpTo(qint64 waiting) const;
+    void cutAt(const Moment &captured);
     void cutWhenReached();
     void lookAtPause();
     void cutNow();
