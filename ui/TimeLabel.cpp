@@ -10,6 +10,7 @@
 #include <QFontMetricsF>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTextLayout>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +23,17 @@ bool haveSameCells(const QString &one, const QString &other)
 {
     const auto fits = [](QChar a, QChar b) { return a == b || (a.isDigit() && b.isDigit()); };
     return std::equal(one.begin(), one.end(), other.begin(), other.end(), fits);
+}
+
+QGlyphRun shapeOf(QChar character, const QFont &font)
+{
+    QTextLayout layout(character, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(QWIDGETSIZE_MAX);
+    line.setPosition(QPointF(0, -line.ascent()));
+    layout.endLayout();
+    return layout.glyphRuns().value(0);
 }
 
 } // namespace
@@ -41,7 +53,8 @@ void TimeLabel::measure()
     m_measures = {};
     m_measures.overhang = -metrics.maxWidth();
     for (const QChar character : u"0123456789:."_s) {
-        const double width = m_measures.widths[character] = metrics.horizontalAdvance(character);
+        const double width = metrics.horizontalAdvance(character);
+        m_measures.characters[character] = {width, shapeOf(character, font())};
         if (character.isDigit())
             m_measures.digitWidth = std::max(m_measures.digitWidth, width);
         m_measures.overhang = std::max(
@@ -57,7 +70,8 @@ void TimeLabel::placeCells()
 {
     m_edges = {0};
     for (const QChar character : std::as_const(m_text)) {
-        const double width = character.isDigit() ? m_measures.digitWidth : m_measures.widths.value(character);
+        const double width
+            = character.isDigit() ? m_measures.digitWidth : m_measures.characters.value(character).width;
         m_edges.append(m_edges.last() + width);
     }
     updateGeometry();
@@ -127,9 +141,9 @@ void TimeLabel::paintEvent(QPaintEvent *event)
     for (qsizetype i = 0; i < m_text.size(); ++i) {
         if (!cell(i).intersects(event->rect()))
             continue;
-        const QChar character = m_text[i];
-        const double spare = m_edges[i + 1] - m_edges[i] - m_measures.widths.value(character);
-        const double y = character == u':' ? baseline - m_measures.colonLift : baseline;
-        painter.drawText(QPointF(m_edges[i] + (spare - m_edges.last()) / 2, y), QString(character));
+        const auto [width, shape] = m_measures.characters.value(m_text[i]);
+        const double spare = m_edges[i + 1] - m_edges[i] - width;
+        const double y = m_text[i] == u':' ? baseline - m_measures.colonLift : baseline;
+        painter.drawGlyphRun(QPointF(m_edges[i] + (spare - m_edges.last()) / 2, y), shape);
     }
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QGlyphRun>
 #include <QHash>
 #include <QWidget>
 
@@ -29,9 +30,14 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    // Shaped once: that costs more than to draw it.
+    struct Character {
+        double width = 0;
+        QGlyphRun shape; // from its left end of the baseline
+    };
     // Of the label's font.
     struct Measures {
-        QHash<QChar, double> widths;
+        QHash<QChar, Character> characters;
         double digitWidth = 0; // of the widest digit
         double overhang = 0; // how far a character may reach beyond its cell; below zero, it stays within
         double capHeight = 0;
