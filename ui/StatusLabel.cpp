@@ -9,6 +9,7 @@
 #include "ui/IconPaths.h"
 #include "ui/TextDisplay.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
@@ -105,16 +106,20 @@ QColor StatusLabel::markColour() const
     return m_mark == RecordingMark ? CardStyle::colours().recordMark : palette().color(foregroundRole());
 }
 
-void StatusLabel::paintEvent(QPaintEvent *)
+// To lay out the text costs more than all else; where the mark alone blinks, nothing else is drawn.
+void StatusLabel::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRect text = textRect();
-    paintText(painter, text);
+    if (!m_markPlace.toAlignedRect().contains(event->rect())) {
+        const QRect text = textRect();
+        paintText(painter, text);
+        m_markPlace = m_mark == NoMark ? QRectF() : markRect(text);
+    }
     if (m_mark == NoMark)
         return;
     painter.setOpacity(m_dimmed ? dimmedOpacity : 1);
-    ControlPaint::icon(painter, markRect(text), pathOf(m_mark), markColour());
+    ControlPaint::icon(painter, m_markPlace, pathOf(m_mark), markColour());
 }
 
 void StatusLabel::startOrStopTimer()
@@ -154,5 +159,5 @@ void StatusLabel::timerEvent(QTimerEvent *event)
     if (event->timerId() != m_timer.timerId())
         return ElidedLabel::timerEvent(event);
     m_dimmed = !m_dimmed;
-    update(markRect(textRect()).toAlignedRect());
+    update(m_markPlace.toAlignedRect());
 }

@@ -8,8 +8,8 @@
 #include <QBasicTimer>
 
 // A text with a mark before it that shows at a glance, and not by its colour alone, what the text is about.
-// Both stand together where the label's alignment puts them. A text that is too long is smaller, up to a point,
-// because no word of it is to spare. Screen readers are told the text only.
+// Both stand together where the label's alignment puts them. A text that is too long is smaller, up to a
+// point, because no word of it is to spare. Screen readers are told the text only.
 class StatusLabel : public ElidedLabel {
     Q_OBJECT
     Q_PROPERTY(Mark mark READ mark WRITE setMark NOTIFY markChanged)
@@ -51,5 +51,6 @@ private:
 
     Mark m_mark = NoMark;
     bool m_dimmed = false;
+    QRectF m_markPlace; // where it was drawn last
     QBasicTimer m_timer;
 };
