@@ -75,11 +75,7 @@ void CardWindow::paintGround(QPainter &painter, const QWidget *control, const QR
     while (card->parentWidget() && !qobject_cast<const CardWindow *>(card))
         card = card->parentWidget();
     const QPoint corner = control->mapTo(card, QPoint(0, 0));
-    painter.save();
-    painter.translate(-corner);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.fillRect(part.translated(corner).adjusted(-1, -1, 1, 1), groundOf(card->rect()));
-    painter.restore();
+    painter.fillRect(part.adjusted(-1, -1, 1, 1), groundOf(QRectF(-corner, card->size())));
 }
 
 void CardWindow::showEvent(QShowEvent *event)

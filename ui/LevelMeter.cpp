@@ -28,9 +28,9 @@ constexpr QColor green{0x3f, 0xa4, 0x5c};
 constexpr QColor yellow{0xf0, 0xc2, 0x2f};
 
 // Green up to -18 dB, where speech belongs, yellow at -9 dB, and red for the last few.
-QLinearGradient gradient(const QRectF &track)
+QLinearGradient gradient(double width)
 {
-    QLinearGradient colours(track.topLeft(), track.topRight());
+    QLinearGradient colours(0, 0, width, 0);
     const auto at = [](float decibels) { return 1 - decibels / LevelBallistics::floorDecibels; };
     colours.setColorAt(0, green);
     colours.setColorAt(at(-18), green);
@@ -148,23 +148,23 @@ void LevelMeter::advance()
 {
     const auto elapsed = std::min(std::chrono::milliseconds(m_sinceLast.restart()), longestStep);
     const std::array<float, 2> peaks = m_running && m_source ? m_source() : std::array<float, 2>{};
+    const double ratio = devicePixelRatioF();
     for (int channel = 0; channel < 2; ++channel) {
         m_bars[channel].ballistics.advance(peaks[channel], elapsed);
-        refresh(channel);
+        refresh(channel, ratio);
     }
 }
 
 // What has changed of the bar is drawn anew, and nothing else.
-void LevelMeter::refresh(int channel)
+void LevelMeter::refresh(int channel, double ratio)
 {
     Bar &bar = m_bars[channel];
-    const double ratio = devicePixelRatioF();
     const QRectF track = barRectangle(channel);
-    const int lit = qRound(bar.ballistics.position() * width() * ratio);
-    const auto [least, most] = std::minmax({lit, std::exchange(bar.litPixels, lit)});
+    const double lit = qRound(bar.ballistics.position() * width() * ratio) / ratio;
+    const auto [least, most] = std::minmax({lit, std::exchange(bar.lit, lit)});
     if (least != most) {
-        const double left = least / ratio - track.height() / 2; // with the round end of the shorter one
-        drawAnew(QRectF(left, track.top(), most / ratio - left, track.height()));
+        const double left = least - track.height() / 2; // with the round end of the shorter one
+        drawAnew(QRectF(left, track.top(), most - left, track.height()));
     }
     const bool clips = bar.ballistics.isClipping();
     if (std::exchange(bar.clips, clips) != clips)
@@ -189,27 +189,27 @@ void LevelMeter::paintEvent(QPaintEvent *event)
     CardWindow::paintGround(painter, this, event->rect());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
+    const QBrush light = gradient(width());
     for (int channel = 0; channel < 2; ++channel) {
         const QRectF track = barRectangle(channel);
         if (event->region().intersects(track.toAlignedRect()))
-            paintBar(painter, track, m_bars[channel]);
+            paintBar(painter, track, m_bars[channel], light);
     }
 }
 
 // The round ends belong to the track: a bar shorter than they are is clipped by them.
-void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar) const
+void LevelMeter::paintBar(QPainter &painter, const QRectF &track, const Bar &bar, const QBrush &light) const
 {
     const double radius = track.height() / 2;
     painter.setBrush(trackColour);
     painter.drawRoundedRect(track, radius, radius);
-    const double lit = bar.litPixels / devicePixelRatioF();
-    if (lit > 0) {
-        painter.setBrush(gradient(track));
-        const bool isShort = lit < 2 * radius;
+    if (bar.lit > 0) {
+        painter.setBrush(light);
+        const bool isShort = bar.lit < 2 * radius;
         if (isShort)
-            painter.setClipRect(QRectF(track.topLeft(), QSizeF(lit, track.height())));
+            painter.setClipRect(QRectF(track.topLeft(), QSizeF(bar.lit, track.height())));
         painter.drawRoundedRect(
-            QRectF(track.topLeft(), QSizeF(std::max(lit, 2 * radius), track.height())), radius, radius);
+            QRectF(track.topLeft(), QSizeF(std::max(bar.lit, 2 * radius), track.height())), radius, radius);
         if (isShort)
             painter.setClipping(false);
     }

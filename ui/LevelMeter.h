@@ -43,7 +43,7 @@ protected:
 private:
     struct Bar {
         LevelBallistics ballistics;
-        int litPixels = 0; // of the screen, not of the card: what a repaint would change
+        double lit = 0; // its length, to a pixel of the screen: what a repaint would change
         bool clips = false;
     };
 
@@ -52,10 +52,10 @@ private:
     void watchWindow();
     void startOrStopTimer();
     void advance();
-    void refresh(int channel);
+    void refresh(int channel, double ratio);
     void drawAnew(const QRectF &part);
     QRectF barRectangle(int channel) const;
-    void paintBar(QPainter &painter, const QRectF &track, const Bar &bar) const;
+    void paintBar(QPainter &painter, const QRectF &track, const Bar &bar, const QBrush &light) const;
 
     Source m_source;
     bool m_running = false;
