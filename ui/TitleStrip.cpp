@@ -73,17 +73,22 @@ QRect TitleStrip::titleRoom() const
 }
 
 // The window's title also tells whether a recording runs. When a flip begins it is already the title of the
-// other card.
-QString TitleStrip::title() const
+// other card, and this one goes on saying what it said.
+void TitleStrip::followTitle()
 {
     const QString own = parentWidget()->windowTitle();
     const QString shown = window()->windowTitle();
-    return shown.contains(own) ? shown : own;
+    if (shown.contains(own))
+        m_title = shown;
+    else if (!m_title.contains(own))
+        m_title = own;
+    update(titleRoom());
 }
 
 void TitleStrip::showEvent(QShowEvent *)
 {
     window()->installEventFilter(this);
+    followTitle();
 }
 
 void TitleStrip::paintEvent(QPaintEvent *)
@@ -92,7 +97,7 @@ void TitleStrip::paintEvent(QPaintEvent *)
     painter.setFont(CardStyle::font(CardStyle::labelFontSize, QFont::DemiBold));
     painter.setPen(CardStyle::colours().label);
     const QRect room = titleRoom();
-    const QString text = painter.fontMetrics().elidedText(title(), Qt::ElideRight, room.width());
+    const QString text = painter.fontMetrics().elidedText(m_title, Qt::ElideRight, room.width());
     painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, text);
 }
 
@@ -135,6 +140,6 @@ void TitleStrip::dragTo(const QPoint &globalPosition)
 bool TitleStrip::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::WindowTitleChange)
-        update(titleRoom());
+        followTitle();
     return QWidget::eventFilter(watched, event);
 }

@@ -37,10 +37,11 @@ protected:
 private:
     void dragTo(const QPoint &globalPosition);
     QRect titleRoom() const;
-    QString title() const;
+    void followTitle();
 
     QHBoxLayout *m_tools;
     QHBoxLayout *m_windowButtons;
+    QString m_title; // as it is shown
     IconButton *m_minimise = nullptr;
     IconButton *m_close = nullptr;
     // The window's position minus the pointer's, while the left button is down on the strip.

@@ -67,6 +67,7 @@ TEST_F(CardWindowTest, KeepsItsTitleWhenAnotherIsAboutToTurnUp)
     back.setWindowTitle(QStringLiteral("Back"));
     stage.addCard(&front);
     stage.show();
+    stage.setWindowTitle(QStringLiteral("Recording - Front"));
     const QImage before = front.grab().toImage();
     stage.prepareCard(&back);
     EXPECT_EQ(stage.windowTitle(), back.windowTitle());
