@@ -71,7 +71,6 @@ CommandLine CommandLine::parse(std::span<char *const> arguments)
         else if (const auto command = argument.startsWith("--") ? commandOf(argument.mid(2)) : std::nullopt)
             take(*command);
         else if (const std::size_t taken = takenByToolkit(arguments[i])) {
-            line.forToolkit = true;
             i += taken - 1;
         } else
             line.problem = (argument.startsWith('-') ? "unknown option " : "nothing to do with ") + argument;

@@ -22,7 +22,6 @@ struct CommandLine {
     // To be printed, and nothing else to be done.
     bool help = false;
     bool version = false;
-    bool forToolkit = false; // it has options for the toolkit, which may name the display
     // What is wrong with it; empty when nothing is.
     QByteArray problem;
 

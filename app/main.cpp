@@ -182,13 +182,11 @@ int main(int argc, char **argv)
     if (const auto code = handOver.toOpenCard(argv))
         leave(*code);
 
-    if (!line.forToolkit && !platform::hasDisplay()) {
-        std::fputs("flipside: there is no display\n", stderr);
-        return ExitCode::Refused;
-    }
     platform::raiseOpenFileLimit();
     platform::preferNativePlatform();
+    std::optional<platform::DisplayNeeded> displayNeeded(ExitCode::Refused);
     const QApplication application(argc, argv);
+    displayNeeded.reset();
     nameApplication();
     platform::speakLanguageOfDesktop();
     platform::SessionBus::shared().watch();

@@ -4,9 +4,26 @@
 #include "platform/desktop/WindowPlatform.h"
 
 #include <QByteArray>
-#include <xcb/xcb.h>
+#include <QtMessageHandler>
+#include <cstdio>
+#include <cstdlib>
 
 namespace platform {
+
+namespace {
+
+QtMessageHandler handlerBefore = nullptr;
+int codeWithoutDisplay = 0;
+
+void endWithoutDisplay(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type != QtFatalMsg)
+        return handlerBefore(type, context, text);
+    std::fputs("flipside: there is no display\n", stderr);
+    std::_Exit(codeWithoutDisplay);
+}
+
+} // namespace
 
 void preferNativePlatform()
 {
@@ -14,16 +31,15 @@ void preferNativePlatform()
         qputenv("QT_QPA_PLATFORM", "wayland;xcb");
 }
 
-bool hasDisplay()
+DisplayNeeded::DisplayNeeded(int exitCode)
 {
-    if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        return true;
-    if (qEnvironmentVariableIsEmpty("DISPLAY"))
-        return false;
-    xcb_connection_t *const server = xcb_connect(nullptr, nullptr);
-    const bool answers = xcb_connection_has_error(server) == 0;
-    xcb_disconnect(server);
-    return answers;
+    codeWithoutDisplay = exitCode;
+    handlerBefore = qInstallMessageHandler(endWithoutDisplay);
+}
+
+DisplayNeeded::~DisplayNeeded()
+{
+    qInstallMessageHandler(handlerBefore);
 }
 
 } // namespace platform

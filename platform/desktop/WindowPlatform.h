@@ -10,8 +10,16 @@ namespace platform {
 // plugin for Wayland, and where the user has chosen, nothing changes. Before the application object is made.
 void preferNativePlatform();
 
-// Whether there is a display for the windows. Where there is none, the toolkit ends the process with SIGABRT.
-// An X server has to answer; a Wayland compositor, and what the user has chosen, need only be named.
-bool hasDisplay();
+// Around the making of the application object, on the main thread. Where the toolkit finds no display for its
+// windows, whatever it was told to look for and by whom, the process ends with this exit code and with words
+// of its own behind the toolkit's reasons; the toolkit itself would end it with SIGABRT.
+class DisplayNeeded {
+public:
+    explicit DisplayNeeded(int exitCode);
+    ~DisplayNeeded();
+
+    DisplayNeeded(const DisplayNeeded &) = delete;
+    DisplayNeeded &operator=(const DisplayNeeded &) = delete;
+};
 
 } // namespace platform

@@ -210,10 +210,9 @@ class CommandLine(CardTest):
                                       (["--shout"], 2, ".*--shout\n\nUsage: "), (["--json"], 2, ".*--json"),
                                       (["--stop", "--record"], 2, ".*contradict"), (["take.mp3"], 2, ".*take.mp3"),
                                       (["--record"], 1, ".*no display")):
-            for display in "", ":999":
-                with self.subTest(arguments=arguments, display=display):
-                    got, output, error = self.flipside(*arguments, DISPLAY=display, QT_QPA_PLATFORM="",
-                                                       LC_ALL="xx_XX.UTF-8")
+            for wrong in {"DISPLAY": ""}, {"DISPLAY": ":999", "WAYLAND_DISPLAY": "none"}, {"QT_QPA_PLATFORM": "none"}:
+                with self.subTest(arguments=arguments, wrong=wrong):
+                    got, output, error = self.flipside(*arguments, **{"QT_QPA_PLATFORM": "", "LC_ALL": "xx_XX.UTF-8", **wrong})
                     self.assertEqual(got, code)
                     self.assertRegex(output or error, said)
 
