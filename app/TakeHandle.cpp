@@ -6,6 +6,8 @@
 #include "app/AppDelegate.h"
 #include "platform/OutputState.h"
 #include "platform/desktop/Opener.h"
+#include "ui/CardStyle.h"
+#include "ui/ControlPaint.h"
 
 #include <QAction>
 #include <QApplication>
@@ -14,7 +16,35 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <algorithm>
+
+namespace {
+
+// In points: of the name in its frame, and of that behind the pointer.
+constexpr int padding = 12;
+constexpr int distance = 14;
+
+// What hangs on the pointer.
+QPixmap labelled(const QString &name, const QWidget *line)
+{
+    const int width = line->fontMetrics().horizontalAdvance(name) + 2 * CardStyle::scaled(padding);
+    const QRect frame(0, 0, width, CardStyle::scaled(ControlPaint::fieldHeight));
+    QPixmap picture(frame.size() * line->devicePixelRatio());
+    picture.setDevicePixelRatio(line->devicePixelRatio());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const CardStyle::Colours &colours = CardStyle::colours();
+    ControlPaint::box(
+        painter, frame, CardStyle::scaled(ControlPaint::fieldRadius), colours.menu, colours.outline);
+    painter.setFont(line->font());
+    painter.setPen(colours.text);
+    painter.drawText(frame, Qt::AlignCenter | Qt::TextSingleLine, name);
+    return picture;
+}
+
+} // namespace
 
 TakeHandle::TakeHandle(AppDelegate *delegate, QWidget *line, QWidget *button)
     : QObject(line)
@@ -90,5 +120,7 @@ void TakeHandle::drag()
     file->setUrls({m_delegate->currentOutputURL()});
     auto *drag = new QDrag(m_line);
     drag->setMimeData(file);
+    drag->setPixmap(labelled(m_delegate->currentOutputURL().fileName(), m_line));
+    drag->setHotSpot({-CardStyle::scaled(distance), 0});
     drag->exec(Qt::CopyAction);
 }

@@ -112,6 +112,10 @@ class Recording(RecorderTest):
         self.stand_ins.expect("asleep .*")
         recorder.click("Show in Folder")
         self.stand_ins.expect("shown .*" + re.escape(os.path.basename(recorder.output_file).replace(" ", "%20")))
+        recorder.wait_for("label", "Output file").click(self.desktop)
+        self.desktop.xdotool("mousedown", 1, "mousemove_relative", 9, 9, "mousemove_relative", 9, 9)
+        wait_until(lambda: recorder.windows() == 2, "the take to hang on the pointer")
+        self.desktop.xdotool("mouseup", 1)
         recorder.end()
         self.stand_ins.expect_nothing()
 
