@@ -74,7 +74,7 @@ public:
         connect(qApp, &QCoreApplication::aboutToQuit, this, &FolderSheet::leaveBehind);
         setSidebarUrls(places());
         showWhatFoldersNeed();
-        resize(sizeHint().boundedTo(window->screen()->availableSize() * shareOfScreen));
+        resize(sizeHint().boundedTo((window ? window : this)->screen()->availableSize() * shareOfScreen));
     }
 
     ~FolderSheet() override { answer({}); }
