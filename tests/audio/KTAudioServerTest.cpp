@@ -217,8 +217,8 @@ TEST_P(EitherKTAudioServer, LosesNothingWhenAProcessThatWasStoppedEndsItsTakeAtO
     server.thaw();
     letMicrophoneHear(second);
     child.goOn();
-    // A busy machine tells its position later than it presses. There PipeWire is late to read the pipe that
-    // stands for a microphone, which then is full.
+    // A busy machine tells its position later than it presses. There PipeWire may lose periods of 512 frames
+    // on their way from one of its processes to the other.
     const bool isPipeWire = GetParam() == PrivateSoundServer::Kind::PipeWire;
     EXPECT_NEAR(child.lastFrame(isPipeWire ? slack() : 0), pressed, slack() + second / 4.0);
 }
@@ -326,52 +326,18 @@ TEST_F(KTAudioServer, MissesADeviceThatIsSuspendedWhenTheRecordingGoesOn)
     EXPECT_EQ(recorder->away(), whenBack);
 }
 
-// A computer that is too busy for the thread of the sound server.
-class StuckLoop {
-public:
-    StuckLoop()
-    {
-        sound::soundSystem()->setDevicesChanged([this, released = m_release.get_future().share()] {
-            m_isStuck = true;
-            released.wait_for(5s);
-        });
-        EXPECT_TRUE(waitUntil([this] { return m_isStuck.load(); }))
-            << "the list was there before its listener";
-    }
-    void goOn()
-    {
-        m_release.set_value();
-        sound::soundSystem()->setDevicesChanged(nullptr);
-    }
-
-private:
-    std::atomic<bool> m_isStuck = false;
-    std::promise<void> m_release;
-};
-
-// However short it is.
-TEST_F(KTAudioServer, CountsAsMissingWhatIsSaidBeforeItsOwnThreadGoesOn)
-{
-    ASSERT_TRUE(record());
-    ASSERT_TRUE(waitForFrames(second / 5));
-    recorder->pauseRecord();
-    StuckLoop loop;
-    QElapsedTimer timer;
-    timer.start();
-    recorder->resumeRecord();
-    letMicrophoneHear(second / 4);
-    const qint64 late = timer.elapsed();
-    loop.goOn();
-    EXPECT_TRUE(waitForFrames(second / 2));
-    EXPECT_NEAR(double(recorder->missing().time.count()), double(late), 100);
-}
-
-// Silence and words instead of a loss.
-TEST_F(KTAudioServer, CountsAsMissingWhatAPauseGivesUp)
+// On a computer that is too busy for the thread of the sound server: silence and words instead of a loss.
+TEST_F(KTAudioServer, CountsAsMissingWhatAPauseGivesUpAndAResumeIsLateFor)
 {
     ASSERT_TRUE(record());
     ASSERT_TRUE(waitForFrames(second / 2));
-    StuckLoop loop;
+    std::atomic<bool> isStuck = false;
+    std::promise<void> release;
+    sound::soundSystem()->setDevicesChanged([&, released = release.get_future().share()] {
+        isStuck = true;
+        released.wait_for(5s);
+    });
+    ASSERT_TRUE(waitUntil([&] { return isStuck.load(); })) << "the list was there before its listener";
     QElapsedTimer timer;
     timer.start();
     letMicrophoneHear(second / 2);
@@ -380,11 +346,17 @@ TEST_F(KTAudioServer, CountsAsMissingWhatAPauseGivesUp)
     EXPECT_NEAR(double(recorder->missing().time.count()), double(lost), 100);
     EXPECT_EQ(recorder->missing().cause, KTAudioMissingCause::ComputerBusy);
     const std::size_t kept = collector.frameCount();
-    loop.goOn();
+    release.set_value();
+    sound::soundSystem()->setDevicesChanged(nullptr);
     letMicrophoneHear(second / 5);
     EXPECT_EQ(collector.frameCount(), kept) << "delivered although it is missing";
+    // Late for a resume it is as well, by less than what counts as a gap.
+    const auto missing = recorder->missing().time;
+    sound::soundSystem()->setDevicesChanged([] { std::this_thread::sleep_for(250ms); });
     recorder->resumeRecord();
     EXPECT_TRUE(waitForFrames(second / 5));
+    EXPECT_GE(recorder->missing().time - missing, 200ms);
+    sound::soundSystem()->setDevicesChanged(nullptr);
 }
 
 } // namespace
