@@ -159,9 +159,8 @@ bool AppDelegate::showInFinderWhenFinishRecording() const
 void AppDelegate::setShowInFinderWhenFinishRecording(bool show)
 {
     const bool changes = show != showInFinderWhenFinishRecording();
-    UserDefaults &defaults = UserDefaults::standardUserDefaults();
-    defaults.setBool(show, showInFinderKey);
-    defaults.synchronize();
+    UserDefaults::standardUserDefaults().setBool(show, showInFinderKey);
+    UserDefaults::standardUserDefaults().synchronize();
     if (changes)
         Q_EMIT showInFinderWhenFinishRecordingChanged();
 }
@@ -199,9 +198,8 @@ void AppDelegate::recordAction(QObject *)
     });
 }
 
-// The state is read here and not when the button was pressed: of two quick presses the second finds the
-// recording that the first one has started. While a folder is asked for the recording is that of the answer,
-// which would cut off any other, also where the folder has come back by itself.
+// The state is read here: of two quick presses the second finds the recording that the first has started.
+// While a folder is asked for, nothing starts: the recording of the answer would cut it off.
 void AppDelegate::recordWithAccess()
 {
     QElapsedTimer looking;
@@ -251,9 +249,9 @@ void AppDelegate::startRecord(std::chrono::milliseconds patience)
     const auto deviceID = KTAudioControl::sharedAudioControl()->deviceIDFromName(m_currentDevice);
     // The configuration comes with the preferences window. The card has it loaded right after its first
     // paint; a Record that is faster than that loads it here.
-    HBPreferencesWndCtrl *preferences = preferencesWndCtrl();
-    preferences->window();
-    const auto task = std::make_shared<HBRecordingTask>(deviceID, preferences->config(), m_currentOutputURL);
+    preferencesWndCtrl()->window();
+    const auto task
+        = std::make_shared<HBRecordingTask>(deviceID, preferencesWndCtrl()->config(), m_currentOutputURL);
     setRecordingTask(task);
     task->setDelegate(this);
     if (task->startRecord(QDeadlineTimer(patience))) {
