@@ -28,14 +28,14 @@ class Failure(AssertionError):
 
 
 def wait_until(condition, what, deadline=DEADLINE, poll=0.03):
-    """Returns the first true value of condition(); fails with `what` when the deadline passes first."""
+    """Returns the first true value of condition(); fails with `what`, or what it says then, when the deadline passes first."""
     end = time.monotonic() + deadline
     while True:
         value = condition()
         if value:
             return value
         if time.monotonic() > end:
-            raise Failure(f"waited {deadline:g} s for: {what}")
+            raise Failure(f"waited {deadline:g} s for: {what() if callable(what) else what}")
         time.sleep(poll)
 
 
@@ -149,6 +149,10 @@ class Desktop:
         if not address:
             raise Failure("the session bus did not start: " + self.log("dbus-daemon"))
         self.env["DBUS_SESSION_BUS_ADDRESS"] = address
+        # Accessibility is there before any program: of those that came while it started, one in hundreds was never seen.
+        bus = self.ask("dbus-send", "--print-reply=literal", "--dest=org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus.GetAddress")
+        self.ask("dbus-send", f"--bus={bus}", "--print-reply", "--dest=org.a11y.atspi.Registry",
+                 "/org/a11y/atspi/accessible/root", "org.freedesktop.DBus.Peer.Ping")
 
     def ask(self, *command):
         """The output of a program that looks at the desktop, or changes it."""
@@ -164,6 +168,15 @@ class Desktop:
     def start(self, command, env=None):
         """Starts the program under test."""
         return Program(self, command, env)
+
+    def seen(self):
+        """What accessibility and the window manager say, for the message of a test that fails."""
+        import pyatspi
+        windows = [(window.name, window.getState().contains(pyatspi.STATE_ACTIVE))
+                   for program in pyatspi.Registry.getDesktop(0) for window in program or ()]
+        looks = "xprop -root _NET_ACTIVE_WINDOW; xdotool getwindowfocus getwindowname"
+        active = subprocess.run(looks, shell=True, env=self.env, capture_output=True, text=True).stdout
+        return f"accessible: {windows}, active: {active!r}, buses: {self.log('dbus-daemon')[-1000:]!r}"
 
     # the screen and the pointer
 
@@ -231,12 +244,7 @@ class Program:
             if not self.running():
                 raise Failure(f"the program ended with {self.process.returncode}:\n{self.log()}")
             return self.find(role, key)
-        try:
-            return wait_until(look, f'{role} "{key}"', deadline)
-        except Failure as failure:
-            import pyatspi
-            names = [application and application.name for application in pyatspi.Registry.getDesktop(0)]
-            raise Failure(f"{failure}; programs that can be seen: {names}; log:\n{self.log()[-2000:]}") from None
+        return wait_until(look, lambda: f'{role} "{key}"; {self.desktop.seen()}, log:\n{self.log()[-2000:]}', deadline)
 
     def wait_gone(self, role, key, deadline=DEADLINE):
         wait_until(lambda: not self.find(role, key), f'{role} "{key}" to go', deadline)
@@ -294,7 +302,7 @@ class Control:
     def click(self, desktop):
         """Clicks the middle of the control with the real pointer. The program tells of its window before the window
         manager has put it on the screen; until it is active there, a click would go to the ground, or beside it."""
-        wait_until(lambda: self.in_active_window, f"the window of {self.text} to be active")
+        wait_until(lambda: self.in_active_window, lambda: f"the window of {self.text} to be active; {desktop.seen()}")
         import pyatspi
         box = self.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)  # in points, and the pointer goes by pixels
         desktop.xdotool("mousemove", desktop.scale * (box.x + box.width // 2), desktop.scale * (box.y + box.height // 2),
