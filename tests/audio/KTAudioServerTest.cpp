@@ -81,8 +81,10 @@ TEST_P(EitherKTAudioServer, GoesOnWithTheSameDeviceWhenItOrTheServerIsBack)
 
     server.plug(u"Other"_s);
     server.setDefault(u"Other"_s);
+    const auto missing = recorder->missing().time;
     server.unplug(u"Microphone"_s);
     ASSERT_TRUE(waitUntil([&] { return !control->inputDevicesName().contains(u"Microphone"_s); }));
+    EXPECT_EQ(recorder->missing().time, missing) << "attempts to have it back counted as lost sound";
     const std::size_t atTheGap = collector.frameCount();
     letMicrophoneHear(second / 3, u"Other"_s); // time to move to it, which it must not do
     EXPECT_EQ(collector.frameCount(), atTheGap) << "took another microphone";

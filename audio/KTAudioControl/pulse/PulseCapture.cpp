@@ -157,8 +157,9 @@ void PulseCapture::streamLost()
 {
     assertOnLoop();
     stopTimers();
-    // A server that stood still before it went.
-    judge(m_pause ? m_pressed : Moment::now(), 0);
+    // A server that stood still before it went. What an attempt to have it back takes is time away.
+    if (!m_lost)
+        judge(m_pause ? m_pressed : Moment::now(), 0);
     m_flush.reset();
     m_feed.flush();
     m_feed.reach({});
