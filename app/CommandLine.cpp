@@ -60,9 +60,14 @@ CommandLine CommandLine::parse(std::span<char *const> arguments)
             line.problem = "--" + nameOf(line.command) + " and --" + nameOf(asked) + " contradict each other";
         line.command = asked;
     };
+    bool areOptionsOver = false;
     for (std::size_t i = 0; i < arguments.size() && line.problem.isEmpty(); ++i) {
         const QByteArray argument = arguments[i];
-        if (argument == "--help" || argument == "-h")
+        if (areOptionsOver || !argument.startsWith('-'))
+            line.problem = "nothing to do with " + argument;
+        else if (argument == "--")
+            areOptionsOver = true;
+        else if (argument == "--help" || argument == "-h")
             line.help = true;
         else if (argument == "--version")
             line.version = true;
@@ -73,7 +78,7 @@ CommandLine CommandLine::parse(std::span<char *const> arguments)
         else if (const std::size_t taken = takenByToolkit(arguments[i])) {
             i += taken - 1;
         } else
-            line.problem = (argument.startsWith('-') ? "unknown option " : "nothing to do with ") + argument;
+            line.problem = "unknown option " + argument;
     }
     if (line.problem.isEmpty() && line.json && line.command != Command::Status && !line.help && !line.version)
         line.problem = "--json goes with --status only";

@@ -209,6 +209,7 @@ class CommandLine(CardTest):
                                       (["--status"], 3, "not-running\t-\t-\t-\n$"), (["--quit"], 3, ".*no card is open"),
                                       (["--shout"], 2, ".*--shout\n\nUsage: "), (["--json"], 2, ".*--json"),
                                       (["--stop", "--record"], 2, ".*contradict"), (["take.mp3"], 2, ".*take.mp3"),
+                                      (["--version", "--"], 0, r"flipside \d"), (["--", "--record"], 2, ".*to do with --record"),
                                       (["--record"], 1, ".*no display")):
             for wrong in {"DISPLAY": ""}, {"DISPLAY": ":999", "WAYLAND_DISPLAY": "none"}, {"QT_QPA_PLATFORM": "none"}:
                 with self.subTest(arguments=arguments, wrong=wrong):
