@@ -161,7 +161,7 @@
     <name>HBPreferencesWndCtrl</name>
     <message>
         <source>Recordings are saved in</source>
-        <translation>Dossier des enregistrements</translation>
+        <translation>Enregistrements dans</translation>
     </message>
     <message>
         <source>Choose…</source>
