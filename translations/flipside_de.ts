@@ -90,7 +90,7 @@
     </message>
     <message>
         <source>Restrict encoder to constant bitrate</source>
-        <translation>Encoder auf konstante Bitrate beschränken</translation>
+        <translation>Auf konstante Bitrate beschränken</translation>
     </message>
     <message>
         <source>The same bitrate for all of the recording, instead of an average (Alt+R)</source>
@@ -217,7 +217,7 @@
     </message>
     <message>
         <source>Restrict encoder to constant bitrate</source>
-        <translation>Encoder auf konstante Bitrate beschränken</translation>
+        <translation>Auf konstante Bitrate beschränken</translation>
     </message>
     <message>
         <source>Quality</source>

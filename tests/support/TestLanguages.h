@@ -50,7 +50,7 @@ private:
         for (auto found = letter.match(text); found.hasMatch(); found = letter.match(text))
             text[found.capturedStart()]
                 = QChar(text[found.capturedStart()].toLower().unicode() - u'a' + u'à');
-        return english.size() < 40 ? text + QString(english.size() / 8, u'ö') : text;
+        return english.size() < 40 ? text + QString(english.size() / 12, u'ö') : text;
     }
 
     const bool m_isMadeUp;
