@@ -134,7 +134,8 @@ class Measurement:
         times = []
         for _ in range(5):
             recorder.press("Stop")
-            recorder.wait_status("Ready")
+            # Where nothing can show the take, the status line says that, and may never be seen ready.
+            recorder.enabled_button("Record")
             times.append(self.start_to_sound(recorder))
         time.sleep(SETTLE_SECONDS)
         pid = recorder.program.pid
