@@ -11,7 +11,7 @@ import tempfile
 import threading
 import time
 
-from bench import MICROPHONE, Run, wait_until
+from bench import MICROPHONE, Failure, Run, wait_until
 from tally import Tally, case
 
 
@@ -64,6 +64,8 @@ def without_sound(bench, counted, server, gone, back):
     # What has gathered before the server, half a second, it takes only a little faster than it comes: a program that
     # is started now is as late.
     time.sleep(4)
+    with contextlib.suppress(Failure):  # of which the words come behind all that the server still hands over
+        wait_until(lambda: any("missing" in text for text in runs[0].told), "what is missing", 6)
     runs[0].stop()
     for run in runs[:3]:
         counted.outcome(run, silent_about_loss=True)
