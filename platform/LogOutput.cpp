@@ -13,6 +13,8 @@
 #include <poll.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -23,6 +25,16 @@ constexpr std::chrono::milliseconds turnComesWithin(50);
 QtMessageHandler toolkitsHandler = nullptr;
 std::timed_mutex turn;
 std::atomic<int> leftOut = 0;
+
+// Of characters, of which a page holds so many in every language, with what stands before them.
+constexpr qsizetype longestText = 1200;
+
+// Names of files and devices may have any length. What was the matter stands behind them.
+QString shortened(const QString &text)
+{
+    constexpr qsizetype half = longestText / 2;
+    return text.size() <= longestText ? text : text.left(half) + u" ... "_s + text.right(half);
+}
 
 // A pipe that has any has room for a page, and a terminal takes what it can, in a stopped one nothing.
 bool isTaken()
@@ -47,7 +59,7 @@ void write(QtMsgType type, const QMessageLogContext &context, const QString &tex
             QString::asprintf("%d lines of the log had no room and are left out.", leftOut.exchange(0)));
     }
     if (isTaken())
-        toolkitsHandler(type, context, text);
+        toolkitsHandler(type, context, shortened(text));
     else
         ++leftOut;
 }

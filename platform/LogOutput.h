@@ -10,8 +10,9 @@ namespace platform {
 void keepStandardStreams();
 
 // From now on no thread waits for whoever takes the log: a line for which a pipe or a terminal has no room is
-// left out and counted, and a reader that is gone does not end the process. Only a file on a disk that does
-// not answer still holds the one thread that writes to it. At the start, main thread only.
+// left out and counted, a line that is longer than a page loses its middle, and a reader that is gone does
+// not end the process. Only a file on a disk that does not answer still holds the one thread that writes to
+// it. At the start, main thread only.
 void neverWaitForLog();
 
 } // namespace platform
