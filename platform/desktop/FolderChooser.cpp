@@ -8,11 +8,14 @@
 #include "platform/desktop/PortalFolderChooser.h"
 #include "platform/desktop/SessionBus.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QScreen>
 #include <QSet>
 #include <QStandardPaths>
@@ -84,6 +87,7 @@ public:
     void done(int result) override
     {
         setAttribute(Qt::WA_DeleteOnClose, diskTellsOf(m_listed));
+        endCompletion();
         QFileDialog::done(result);
         const QList<QUrl> urls = result == Accepted ? selectedUrls() : QList<QUrl>();
         const bool chosen = !urls.isEmpty() && urls.first().isLocalFile();
@@ -95,6 +99,17 @@ private:
     {
         if (const FolderChoice choice = std::exchange(m_choice, {}))
             choice(folder);
+    }
+
+    // While its list of completions is open, and it may come when the folder has been read, the toolkit takes
+    // no notice of the window that becomes active: the card would have no focus and no keys after it.
+    void endCompletion()
+    {
+        auto *const field = findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        if (!field || !field->completer())
+            return;
+        field->completer()->popup()->hide();
+        field->setCompleter(nullptr);
     }
 
     // The toolkit shows kinds of files, two ways to list them, and hardly anything of the places' names. Its
