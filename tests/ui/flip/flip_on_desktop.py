@@ -96,8 +96,9 @@ class Looks:
         """Whether enough was seen; fails when that is wrong. The milliseconds are those that the program gave for the flip
         and for its longest frame. What was not seen at all is no fault yet: a compositor that gets no processor shows
         nothing of it, and the program cannot know."""
-        if any(self.times(place, is_black) for place in BESIDE + ABOVE):
-            raise Failure("a window without content was seen")
+        black = {place: self.times(place, is_black) for place in BESIDE + ABOVE}
+        if any(black.values()):
+            raise Failure(f"a window without content was seen between {self.begin} and {self.end} ms: {black}")
         judged = [place for place in BESIDE if self.judge_place(place, duration, longest)]
         return self.judge_direction(forward) and len(judged) >= ENOUGH
 
