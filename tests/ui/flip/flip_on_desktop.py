@@ -128,6 +128,8 @@ class Flip:
         self.program.wait_for("button", "Preferences")
         # Where the window manager has put it, and nobody else.
         self.place = wait_until(self.card, "the card to be active")
+        # Until a compositor that has just come has its first picture ready, all that is transparent is black.
+        wait_until(lambda: "black" not in self.corner(), "the compositor's first picture")
 
     def card(self):
         """The frame of the active window's card, without the margins for its shadow; None while there is none."""
