@@ -24,9 +24,9 @@ using Sampler = std::function<double(double time, int channel)>;
 Sound made(int rate, int channels, double seconds, const Sampler &sample)
 {
     Sound sound{rate, channels, {}};
-    for (qsizetype i = 0; i < qsizetype(rate * seconds) * channels; ++i)
-        sound.samples.append(
-            qint16(std::lround(32767 * sample(double(i / channels) / rate, int(i % channels)))));
+    for (qsizetype frame = 0; frame < qsizetype(rate * seconds); ++frame)
+        for (int channel = 0; channel < channels; ++channel)
+            sound.samples.append(qint16(std::lround(32767 * sample(double(frame) / rate, channel))));
     return sound;
 }
 
