@@ -90,10 +90,10 @@ class Portal(dbus.service.Object):
     @dbus.service.method(PORTAL + "OpenURI", in_signature="sha{sv}", out_signature="o", sender_keyword="sender")
     def OpenDirectory(self, window, descriptor, options, sender):
         descriptor = descriptor.take()
-        say("revealed", os.readlink(f"/proc/self/fd/{descriptor}"))
+        file = os.readlink(f"/proc/self/fd/{descriptor}")
         os.close(descriptor)
         request = Request(self.connection, sender, options)
-        GLib.idle_add(request.answer)  # when its caller knows of it
+        GLib.idle_add(lambda: request.answer() or say("revealed", file))  # when its caller knows of it
         return request.path
 
     @dbus.service.method(PORTAL + "Inhibit", in_signature="sua{sv}", out_signature="o", sender_keyword="sender")
