@@ -2,13 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/UserDefaults.h"
+#include "tests/platform/Disk.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -92,6 +88,26 @@ TEST_F(UserDefaults, WhatIsNoFileIsNeverOpenedAndLosesNothingInThisProcess)
         EXPECT_FALSE(defaults.synchronize());
         EXPECT_EQ(defaults.boolForKey(flagKey), false);
     }
+}
+
+// A window that is dead as long as the disk of the user's home, and a setting that is not there the next
+// time.
+TEST_F(UserDefaults, ADiskThatDoesNotAnswerIsNotWaitedForAndHasEverythingLater)
+{
+    const Disk disk;
+    const QString onDisk = disk.folder + u"/flipside.conf"_s;
+    platform::UserDefaults defaults(onDisk);
+    disk.fault("all stall");
+    QElapsedTimer timer;
+    timer.start();
+    defaults.setBool(false, flagKey);
+    EXPECT_FALSE(defaults.synchronize());
+    defaults.setData("later", folderKey);
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_EQ(defaults.boolForKey(flagKey), false);
+    disk.fault({});
+    EXPECT_TRUE(waitUntil([&] { return contentOf(onDisk).contains("later"); }));
+    EXPECT_EQ(platform::UserDefaults(onDisk).boolForKey(flagKey), false);
 }
 
 } // namespace
