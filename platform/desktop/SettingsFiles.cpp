@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <array>
 #include <chrono>
+#include <utility>
 
 namespace platform {
 
@@ -18,10 +19,12 @@ namespace {
 
 // A program that writes its settings does so in several steps, and often several files.
 constexpr std::chrono::milliseconds writtenWithin{100};
+// Nothing depends on it: what comes later is adopted.
+constexpr std::chrono::seconds answeredWithin{1};
 
 constexpr std::array fileNames = {SettingsFiles::gtk4, SettingsFiles::gtk3, SettingsFiles::kde};
 
-QVariantMap valuesIn(const QString &path)
+QVariantMap valuesInFile(const QString &path)
 {
     QVariantMap values;
     const QSettings file(path, QSettings::IniFormat);
@@ -52,16 +55,15 @@ SettingsFiles &SettingsFiles::shared()
 
 SettingsFiles::SettingsFiles(const QString &configFolder)
     : m_folder(configFolder)
+    , m_values(valuesIn(configFolder))
 {
-    read();
     m_soon.setSingleShot(true);
     m_soon.setInterval(writtenWithin);
-    connect(&m_soon, &QTimer::timeout, this, &SettingsFiles::readAgain);
-    const auto readSoon = [this] { m_soon.start(); };
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, readSoon);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, readSoon);
-    // What was written before the watch began is read then.
-    readSoon();
+    connect(&m_soon, &QTimer::timeout, this, &SettingsFiles::lookAgain);
+    const auto lookSoon = [this] { m_soon.start(); };
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, lookSoon);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, lookSoon);
+    lookSoon();
 }
 
 QVariant SettingsFiles::value(const char *file, const char *key) const
@@ -69,36 +71,59 @@ QVariant SettingsFiles::value(const char *file, const char *key) const
     return m_values.value(QString::fromLatin1(file)).value(QString::fromLatin1(key));
 }
 
-void SettingsFiles::read()
+SettingsFiles::Values SettingsFiles::valuesIn(const QString &folder)
 {
+    Values values;
     for (const char *name : fileNames) {
         const QString file = QString::fromLatin1(name);
-        m_values.insert(file, valuesIn(QDir(m_folder).filePath(file)));
+        values.insert(file, valuesInFile(QDir(folder).filePath(file)));
     }
-}
-
-void SettingsFiles::readAgain()
-{
-    watch();
-    const auto before = m_values;
-    read();
-    if (m_values != before)
-        Q_EMIT changed();
+    return values;
 }
 
 // A file that is replaced takes its watch with it, and its folder tells of the new one.
-void SettingsFiles::watch()
+SettingsFiles::Look SettingsFiles::look(const QString &folder)
 {
     QStringList places;
     for (const char *name : fileNames) {
-        const QString path = QDir(m_folder).filePath(QString::fromLatin1(name));
+        const QString path = QDir(folder).filePath(QString::fromLatin1(name));
         places << existing(path) << existing(QFileInfo(path).path());
     }
+    return {places, valuesIn(folder)};
+}
+
+// One question at a time: its disk may hold it for ever.
+void SettingsFiles::lookAgain()
+{
+    m_isOutdated = m_question.isPending();
+    if (m_isOutdated)
+        return;
+    m_question.ask([folder = m_folder] { return look(folder); }, answeredWithin, LateAnswer::Adopted,
+        [this](const std::optional<Look> &seen) {
+            if (seen)
+                adopt(*seen);
+        });
+}
+
+// What was written before the watch began is read after it.
+void SettingsFiles::adopt(const Look &seen)
+{
+    if (watch(seen.places) || m_isOutdated)
+        m_soon.start();
+    if (std::exchange(m_values, seen.values) != seen.values)
+        Q_EMIT changed();
+}
+
+// True when there is one more.
+bool SettingsFiles::watch(const QStringList &places)
+{
     const QStringList watched = m_watcher.files() + m_watcher.directories();
-    for (const QString &place : std::as_const(places)) {
+    bool isOneMore = false;
+    for (const QString &place : places) {
         if (!watched.contains(place))
-            m_watcher.addPath(place);
+            isOneMore |= m_watcher.addPath(place);
     }
+    return isOneMore;
 }
 
 } // namespace platform

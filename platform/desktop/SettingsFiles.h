@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/Inquiry.h"
+
 #include <QFileSystemWatcher>
 #include <QMap>
 #include <QObject>
@@ -12,7 +14,8 @@
 namespace platform {
 
 // What the toolkits' settings files say, in the user's configuration folder (such as ~/.config): read once,
-// and again when they change, however they are written or put in place. Main thread only.
+// and again when they change, however they are written or put in place. Nobody waits then for a disk that
+// does not answer. Main thread only.
 class SettingsFiles : public QObject {
     Q_OBJECT
 
@@ -35,14 +38,24 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void read();
-    void readAgain();
-    void watch();
+    using Values = QMap<QString, QVariantMap>; // by file
+    struct Look {
+        QStringList places; // to be watched
+        Values values;
+    };
+
+    static Values valuesIn(const QString &folder);
+    static Look look(const QString &folder);
+    void lookAgain();
+    void adopt(const Look &seen);
+    bool watch(const QStringList &places);
 
     const QString m_folder;
-    QMap<QString, QVariantMap> m_values; // by file
+    Values m_values;
     QFileSystemWatcher m_watcher;
     QTimer m_soon;
+    Inquiry<Look> m_question;
+    bool m_isOutdated = false; // the answer that is still due
 };
 
 } // namespace platform

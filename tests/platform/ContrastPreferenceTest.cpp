@@ -4,18 +4,13 @@
 #include "platform/desktop/ContrastPreference.h"
 #include "platform/desktop/SettingsFiles.h"
 #include "platform/desktop/XSettings.h"
-#include "testbed/Waiting.h"
+#include "tests/platform/Disk.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
+#include <QTimer>
 #include <cstdio>
-#include <gtest/gtest.h>
 
 namespace {
-
-using namespace Qt::StringLiterals;
 
 TEST(ContrastPreference, UnderstandsTheSettingsOfSeveralDesktops)
 {
@@ -42,7 +37,7 @@ TEST(SettingsFiles, AreFollowedHoweverTheyChange)
     const QString name = config + u"/gtk-3.0/settings.ini"_s;
     const platform::SettingsFiles files(config);
     const auto becomes = [&files](bool high) {
-        return testbed::waitUntil([&] { return platform::ContrastPreference::statedBy(files) == high; });
+        return waitUntil([&] { return platform::ContrastPreference::statedBy(files) == high; });
     };
     write(name, "HighContrast");
     EXPECT_TRUE(becomes(true)) << "before it was watched";
@@ -57,6 +52,26 @@ TEST(SettingsFiles, AreFollowedHoweverTheyChange)
     EXPECT_TRUE(becomes(false)) << "removed";
     write(name, "HighContrast");
     EXPECT_TRUE(becomes(true)) << "made anew";
+}
+
+// A window that is dead as long as the disk of a file that another program has written to.
+TEST(SettingsFiles, AreReadByNobodyWhoCannotWait)
+{
+    const Disk disk;
+    const QString name = disk.folder + u"/gtk-3.0/settings.ini"_s;
+    write(name, "HighContrast");
+    const platform::SettingsFiles files(disk.folder);
+    const auto isHigh = [&files] { return platform::ContrastPreference::statedBy(files); };
+    ASSERT_TRUE(isHigh());
+    write(name, "Adwaita");
+    disk.fault("all delay 2000");
+    QElapsedTimer timer;
+    timer.start();
+    QTimer::singleShot(300, [&] {
+        EXPECT_LT(timer.elapsed(), 1500);
+        disk.fault({});
+    });
+    EXPECT_TRUE(waitUntil([&] { return !isHigh(); }));
 }
 
 // An integer and a colour before the text, as a settings manager of either byte order writes them; cut off
