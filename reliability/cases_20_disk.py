@@ -271,7 +271,7 @@ def errors_start(bench, quick):
 
 def most_waiting(run):
     """The largest number of seconds that was said to wait for the disk."""
-    found = re.findall(r"([\d.]+) s wait in memory", " ".join(run.told))
+    found = re.findall(r"([\d.]+) s are safe in memory", " ".join(run.told))
     return max(map(float, found), default=0)
 
 
