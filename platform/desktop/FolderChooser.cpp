@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QSet>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTreeView>
 #include <algorithm>
@@ -48,11 +49,21 @@ bool isThere(const QString &folder, milliseconds deadline)
         && askAndWait<bool>([folder] { return QDir(folder).exists(); }, deadline).value_or(false);
 }
 
+// Empty when it is not there, or not known by then: a file of the user's says where it is.
+QString folderOfMusic(milliseconds deadline)
+{
+    const auto look = [] {
+        const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+        return QDir(music).exists() ? music : QString();
+    };
+    return askAndWait<QString>(look, deadline).value_or(QString());
+}
+
 QList<QUrl> places()
 {
-    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    const QString music = folderOfMusic(diskTellsWithin);
     QList<QUrl> places{QUrl::fromLocalFile(QDir::rootPath()), QUrl::fromLocalFile(QDir::homePath())};
-    if (music != QDir::homePath() && isThere(music, diskTellsWithin))
+    if (!music.isEmpty() && music != QDir::homePath())
         places.append(QUrl::fromLocalFile(music));
     return places;
 }
@@ -163,8 +174,8 @@ QString placeToBegin(const QString &wanted)
     const QDeadlineTimer known(beginningKnownWithin);
     if (isThere(wanted, wantedAnswersWithin))
         return wanted;
-    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
-    return isThere(music, milliseconds(known.remainingTime())) ? music : QDir::homePath();
+    const QString music = folderOfMusic(milliseconds(known.remainingTime()));
+    return music.isEmpty() ? QDir::homePath() : music;
 }
 
 // On whichever card: both are on one window.
@@ -178,9 +189,17 @@ QDialog *openChooser(const QWidget *window)
     return found == dialogs.end() ? nullptr : *found;
 }
 
+// The toolkit's chooser keeps how it looked in a file of the toolkit's, for whose disk the window would wait
+// when the folder has been chosen.
+void keepNothing()
+{
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+}
+
 // `open` makes it window-modal.
 void openSheet(QWidget *window, const FolderQuestion &question, FolderChoice choice)
 {
+    keepNothing();
     (new FolderSheet(window, question, std::move(choice)))->open();
 }
 

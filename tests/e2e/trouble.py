@@ -166,10 +166,10 @@ class Folders(RecorderTest):
 class Disks(RecorderTest):
     """A disk that is told what to do."""
 
-    def start_on_disk(self):
+    def start_on_disk(self, folder="Recordings"):
         library = os.path.join(os.path.dirname(self.binary), "..", "testbed", "libslow_disk.so")
         self.disk("")
-        return self.start(LD_PRELOAD=library, SLOW_DISK_FOLDER=os.path.join(self.home, "Recordings"),
+        return self.start(LD_PRELOAD=library, SLOW_DISK_FOLDER=os.path.join(self.home, folder),
                           SLOW_DISK_CONTROL=os.path.join(self.home, "disk"))
 
     def disk(self, faults):
@@ -219,6 +219,25 @@ class Disks(RecorderTest):
         recorder.wait_for("text", "Directory:")
         self.assertLess(time.monotonic() - began, 5)  # the disk never answers
         self.assertEqual(recorder.end(), 0)
+
+    def test_a_chosen_folder_is_recorded_into_while_the_disk_of_the_settings_is_silent(self):
+        recorder = self.start_on_disk(".config")
+        recorder.click("Record")
+        field = recorder.wait_for("text", "Directory:")
+        wait_until(lambda: field.focused, "the chooser to have the keyboard")
+        # With the first letter the toolkit reads what the user's keys compose.
+        self.desktop.key("x")
+        wait_until(lambda: field.node.queryText().getText(0, -1).endswith("x"), "the letter")
+        self.disk("all stall")
+        recorder.choose_folder(recorder.folder)
+        recorder.wait_elapsed(1)
+        self.disk("")
+        recorder.press("Stop")
+        recorder.end()
+        self.assertEqual(len(self.recordings()), 1)
+        recorder = self.start()
+        recorder.click("Record")
+        recorder.wait_status("Recording from .*")
 
     def test_a_full_disk_is_told_until_there_is_space_again(self):
         recorder = self.start_on_disk()
