@@ -209,6 +209,27 @@ def stall_folder(bench, quick):
     yield asked_of(bench, chooser, chosen, (("Preferences", "Choose folder"), ("Preferences", "Choose folder", "Cancel")))
 
 
+@case("stall-settings", minutes=0.3, quick=True)
+def stall_settings(bench, quick):
+    """The settings are on a silent disk, the takes are not."""
+    counted = Tally("the disk of the settings stalls for ever: a setting is changed, then Record; it is kept when the disk is back")
+    home = tempfile.mkdtemp(dir=bench.desktop.folder)
+    run = bench.start(home=home, disk=ShimmedDisk(), environment={"SLOW_DISK_FOLDER": os.path.join(home, ".config")})
+    run.say("Preferences")
+    run.panel.usable("Show each recording in the file manager", "check box")
+    run.disk.stall()
+    run.panel.press("Show each recording in the file manager", "check box")
+    run.say("Done")
+    run.record_for(3)
+    run.disk.heal()
+    time.sleep(0.5)
+    finish_in_time(counted, run)
+    counted.take(run)
+    with open(run.settings_file) as file:
+        counted.check("showInFinderWhenFinishRecording=true" in file.read(), "the setting was not kept")
+    yield counted
+
+
 @case("slow", minutes=0.8, quick=True)
 def slow(bench, quick):
     counted = Tally("a disk of 20, 50, 200 ms a write")
