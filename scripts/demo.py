@@ -9,6 +9,7 @@ Saves pictures of every step and the recording in FOLDER, checks the recording w
 with 1 when anything was not as it should be.
 """
 
+import argparse
 import os
 import re
 import shutil
@@ -155,7 +156,11 @@ class Demo:
 
 
 if __name__ == "__main__":
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("binary")
+    parser.add_argument("folder")
+    given = parser.parse_args()
     try:
-        Demo(*sys.argv[1:3]).run()
+        Demo(given.binary, given.folder).run()
     except Failure as failure:
         sys.exit(f"The session failed: {failure}")

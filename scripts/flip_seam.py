@@ -9,6 +9,7 @@ user of the real program; and keeps a contact sheet of each flip:
 Ends with 1 when a pixel differs by more than 16 levels. Each flip is a slow one, as with the Shift key held.
 """
 
+import argparse
 import array
 import os
 import re
@@ -185,7 +186,12 @@ class Seam:
 
 
 def main():
-    binary, folder, *wanted = sys.argv[1:]
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("binary")
+    parser.add_argument("folder")
+    parser.add_argument("desktops", nargs="*")
+    options = parser.parse_args()
+    binary, folder, wanted = options.binary, options.folder, options.desktops
     os.makedirs(folder, exist_ok=True)
     names = [name if "@" in name else f"{name}@{scale}" for name in wanted or DESKTOPS for scale in SCALES]
     names = list(dict.fromkeys(names))

@@ -1,12 +1,17 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Flipside developers
 # SPDX-License-Identifier: MIT
-"""Writes the keyed archives that the tests read, by a writer that is not ours. Run it in testbed/archives."""
+"""Writes the keyed archives that the tests read into testbed/archives, by a writer that is not ours."""
 
+import argparse
+import os
 import plistlib
 import struct
 import sys
 from plistlib import UID
+
+argparse.ArgumentParser(description=__doc__).parse_args()
+os.chdir(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "testbed", "archives"))
 
 VALUES = {
     "encoderTarget": 0,

@@ -10,6 +10,7 @@ Says where the card is in each picture, as far as the compositor shows it, and w
 front with the token of its launcher. What the program and the compositor say to each other is in the folder, too.
 """
 
+import argparse
 import contextlib
 import os
 import pwd
@@ -223,9 +224,15 @@ def card_place(path):
 
 
 def main():
-    binary, folder, name, *scale = sys.argv[1:]
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("binary")
+    parser.add_argument("folder")
+    parser.add_argument("compositor", choices=("sway", "weston", "kwin", "mutter"))
+    parser.add_argument("scale", nargs="?", type=float, default=1)
+    options = parser.parse_args()
+    binary, folder, name = options.binary, options.folder, options.compositor
     os.makedirs(folder, exist_ok=True)
-    with WaylandDesktop(name, float(scale[0]) if scale else 1) as desktop, contextlib.ExitStack() as stack:
+    with WaylandDesktop(name, options.scale) as desktop, contextlib.ExitStack() as stack:
         StandIns(desktop)
         sound = SoundServer(signal="music")
         stack.callback(sound.end)

@@ -8,6 +8,7 @@
 RECORDINGS is the working folder that the pictures show; what is recorded there is removed again.
 """
 
+import argparse
 import os
 import shutil
 import subprocess
@@ -45,9 +46,15 @@ class Pictures(Demo):
 
 
 def main():
-    binary, folder, recordings, *ground = sys.argv[1:]
-    if ground:
-        Pictures(binary, folder, recordings, *ground).run()
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("binary")
+    parser.add_argument("folder")
+    parser.add_argument("recordings")
+    parser.add_argument("ground", nargs="?", choices=GROUNDS, help=argparse.SUPPRESS)
+    options = parser.parse_args()
+    binary, folder, recordings = options.binary, options.folder, options.recordings
+    if options.ground:
+        Pictures(binary, folder, recordings, options.ground).run()
         return
     os.makedirs(recordings)
     try:

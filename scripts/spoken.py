@@ -8,6 +8,7 @@
 Needs the packages orca and speech-dispatcher, which the tests do not.
 """
 
+import argparse
 import os
 import re
 import sys
@@ -64,10 +65,13 @@ class Orca:
 
 
 def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("binary")
+    options = parser.parse_args()
     with Desktop() as desktop:
         sound = SoundServer()
         try:
-            home, program = tempfile.mkdtemp(dir=desktop.folder), os.path.abspath(sys.argv[1])
+            home, program = tempfile.mkdtemp(dir=desktop.folder), os.path.abspath(options.binary)
             # The folder is known when the reader comes; it would spell what is typed.
             recorder = Recorder(desktop, sound, home, program)
             recorder.record()
