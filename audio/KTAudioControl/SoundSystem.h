@@ -33,9 +33,10 @@ struct SampleSpec {
         return type == SampleType::Int16 ? 2 : type == SampleType::Int24 ? 3 : 4;
     }
     std::uint32_t bytesPerFrame() const { return bytesPerSample() * channels; }
-    std::uint32_t bytesIn(std::chrono::microseconds time) const
+    // Also of a sleep of days.
+    std::size_t bytesIn(std::chrono::microseconds time) const
     {
-        return std::uint32_t(std::uint64_t(rate) * std::uint64_t(time.count()) / 1'000'000) * bytesPerFrame();
+        return std::size_t(rate) * std::size_t(time.count()) / 1'000'000 * bytesPerFrame();
     }
     bool operator==(const SampleSpec &) const = default;
 };

@@ -128,7 +128,7 @@ PulseBacklog::microseconds PulseBacklog::kept() const
 
 qint64 PulseBacklog::bytesIn(microseconds time) const
 {
-    return m_spec.bytesIn(time);
+    return qint64(m_spec.bytesIn(time));
 }
 
 } // namespace sound

@@ -92,8 +92,8 @@ void PulseCapture::connectStream(pa_stream *stream)
         = [](pa_stream *, void *self) { static_cast<PulseCapture *>(self)->suspendedChanged(); };
     pa_stream_set_suspended_callback(stream, suspended, this);
     pa_buffer_attr buffer{};
-    buffer.maxlength = spec().bytesIn(serverBuffer);
-    buffer.fragsize = spec().bytesIn(CaptureFeed::fragment);
+    buffer.maxlength = std::uint32_t(spec().bytesIn(serverBuffer));
+    buffer.fragsize = std::uint32_t(spec().bytesIn(CaptureFeed::fragment));
     const auto flags
         = PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY | (m_paused ? PA_STREAM_START_CORKED : 0);
     pa_stream_connect_record(stream, m_sourceKey.toUtf8().constData(), &buffer, pa_stream_flags_t(flags));

@@ -110,7 +110,7 @@ void PulsePlaybackStream::OnLoop::connectStream(pa_stream *stream)
     pa_stream_set_write_callback(stream, writable, this);
     pa_buffer_attr buffer{};
     buffer.maxlength = std::uint32_t(-1);
-    buffer.tlength = spec().bytesIn(latency);
+    buffer.tlength = std::uint32_t(spec().bytesIn(latency));
     buffer.prebuf = std::uint32_t(-1);
     buffer.minreq = std::uint32_t(-1);
     const auto flags = PA_STREAM_ADJUST_LATENCY | (m_paused ? PA_STREAM_START_CORKED : 0);
