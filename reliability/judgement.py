@@ -6,15 +6,16 @@ import collections
 import json
 import os
 import subprocess
+import tempfile
 
-from bench import TOOLS
+from bench import NOISE, TOOLS
 
 PERIOD = (1 << 20) / 8000
 """Seconds until the microphone's sound begins again."""
-NOT_WRITTEN = 0.09
-"""Seconds at the end of a take that are not counted as lost: the encoder's own look-ahead, which is never written, and
-what is on its way from the microphone to the program. Of a variable bitrate, whose frames wait for the next ones, it is
-nearly twice that."""
+ON_ITS_WAY = 0.015
+"""Seconds of sound that are on their way from the microphone to the program."""
+HELD_BACK = 0.075
+"""Seconds that the encoder itself keeps, and that are written when a take ends; at a variable bitrate it is more."""
 RESOLUTION = 0.04
 """Seconds: shorter holes between two pieces of sound are the measurement's own."""
 
@@ -41,11 +42,21 @@ def unwrapped(pieces, begin):
     return result
 
 
-def judge(path, wanted, away=()):
-    """Compares a file with the spans of sound that were to be in it; spans in which there was none are forgiven."""
+def held_back(settings):
+    """Seconds that the encoder itself keeps with these settings of the microphone's sound, at most."""
+    with tempfile.TemporaryDirectory() as folder:
+        answer = subprocess.run([os.path.join(TOOLS, "held_back"), NOISE, os.path.join(folder, "take.mp3"),
+                                 *(f"{name}={value}" for name, value in settings.items())],
+                                stdout=subprocess.PIPE, check=True, timeout=60)
+    return float(answer.stdout)
+
+
+def judge(path, wanted, away=(), held=HELD_BACK):
+    """Compares a file with the spans of sound that were to be in it; spans in which there was none are forgiven, and the
+    last moment, which the encoder holds."""
     heard = pieces_of(path)
     pieces = unwrapped(heard["pieces"], wanted[0][0])
-    spans = [(begin, end - NOT_WRITTEN) for begin, end in wanted]
+    spans = [(begin, end - held - ON_ITS_WAY) for begin, end in wanted]
     gaps, foreign, reached = [], 0.0, 0.0
     covered = sorted((place, place + length) for _, place, length in pieces)
     for begin, end in spans:

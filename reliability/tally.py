@@ -5,7 +5,7 @@
 import os
 import re
 
-from judgement import judge
+from judgement import HELD_BACK, judge
 
 CASES = {}
 AT_ONCE = 0.2
@@ -63,7 +63,7 @@ class Tally:
         log = run.log()
         self.check("Sanitizer" not in log and "runtime error" not in log, "the sanitizer complains")
 
-    def take(self, run, path=None, wanted=None, may_lose=None, silent_about_loss=False):
+    def take(self, run, path=None, wanted=None, may_lose=None, silent_about_loss=False, held=HELD_BACK):
         """A recording of that run, which is over: its one file and all that was wanted unless told otherwise."""
         self.tries += 1
         self.hear(run)
@@ -73,7 +73,7 @@ class Tally:
         files = [path] if path else run.files()
         if not self.check(len(files) == 1, f"{len(files)} files"):
             return None
-        found = judge(files[0], wanted or run.wanted, run.sound.away)
+        found = judge(files[0], wanted or run.wanted, run.sound.away, held)
         self.lost = max(self.lost or 0.0, found.lost)
         if os.environ.get("FLIPSIDE_FAULTS_SHOW"):
             print("   ", self.fault, found, run.wanted, run.told, run.silence(), flush=True)
