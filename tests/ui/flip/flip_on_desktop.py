@@ -107,7 +107,8 @@ class Looks:
         if not away:
             return False
         if away[-1] - away[0] > NARROW * duration + longest or away[0] == self.begin or away[-1] == self.end:
-            raise Failure(f"the card was away from {place} at {away}")
+            seen = [look for look in self.seen[place] if not is_card(look[1])]
+            raise Failure(f"the card was away from {place} between {self.begin} and {self.end} ms: {seen}")
         return True
 
     def judge_direction(self, forward):
