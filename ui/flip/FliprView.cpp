@@ -202,6 +202,10 @@ void FliprView::animationDidEnd(FliprAnimation *)
     qCDebug(lcUi, "Flip: %d frames in %.3f s, %d dropped, the longest took %.1f ms", m_statistics.frames,
         m_statistics.seconds, m_statistics.droppedFrames, double(m_statistics.longestFrameTime) * 1e3);
     display();
+    // A compositor that is in the middle of a picture when the two are exchanged shows neither; with the card
+    // below it, only its shadow is not there for that moment.
+    if (m_stage)
+        m_stage->openCurtain();
     qCDebug(lcUi, "Flip rests");
     enter(Phase::Ending, restTime);
 }

@@ -124,7 +124,14 @@ QRect Stage::cardRect() const
 
 void Stage::setCurtainDrawn(bool drawn)
 {
+    m_curtain->clearMask();
     m_curtain->setVisible(drawn);
+}
+
+void Stage::openCurtain()
+{
+    m_curtain->setMask(QRegion(rect()).subtracted(solidPart()));
+    repaint(solidPart());
 }
 
 // What the curtain covers counts as drawn for the toolkit, so the stage's own repaint would leave the shadow.
@@ -181,6 +188,13 @@ void Stage::showEvent(QShowEvent *)
     m_isNew = true;
 }
 
+QRegion Stage::solidPart() const
+{
+    const QRect card = cardRect();
+    return QRegion(card.adjusted(cornerReach, 1, -cornerReach, -1))
+        + card.adjusted(1, cornerReach, -1, -cornerReach);
+}
+
 void Stage::prepareShadow()
 {
     const double ratio = devicePixelRatioF();
@@ -208,13 +222,10 @@ void Stage::paintEvent(QPaintEvent *event)
     if (!m_card || m_margins.isNull())
         return;
     prepareShadow();
-    const QRect card = cardRect();
-    const QRegion covered = QRegion(card.adjusted(cornerReach, 1, -cornerReach, -1))
-        + card.adjusted(1, cornerReach, -1, -cornerReach);
     QPainter painter(this);
     painter.scale(1 / m_shadowRatio, 1 / m_shadowRatio);
     // At odd scale factors parts share a row of pixels.
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    for (const QRect &part : event->region().subtracted(covered))
+    for (const QRect &part : event->region().subtracted(solidPart()))
         drawShadow(painter, part);
 }

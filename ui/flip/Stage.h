@@ -39,6 +39,9 @@ public:
 
     // While the curtain is drawn the stage is empty and transparent, whatever happens on it.
     void setCurtainDrawn(bool drawn);
+    // Lets the card be seen through a curtain that is drawn, but for its shadow, its corners and its edges:
+    // what lies over it and looks like it may go then, and a card remains.
+    void openCurtain();
     // What is to be seen now is with the window system when this returns.
     void drawNow();
 
@@ -49,6 +52,8 @@ protected:
 
 private:
     void fit();
+    // Where the card is all that is seen.
+    QRegion solidPart() const;
     void prepareShadow();
     void drawShadow(QPainter &painter, const QRect &part);
 

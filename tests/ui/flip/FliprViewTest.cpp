@@ -134,6 +134,12 @@ TEST_F(FliprViewTest, ShowsNothingOnTheStageMeanwhileAndHidesThePointer)
     EXPECT_EQ(view()->animation()->duration(), 0.75);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BlankCursor);
     NSWindow_Flipr::flipToShowWindow(back.get(), front.get(), false); // ignored
+    // Not a moment in which neither is seen, nor one with both shadows.
+    view()->animationDidEnd(view()->animation());
+    const QImage below = stage.grab().toImage();
+    EXPECT_EQ(below.pixel(stage.cardRect().center()), back->grab().toImage().pixel(back->rect().center()));
+    EXPECT_EQ(below.pixel(stage.cardRect().topLeft()), 0U);
+    EXPECT_EQ(below.pixel(stage.cardRect().bottomLeft() + QPoint(100, 8)), 0U);
     EXPECT_TRUE(hasExchanged());
     EXPECT_EQ(stage.pos(), corner);
     EXPECT_TRUE(waitUntil([] { return !window()->isVisible(); }));
