@@ -103,26 +103,30 @@ def limited(bench, *limits):
     return Run(bench, bench.sound(), command=["prlimit", *limits, PROGRAM])
 
 
-@case("few-descriptors", minutes=0.5, quick=True)
+@case("few-descriptors", minutes=1, quick=True)
 def few_descriptors(bench, quick):
     """Takes until no descriptor is left: a refusal with a reason, and the program goes on."""
-    counted = Tally("32 descriptors: takes until one is refused")
-    run = limited(bench, "--nofile=32:32")
-    begun = 0
-    for _ in range(30):
-        if not run.record(3):
-            break
-        begun += 1
-        time.sleep(1.1)
-        run.stop()
-        run.wanted.clear()
-        time.sleep(0.2)
-    counted.tries = begun
-    counted.check(begun < 30 and run.program.running(), "no start was refused")
-    counted.check(run.words(), "the refusal was not explained")
-    ended = run.finish()
-    counted.check(ended is not None and ended < 3.6, f"the end took {ended or 20:.1f} s")
-    counted.hear(run)
+    counted = Tally("32, 48 descriptors: takes until one is refused")
+
+    def one(number):
+        run = limited(bench, f"--nofile={number}:{number}")
+        for _ in range(30):
+            if not run.record(3):
+                break
+            time.sleep(1.1)
+            run.stop()
+            time.sleep(0.2)
+        counted.check(len(run.wanted) < 30 and run.program.running(), "no start was refused")
+        counted.expect_words(run, "Cannot record: too many files are open")
+        ended = run.finish()
+        counted.check(ended is not None and ended < 3.6, f"the end took {ended or 20:.1f} s")
+        counted.hear(run)
+        counted.check(len(run.files()) == len(run.wanted), f"{len(run.wanted)} takes are in {len(run.files())} files")
+        for path, wanted in zip(run.files(), run.wanted):
+            counted.take(run, path=path, wanted=[wanted])
+        return len(run.wanted)
+    begun = bench.together([lambda n=n: one(n) for n in (32, 48)])
+    counted.check(begun[1], f"{begun} takes were begun")
     yield counted
 
 
